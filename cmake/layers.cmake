@@ -1,0 +1,51 @@
+# One CMake target per folder; cmake/layers.txt says which other folders it sees.
+
+file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/layers.txt VSQ_LAYER_ROWS REGEX "->")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/layers.txt)
+
+# The folders that the row of `folder` names, or nothing if there is no such row.
+function(vsq_visible_folders folder result)
+    set(found "")
+    foreach(row IN LISTS VSQ_LAYER_ROWS)
+        if(row MATCHES "^([^ #]+) *->(.*)$" AND CMAKE_MATCH_1 STREQUAL folder)
+            string(STRIP "${CMAKE_MATCH_2}" found)
+            string(REGEX REPLACE " +" ";" found "${found}")
+        endif()
+    endforeach()
+    set(${result} "${found}" PARENT_SCOPE)
+endfunction()
+
+# vsq_add_layer(<target> [SHARED|EXECUTABLE|INTERFACE] SOURCES <file>...)
+# makes the current folder one target and links it to the targets of the folders that it may see.
+# A folder of headers alone is an INTERFACE and has no sources.
+function(vsq_add_layer target)
+    cmake_parse_arguments(LAYER "SHARED;EXECUTABLE;INTERFACE" "" "SOURCES" ${ARGN})
+    file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+
+    set(public PUBLIC)
+    if(LAYER_EXECUTABLE)
+        add_executable(${target} ${LAYER_SOURCES})
+    elseif(LAYER_SHARED)
+        add_library(${target} SHARED ${LAYER_SOURCES})
+    elseif(LAYER_INTERFACE)
+        add_library(${target} INTERFACE)
+        set(public INTERFACE)
+    else()
+        add_library(${target} STATIC ${LAYER_SOURCES})
+    endif()
+    if(NOT LAYER_EXECUTABLE)
+        set_property(GLOBAL PROPERTY VSQ_TARGET_OF_${folder} ${target})
+    endif()
+
+    target_include_directories(${target} ${public} ${PROJECT_SOURCE_DIR})
+    if(NOT LAYER_INTERFACE)
+        target_link_libraries(${target} PRIVATE vsq_warnings)
+    endif()
+    vsq_visible_folders(${folder} visible)
+    foreach(other IN LISTS visible)
+        get_property(other_target GLOBAL PROPERTY VSQ_TARGET_OF_${other})
+        if(other_target)
+            target_link_libraries(${target} ${public} ${other_target})
+        endif()
+    endforeach()
+endfunction()

@@ -1,0 +1,17 @@
+# How every target is compiled. Results must be equal bit by bit on every compiler, so no fused
+# multiply-add and no fast maths.
+add_library(vsq_warnings INTERFACE)
+if(MSVC)
+    target_compile_options(vsq_warnings INTERFACE /W4 /WX /permissive- /utf-8 /fp:precise)
+    target_compile_definitions(vsq_warnings INTERFACE _CRT_SECURE_NO_WARNINGS)
+else()
+    target_compile_options(vsq_warnings INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Werror -ffp-contract=off)
+endif()
+if(WIN32)
+    target_compile_definitions(vsq_warnings INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
+if(VSQ_SANITIZE)
+    add_compile_options(-fsanitize=${VSQ_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${VSQ_SANITIZE})
+endif()
