@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// Milliseconds since some fixed point in the past. Wraps around after some 49 days.
+std::uint32_t tick_count();
+
+/// The local time of day as "13:51:42", or nothing if the system can't tell it.
+std::optional<std::string> local_time_of_day();
+
+}  // namespace platform

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+namespace platform {
+
+/// Opens a file whose path is UTF-8 on every system. Null on failure, with the reason in `errno`.
+/// The caller closes it.
+std::FILE* open_file(const std::string& path_utf8, const char* mode);
+
+/// True if something, file or folder, has that path. The separator may be "\\" on every system, as
+/// the host's own folders have it.
+bool path_exists(const std::string& path_utf8);
+
+/// A stream of its own on the process's standard output, for writing bytes. Null on failure, with
+/// the reason in `errno`. The caller closes it.
+std::FILE* duplicate_standard_output();
+
+/// Sends whatever is printed on standard output from now on to standard error, so that it can't
+/// get between the bytes of a stream from `duplicate_standard_output`. False on failure, with the
+/// reason in `errno`.
+bool redirect_standard_output_to_error();
+
+/// Keeps the stream from translating line ends. False on failure, with the reason in `errno`.
+bool set_binary_mode(std::FILE* stream);
+
+}  // namespace platform

@@ -1,0 +1,32 @@
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+#include "platform/wide_text.h"
+
+namespace platform {
+
+std::FILE* open_file(const std::string& path_utf8, const char* mode) {
+    return _wfopen(wide_from_utf8(path_utf8).c_str(), wide_from_utf8(mode).c_str());
+}
+
+bool path_exists(const std::string& path_utf8) {
+    return _waccess(wide_from_utf8(path_utf8).c_str(), 0) == 0;
+}
+
+std::FILE* duplicate_standard_output() {
+    const int descriptor = _dup(1);
+    return descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+}
+
+bool redirect_standard_output_to_error() {
+    std::fflush(stdout);
+    return _dup2(2, 1) == 0;
+}
+
+bool set_binary_mode(std::FILE* stream) {
+    return _setmode(_fileno(stream), _O_BINARY) != -1;
+}
+
+}  // namespace platform

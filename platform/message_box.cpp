@@ -1,0 +1,31 @@
+#include "platform/message_box.h"
+
+#include <utility>
+
+#include "platform/native_message_box.h"
+
+namespace platform {
+
+namespace {
+
+MessageBoxHandler& handler() {
+    static MessageBoxHandler the_handler;
+    return the_handler;
+}
+
+}  // namespace
+
+void show_message_box(void* parent, const std::string& text, const std::string& title,
+                      std::uint32_t style) {
+    if (handler()) {
+        handler()(text, title, style);
+    } else {
+        show_native_message_box(parent, text, title, style);
+    }
+}
+
+void set_message_box_handler(MessageBoxHandler new_handler) {
+    handler() = std::move(new_handler);
+}
+
+}  // namespace platform

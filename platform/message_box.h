@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace platform {
+
+/// The stop icon, as a style of `show_message_box`.
+constexpr std::uint32_t kMessageBoxError = 16;
+
+/// Tells the user something and waits until it has been read. `parent` is the window that the box
+/// stands in front of, or null. Texts are UTF-8.
+void show_message_box(void* parent, const std::string& text, const std::string& title,
+                      std::uint32_t style);
+
+/// What `show_message_box` does in place of opening a window.
+using MessageBoxHandler =
+    std::function<void(const std::string& text, const std::string& title, std::uint32_t style)>;
+
+/// Sets the handler for the whole process. A host without windows must set one; an empty handler
+/// brings the system's own box back. Where the system has none, the text goes to standard error.
+void set_message_box_handler(MessageBoxHandler handler);
+
+}  // namespace platform

@@ -1,0 +1,115 @@
+#include "platform/registry.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+
+namespace platform {
+
+namespace {
+
+std::string folded(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return text;
+}
+
+std::string registry_file_path() {
+    if (const char* config = std::getenv("XDG_CONFIG_HOME"); config != nullptr && *config != 0) {
+        return std::string(config) + "/quoria/registry.reg";
+    }
+    const char* home = std::getenv("HOME");
+    return std::string(home != nullptr ? home : "") + "/.config/quoria/registry.reg";
+}
+
+// Takes a text in double quotes off the front of `line`, in which a backslash guards the character
+// behind it. Nothing if there is none.
+std::optional<std::string> take_quoted(std::string& line) {
+    if (line.empty() || line.front() != '"') {
+        return std::nullopt;
+    }
+    std::string text;
+    for (size_t i = 1; i < line.size(); ++i) {
+        if (line[i] == '"') {
+            line.erase(0, i + 1);
+            return text;
+        }
+        if (line[i] == '\\' && i + 1 < line.size()) {
+            ++i;
+        }
+        text += line[i];
+    }
+    return std::nullopt;
+}
+
+// The right side of a value's line, or nothing for a form that nobody here asks for.
+std::optional<RegistryValue> parse_value(std::string text) {
+    if (std::optional<std::string> quoted = take_quoted(text)) {
+        return RegistryValue{RegistryType::kText, std::move(*quoted), 0};
+    }
+    const std::string number_mark = "dword:";
+    if (text.compare(0, number_mark.size(), number_mark) == 0) {
+        const unsigned long number = std::strtoul(text.c_str() + number_mark.size(), nullptr, 16);
+        return RegistryValue{RegistryType::kNumber, {}, static_cast<std::uint32_t>(number)};
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+struct RegistryKey::State {
+    std::map<std::string, RegistryValue> values;  // by folded name
+};
+
+RegistryKey::RegistryKey(std::unique_ptr<State> state) : state_(std::move(state)) {}
+RegistryKey::RegistryKey(RegistryKey&&) noexcept = default;
+RegistryKey& RegistryKey::operator=(RegistryKey&&) noexcept = default;
+RegistryKey::~RegistryKey() = default;
+
+std::optional<RegistryKey> RegistryKey::open(RegistryHive hive, const std::string& path) {
+    const std::string hive_name =
+        hive == RegistryHive::kCurrentUser ? "HKEY_CURRENT_USER" : "HKEY_LOCAL_MACHINE";
+    const std::string wanted = folded("[" + hive_name + "\\" + path + "]");
+
+    std::unique_ptr<State> state;
+    bool inside = false;
+    std::ifstream file(registry_file_path(), std::ios::binary);
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        if (!line.empty() && line.front() == '[') {
+            inside = folded(line) == wanted;
+            if (inside && !state) {
+                state = std::make_unique<State>();
+            }
+            continue;
+        }
+        if (!inside) {
+            continue;
+        }
+        const std::optional<std::string> name = take_quoted(line);
+        if (!name || line.empty() || line.front() != '=') {
+            continue;
+        }
+        if (std::optional<RegistryValue> value = parse_value(line.substr(1))) {
+            state->values[folded(*name)] = std::move(*value);
+        }
+    }
+    if (!state) {
+        return std::nullopt;
+    }
+    return RegistryKey(std::move(state));
+}
+
+std::optional<RegistryValue> RegistryKey::read(const std::string& name) const {
+    const auto found = state_->values.find(folded(name));
+    if (found == state_->values.end()) {
+        return std::nullopt;
+    }
+    return found->second;
+}
+
+}  // namespace platform
