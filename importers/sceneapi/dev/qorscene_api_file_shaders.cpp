@@ -1,0 +1,135 @@
+#include "importers/sceneapi/dev/parameter_codes.h"
+#include "importers/sceneapi/dev/qorscene_api_file.h"
+#include "importers/sceneapi/dev/shader_buffer.h"
+
+// Shaders, in the stream or in a buffer of their own, and what is done with finished ones.
+
+namespace {
+
+struct ShaderKind {
+    std::int32_t kind;
+    std::string_view word;
+};
+
+constexpr ShaderKind kShaderKinds[] = {
+    {shader_kind::kSurface, "surface"},
+    {shader_kind::kShadow, "shadow"},
+    {shader_kind::kVolume, "volume"},
+    {shader_kind::kReflectionMap, "reflection map"},
+};
+
+}  // namespace
+
+// What is no kind counts as a surface, with a remark.
+void qorScene_api_file::write_shader_kind(std::int32_t kind) {
+    for (const ShaderKind& known : kShaderKinds) {
+        if (known.kind == kind) {
+            out_.write_indented(known.word);
+            return;
+        }
+    }
+    out_.write_indented("// assuming surface shader\n");
+    out_.write_indented("surface");
+}
+
+void qorScene_api_file::assign_shader(std::int32_t kind, qorShaderHandle shader) {
+    if (shader == nullptr) {
+        return;
+    }
+    write_shader_kind(kind);
+    out_.write_raw(" ");
+    out_.write_shader(*static_cast<const ShaderBuffer*>(shader));
+    out_.write_raw("\n");
+}
+
+void qorScene_api_file::assign_shader_id(std::int32_t kind, std::int32_t id) {
+    write_shader_kind(kind);
+    const bool known = kind >= shader_kind::kSurface && kind <= shader_kind::kReflectionMap;
+    out_.write_raw(known ? " " : "  ");
+    write_decimal(id);
+    out_.write_raw("\n");
+}
+
+// Writes go to the open anonymous shader, or else to the stream.
+void qorScene_api_file::choose_target() {
+    out_.set_target(in_shader_buffer_ ? current_shader_ : nullptr);
+}
+
+void qorScene_api_file::push_shader_state() {
+    saved_in_shader_buffer_.push_back(in_shader_buffer_);
+    saved_shaders_.push_back(current_shader_);
+    push_plain_parameters(false);
+}
+
+bool qorScene_api_file::begin_shader(const char* name, const char* type) {
+    push_shader_state();
+    if (name != nullptr) {
+        in_shader_buffer_ = false;
+        choose_target();
+        open_block("#define shader ", {name, type});
+        return true;
+    }
+    all_shader_buffers_.push_back(std::make_unique<ShaderBuffer>());
+    current_shader_ = all_shader_buffers_.back().get();
+    in_shader_buffer_ = true;
+    choose_target();
+    saved_indents_.push_back(out_.indent());
+    out_.set_indent(0);
+    out_.write_quoted_name(type);
+    out_.write_raw(" {\n");
+    out_.raise_indent();
+    return true;
+}
+
+bool qorScene_api_file::begin_shader_id(const char* type, std::int32_t id) {
+    push_shader_state();
+    in_shader_buffer_ = false;
+    choose_target();
+    out_.write_indented("#define shader ");
+    write_decimal(id);
+    out_.write_raw(" ");
+    out_.write_raw(type);
+    out_.write_raw(" {\n");
+    out_.raise_indent();
+    return true;
+}
+
+// The current shader stays, so that the caller can ask for the one just finished.
+void qorScene_api_file::end_shader() {
+    out_.lower_indent();
+    if (in_shader_buffer_) {
+        // The statement that uses the shader ends the line.
+        out_.write_indented("}");
+        if (!saved_indents_.empty()) {
+            out_.set_indent(saved_indents_.back());
+            saved_indents_.pop_back();
+        }
+    } else {
+        out_.write_indented("}\n");
+    }
+    pop_plain_parameters();
+    if (!saved_shaders_.empty()) {
+        saved_shaders_.pop_back();
+    }
+    if (!saved_in_shader_buffer_.empty()) {
+        in_shader_buffer_ = saved_in_shader_buffer_.back();
+        saved_in_shader_buffer_.pop_back();
+    }
+    choose_target();
+}
+
+qorShaderHandle qorScene_api_file::current_shader() {
+    return current_shader_;
+}
+
+void qorScene_api_file::push_shader() {
+    saved_shaders_.push_back(current_shader_);
+}
+
+void qorScene_api_file::pop_shader() {
+    if (!saved_shaders_.empty()) {
+        current_shader_ = saved_shaders_.back();
+        saved_shaders_.pop_back();
+    }
+    choose_target();
+}

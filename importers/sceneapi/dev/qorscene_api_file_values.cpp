@@ -1,0 +1,209 @@
+#include <limits>
+
+#include "importers/sceneapi/dev/number_text.h"
+#include "importers/sceneapi/dev/parameter_codes.h"
+#include "importers/sceneapi/dev/qorscene_api_file.h"
+#include "importers/sceneapi/dev/shader_buffer.h"
+
+// Parameters and the text of their values.
+
+namespace {
+
+enum class Form {
+    kFloats,
+    kCheckedFloat,  // what is no ordinary float is written as -1
+    kFixedDouble,
+    kDoubles,
+    kInts,
+    kOnOff,
+    kMatrix,
+    kText,
+    kTextPointer,
+    kShader,
+};
+
+struct ValueForm {
+    std::int32_t code;
+    Form form;
+    int count;
+};
+
+constexpr ValueForm kValueForms[] = {
+    {parameter_code::kColor, Form::kFloats, 3},
+    {parameter_code::kFloat4, Form::kFloats, 4},
+    {parameter_code::kFloat, Form::kCheckedFloat, 1},
+    {parameter_code::kDouble, Form::kFixedDouble, 1},
+    {parameter_code::kVector, Form::kDoubles, 3},
+    {parameter_code::kInt, Form::kInts, 1},
+    {parameter_code::kBool, Form::kOnOff, 1},
+    {parameter_code::kMatrix, Form::kMatrix, 1},
+    {parameter_code::kText, Form::kText, 1},
+    {parameter_code::kTextPointer, Form::kTextPointer, 1},
+    {parameter_code::kFloat2, Form::kFloats, 2},
+    {parameter_code::kWindow, Form::kFloats, 4},
+    {parameter_code::kInt2, Form::kInts, 2},
+    {parameter_code::kInt3, Form::kInts, 3},
+    {parameter_code::kInt4, Form::kInts, 4},
+    {parameter_code::kEnumeration, Form::kInts, 1},
+    {parameter_code::kShader, Form::kShader, 1},
+};
+
+constexpr int kIndentOfShaderValue = 2;
+constexpr int kMostNumbers = 16;  // of a matrix
+
+const ValueForm* find_form(std::int32_t code) {
+    for (const ValueForm& form : kValueForms) {
+        if (form.code == code) {
+            return &form;
+        }
+    }
+    return nullptr;
+}
+
+float checked(float value) {
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    return value > -kLargest && value < kLargest ? value : -1.0f;
+}
+
+// A few numbers with one blank between them, put together before they are written.
+class NumberList {
+public:
+    void add(double value) { end_ = number_text::print_general(next(), value); }
+    void add(std::int32_t value) { end_ = number_text::print_int(next(), value); }
+
+    template <typename Number>
+    void add_all(const void* values, int count) {
+        const Number* numbers = static_cast<const Number*>(values);
+        for (int i = 0; i < count; ++i) {
+            add(numbers[i]);
+        }
+    }
+
+    std::string_view text() const { return {text_, static_cast<size_t>(end_ - text_)}; }
+
+private:
+    char* next() {
+        if (end_ != text_) {
+            *end_++ = ' ';
+        }
+        return end_;
+    }
+
+    char text_[kMostNumbers * (number_text::kShortRoom + 1)];
+    char* end_ = text_;
+};
+
+}  // namespace
+
+bool qorScene_api_file::set_parameter(const char* name, std::int32_t type, const void* value) {
+    if (plain_parameters_) {
+        out_.write_indented({name, " "});
+    } else {
+        out_.write_quoted_name(name);
+        out_.write_raw(" ");
+    }
+    if ((type & parameter_code::kArray) != 0) {
+        write_array(type & ~parameter_code::kArray, *static_cast<const qorArray*>(value));
+    } else {
+        write_value(type, value);
+    }
+    out_.write_raw(plain_parameters_ ? "\n" : ",\n");
+    return true;
+}
+
+bool qorScene_api_file::set_parameter_id(const char* name, std::int32_t id) {
+    out_.write_quoted_name(name);
+    out_.write_raw(" ! ");
+    write_decimal(id);
+    out_.write_raw(",\n");
+    return true;
+}
+
+bool qorScene_api_file::set_parameter_shader(const char* name, qorShaderHandle shader) {
+    if (shader == nullptr) {
+        return false;
+    }
+    out_.write_quoted_name(name);
+    out_.write_raw(" ! ");
+    out_.write_shader(*static_cast<const ShaderBuffer*>(shader));
+    out_.write_raw(",\n");
+    return true;
+}
+
+// A code without a form leaves the place of the value empty.
+void qorScene_api_file::write_value(std::int32_t code, const void* value) {
+    const ValueForm* form = find_form(code);
+    if (form == nullptr) {
+        return;
+    }
+    NumberList numbers;
+    switch (form->form) {
+        case Form::kFloats:
+            numbers.add_all<float>(value, form->count);
+            break;
+        case Form::kCheckedFloat:
+            numbers.add(static_cast<double>(checked(*static_cast<const float*>(value))));
+            break;
+        case Form::kFixedDouble: {
+            char text[number_text::kFixedRoom];
+            const char* end = number_text::print_fixed(text, *static_cast<const double*>(value));
+            out_.write_raw({text, static_cast<size_t>(end - text)});
+            break;
+        }
+        case Form::kDoubles:
+            numbers.add_all<double>(value, form->count);
+            break;
+        case Form::kInts:
+            numbers.add_all<std::int32_t>(value, form->count);
+            break;
+        case Form::kOnOff:
+            out_.write_raw(*static_cast<const std::int32_t*>(value) != 0 ? "on" : "off");
+            break;
+        case Form::kMatrix:
+            write_narrowed_matrix(*static_cast<const qorMatrix*>(value));
+            break;
+        case Form::kText:
+            out_.write_bare_name(static_cast<const char*>(value));
+            break;
+        case Form::kTextPointer:
+            out_.write_bare_name(*static_cast<const char* const*>(value));
+            break;
+        case Form::kShader: {
+            const qorShaderHandle shader = *static_cast<const qorShaderHandle*>(value);
+            if (shader != nullptr) {
+                const int level = out_.indent();
+                out_.set_indent(kIndentOfShaderValue);
+                out_.write_shader(*static_cast<const ShaderBuffer*>(shader));
+                out_.set_indent(level);
+            }
+            break;
+        }
+    }
+    out_.write_raw(numbers.text());
+}
+
+// Placement needs no more than single precision, and the text is half as long.
+void qorScene_api_file::write_narrowed_matrix(const qorMatrix& matrix) {
+    NumberList numbers;
+    for (const auto& row : matrix.m) {
+        for (const double element : row) {
+            numbers.add(static_cast<double>(static_cast<float>(element)));
+        }
+    }
+    out_.write_raw(numbers.text());
+}
+
+void qorScene_api_file::write_decimal(std::int32_t value) {
+    NumberList numbers;
+    numbers.add(value);
+    out_.write_raw(numbers.text());
+}
+
+void qorScene_api_file::write_numbers(std::string_view keyword,
+                                      std::initializer_list<double> values) {
+    NumberList numbers;
+    for (const double value : values) {
+        numbers.add(value);
+    }
+    out_.write_indented({keyword, " ", numbers.text(), "\n"});
+}

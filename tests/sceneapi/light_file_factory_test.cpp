@@ -1,0 +1,103 @@
+#include "importers/sceneapi/dev/light_file_factory.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "importers/sceneapi/dev/build_time.h"
+#include "importers/sceneapi/dev/qorscene_api_file.h"
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "tests/support/temporary_folder.h"
+
+namespace qor {
+namespace {
+
+std::string opening_lines(const std::string& id_line) {
+    return "//---quoria:dal:7---\n//---import:dal:1---\n" + id_line +
+           "\n// This is a Velmora scene file\n\n#print \"Velmora SceneApi oo 11.2.0  (built " +
+           build_time() + ")\"\nversion 9\n\n";
+}
+
+// A name in Latin, Greek and beyond 16 bits, to see that it is taken as UTF-8.
+TEST(LightFileFactory, WritesTheOpeningLinesToTheFileNamed) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "sz\xc3\xa9n\xc3\xa1k \xce\xa9 \xf0\x9f\x98\x80.vsq";
+    {
+        LightFileFactory factory(path);
+        const qorSceneapi_oo scene(factory);
+    }
+    EXPECT_EQ(file_contents(path), opening_lines("//---id:1---"));
+}
+
+TEST(LightFileFactory, MakesTheIdLineFromItsNumber) {
+    const std::pair<std::uint32_t, const char*> ids[] = {
+        {0, "//---id:1---"},
+        {1, "//---id:2469134---"},
+        {4000, "//---id:644535271---"},
+    };
+    for (const auto& [id, line] : ids) {
+        const TemporaryFolder folder;
+        {
+            LightFileFactory factory(folder / "f");
+            factory.set_id(id);
+            const qorSceneapi_oo scene(factory);
+        }
+        EXPECT_EQ(file_contents(folder / "f"), opening_lines(line)) << id;
+    }
+}
+
+TEST(LightFileFactory, ClosesOnceAndForGood) {
+    const TemporaryFolder folder;
+    LightFileFactory factory(folder / "f");
+    EXPECT_NE(factory.get_api(), nullptr);
+    factory.get_api()->write_text("text\n");
+    factory.close();
+    EXPECT_EQ(factory.get_api(), nullptr);
+    EXPECT_EQ(file_contents(folder / "f"), "text\n");
+    factory.close();
+}
+
+TEST(LightFileFactory, NamesThePathThatCantBeOpened) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "missing" + "/scene.vsq";
+    try {
+        const LightFileFactory factory(path);
+        FAIL() << "a file in a folder that is not there was opened";
+    } catch (const std::runtime_error& error) {
+        EXPECT_EQ(error.what(), "could not open file: \"" + path + "\"");
+    }
+}
+
+#ifndef _WIN32
+// The device takes everything and then tells that it is full; with little text that comes out only
+// as the stream is closed.
+TEST(LightFileFactory, TellsOfAFullDisk) {
+    for (const size_t size : {size_t{10}, size_t{5000000}}) {
+        LightFileFactory factory("/dev/full");
+        const std::string text(size, 'x');
+        for (size_t sent = 0; sent < size; sent += 1000000) {
+            factory.get_api()->write_text("%s", text.c_str());
+        }
+        try {
+            factory.close();
+            FAIL() << "a full disk went unnoticed";
+        } catch (const std::runtime_error& error) {
+            EXPECT_STREQ(error.what(), "could not close file");
+        }
+        EXPECT_EQ(factory.get_api(), nullptr);
+    }
+    const LightFileFactory dropped("/dev/full");  // a destructor can't throw, and must not
+}
+#endif
+
+TEST(SceneFile, OpenedByItsOwnName) {
+    const TemporaryFolder folder;
+    {
+        qorScene_api_file api(folder / "\xc3\xa9", true);
+        api.set_flags(1);
+    }
+    EXPECT_EQ(file_contents(folder / "\xc3\xa9"), "flags 1\n");
+}
+
+}  // namespace
+}  // namespace qor

@@ -1,0 +1,97 @@
+#include "importers/sceneapi/dev/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+namespace {
+
+constexpr int kRandomCount = 1000000;
+
+void expect_as_printf(double value) {
+    char printed[400];
+    char wanted[400];
+    *number_text::print_general(printed, value) = '\0';
+    std::snprintf(wanted, sizeof wanted, "%g", value);
+    ASSERT_STREQ(printed, wanted);
+    *number_text::print_fixed(printed, value) = '\0';
+    std::snprintf(wanted, sizeof wanted, "%16.16f", value);
+    ASSERT_STREQ(printed, wanted);
+}
+
+// What a scene is made of, and where printf changes its form or rounds on the edge.
+TEST(NumberText, EqualsPrintfOnTheEdges) {
+    const double edges[] = {0.0,
+                            -0.0,
+                            1.0,
+                            -1.0,
+                            0.5,
+                            999999.5,
+                            999999.4,
+                            1000000.0,
+                            1e-4,
+                            9.999995e-5,
+                            1e-5,
+                            0.0001234565,
+                            100000.5,
+                            0.1,
+                            1.0 / 3,
+                            2.5,
+                            1e300,
+                            -1e-300,
+                            123456.5,
+                            1.0000005,
+                            1.5e-310,
+                            5e-324,
+                            1.7976931348623157e308};
+    for (const double edge : edges) {
+        expect_as_printf(edge);
+        expect_as_printf(std::nextafter(edge, 1e308));
+    }
+    expect_as_printf(std::numeric_limits<double>::infinity());
+    expect_as_printf(-std::numeric_limits<double>::infinity());
+    expect_as_printf(std::numeric_limits<double>::quiet_NaN());
+}
+
+TEST(NumberText, EqualsPrintfOnAMillionRandomValues) {
+    std::mt19937_64 random(1);
+    for (int i = 0; i < kRandomCount; ++i) {
+        const std::uint64_t bits = random();
+        double value = 0;
+        switch (i % 4) {
+            case 0: {  // any double
+                std::memcpy(&value, &bits, sizeof value);
+                break;
+            }
+            case 1: {  // any float
+                float narrow = 0;
+                std::memcpy(&narrow, &bits, sizeof narrow);
+                value = static_cast<double>(narrow);
+                break;
+            }
+            case 2:  // a rotation
+                value = static_cast<double>(static_cast<float>(
+                    static_cast<double>(static_cast<std::int64_t>(bits)) / 9.3e18));
+                break;
+            default:  // a place, with few decimals
+                value = static_cast<double>(static_cast<std::int64_t>(bits) % 10000000) / 1000;
+        }
+        if (std::isnan(value)) {
+            continue;  // not every system's printf tells the sign of one
+        }
+        expect_as_printf(value);
+    }
+}
+
+TEST(NumberText, Integers) {
+    char text[number_text::kShortRoom];
+    *number_text::print_int(text, std::numeric_limits<std::int32_t>::min()) = '\0';
+    EXPECT_STREQ(text, "-2147483648");
+    *number_text::print_unsigned(text, 4294967295u) = '\0';
+    EXPECT_STREQ(text, "4294967295");
+}
+
+}  // namespace
