@@ -1,0 +1,4 @@
+#include "plugins/3dsmax/export/scene_exporter.h"
+
+// Cameras don't reach the scene yet.
+void SceneExporter::ExportCamera(INode*) {}

@@ -1,0 +1,111 @@
+#include "plugins/3dsmax/export/scene_exporter.h"
+
+#include <utility>
+
+#include "importers/sceneapi/dev/default_rt_module.h"
+#include "importers/sceneapi/dev/light_file_factory.h"
+#include "importers/sceneapi/dev/qorscene_api.h"
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "plugins/3dsmax/export/light_converter.h"
+#include "plugins/3dsmax/export/unit_scale.h"
+
+namespace {
+
+constexpr int kUpIsZ = 2;
+
+// In the flags of the root group: the groups below it are layers.
+constexpr std::uint32_t kLayersFlag = 1;
+
+}  // namespace
+
+SceneExporter::SceneExporter(Interface* host, INode* root_node,
+                             std::shared_ptr<Qor::Options> options, std::set<INode*> changed_nodes)
+    : host_(host),
+      root_node_(root_node),
+      options_(std::move(options)),
+      changed_nodes_(std::move(changed_nodes)),
+      lights_(std::make_unique<LightConverter>(options_, host)) {
+    const Interval range = host->GetAnimRange();
+    timing_ = {range.Start(), range.End(), host->GetTime(), GetTicksPerFrame()};
+}
+
+SceneExporter::~SceneExporter() = default;
+
+bool SceneExporter::Run(const std::string& path, bool update, bool to_file, bool animation) {
+    animation_ = animation;
+    update_ = update;
+
+    node_count_ = 0;
+    if (options_->Layers) {
+        CountLayerNodes();
+    } else {
+        CountNodes(root_node_);
+    }
+
+    if (!to_file) {
+        ExportOverLink(path);
+    } else if (animation) {
+        ExportAnimation(path);
+    } else {
+        ExportFile(path);
+    }
+    return true;
+}
+
+void SceneExporter::ExportFile(const std::string& path) {
+    OpenFile(path);
+    ExportPass(true, true, 0);
+    CloseFile();
+}
+
+void SceneExporter::OpenFile(const std::string& path) {
+    factory_ = std::make_unique<qor::LightFileFactory>(path);
+    scene_ = std::make_unique<qor::qorSceneapi_oo>(*factory_);
+}
+
+// The factory is closed by hand, since its destructor couldn't tell of a failure.
+void SceneExporter::CloseFile() {
+    scene_.reset();
+    factory_->close();
+    factory_.reset();
+}
+
+// One pass over the host's scene, into the scene that is open.
+void SceneExporter::ExportPass(bool adjust_camera, bool adjust_environment,
+                               std::uint32_t scene_flags) {
+    if (options_->HairAndFur) {
+        RunHairScript();
+    }
+
+    qor::DefaultRTModule module;
+    module.set_import_mode(true);
+    module.set_import_merge_groups(false);
+    module.set_import_merge_objects(true);
+    module.set_import_adjust_environment(adjust_environment);
+    module.set_import_adjust_camera(adjust_camera);
+    module.set_import_center_geometry(false);
+    module.set_import_keep_original(true);
+    module.set_import_up_vector(kUpIsZ);
+    module.set_meter_scale(GetUnitScale());
+    module.set_ext(false);
+    scene_->emit(module);
+
+    scene_->begin_group("object");
+    if (options_->Layers) {
+        scene_flags |= kLayersFlag;
+    }
+    scene_->get_api()->set_flags(scene_flags);
+    if (options_->cameras) {
+        ExportCameras(root_node_);
+    }
+    if (options_->Layers) {
+        ExportLayers();
+    } else {
+        WalkNode(root_node_, false);
+    }
+    scene_->end_group();
+
+    if (options_->HairAndFur) {
+        RunHairCleanupScript();
+    }
+}
