@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tools/vsqinfo/vsq_reader.h"
+
+/// The texts of small scene files, put together by hand: no writer has a part in these tests.
+namespace scene_text {
+
+inline const std::string kHeader =
+    "//---quoria:dal:7---\n//---import:dal:1---\n//---id:1---\n"
+    "// This is a Velmora scene file\n\n";
+inline const std::string kStart = kHeader + "version 9\n\n";
+
+/// A whole file whose root group holds `content`.
+inline std::string in_root(const std::string& content) {
+    return kStart + "\ngroup \"object\" {\n" + content + "}\n";
+}
+
+inline std::string in_object(const std::string& content) {
+    return in_root("object \"o\" {\n" + content + "}\n");
+}
+
+inline std::string little_endian(std::uint32_t word) {
+    std::string bytes;
+    for (int shift = 0; shift < 32; shift += 8)
+        bytes += static_cast<char>(word >> shift & 0xff);
+    return bytes;
+}
+
+/// The body of a binary array with its head. `words` are the numbers' bits: two of them make a
+/// number of tag 'r'.
+inline std::string body(char tag, const std::vector<std::uint32_t>& words) {
+    const std::size_t count = tag == 'r' ? words.size() / 2 : words.size();
+    std::string bytes = "\1\2\3";
+    bytes += tag;
+    bytes += little_endian(static_cast<std::uint32_t>(count));
+    for (const std::uint32_t word : words)
+        bytes += little_endian(word);
+    return bytes;
+}
+
+/// A quoted parameter that is a binary array.
+inline std::string binary(const std::string& name, char tag,
+                          const std::vector<std::uint32_t>& words) {
+    return "\"" + name + "\" [ " + body(tag, words) + "] ,\n";
+}
+
+inline vsqinfo::VsqSummary read(const std::string& file, vsqinfo::VsqListener* listener = nullptr) {
+    std::istringstream stream(file);
+    return vsqinfo::read_vsq(stream, listener);
+}
+
+}  // namespace scene_text

@@ -1,0 +1,100 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/vsqinfo/scene_text.h"
+#include "tools/vsqinfo/vsq_reader.h"
+
+namespace {
+
+using namespace scene_text;
+
+// A file with a bit of everything that an export writes.
+std::string rich_file() {
+    const std::string matrix = "1 0 0 0 0 1 0 0 0 0 1 0 2.5 -3e-07 inf 1";
+    const std::string camera =
+        "\ncamera \"Camera\" {\nprojection \"perspective\"\nfov 45\n"
+        "reflection map \"qor_envmap\" {\n\"texture\" \"startup.hdr\",\n\"format\" 3,\n}\n"
+        "flags 16\nposition 0 0 0\nup 0 1 0\nclipping 1 100\n"
+        "animation \"fbx_animation_2\" \"3ds_animation\" {\n\"duration\" 0.066,\n" +
+        binary("timestamps", 'i', {0, 33}) + "\"matrices\" [ " + matrix + " ,\n" + matrix +
+        " \n] ,\n\"interpolate\" on,\n\"folder\" \"\",\n}\n}\n";
+    const std::string numbered_material =
+        "\nmaterial \"wood\" {\n#define shader 1 texture2_rgb {\n\"texture\" xX633ae92e706e67,\n}\n"
+        "#define shader 2 qor_diffuse {\n\"diffuse\" ! 1,\n\"diffuse\" 0.5 0.5 0.5,\n}\n"
+        "#define shader 3 qor_composite {\n\"shaders\" [\n" +
+        body('i', {2, 1}) + " ],\n}\nsurface 3\nflags 4096\n}\n";
+    const std::string nested_material =
+        "\nmaterial \"curve\" {\nsurface \"qor_diffuse\" {\n\"diffuse\" ! \"vertex_color\" {\n" +
+        binary("table", 'r', {0, 0x7d0a0a7d}) + "},\n}\nflags 4096\n}\n";
+
+    return kHeader +
+           "#print \"Velmora SceneApi oo 11.2.0  (built Fri Feb 11 13:51:42 2022)\"\n"
+           "version 9\n\nload \"qorrtopt.so\" {\n\"import_mode\" on,\n\"meter_scale\" 100,\n}\n"
+           "\ngroup \"object\" {\nflags 0\n" +
+           camera + "\ngroup \"Box001\" {\n\ngroup xXe9 {\nobject \"Box001\" {\nflags 0\n" +
+           "geometry \"triangles\" {\n" + binary("vertices", 'c', {0, 0, 0, 1, 0, 0, 0, 1, 0}) +
+           binary("triangles", 'i', {0, 1, 2}) + binary("uv_tex", 'f', {0, 0, 1, 0, 0, 1}) + "}\n" +
+           numbered_material + "}\n#error \"No triangles defined\"\ntransform " + matrix +
+           "\n}\nobject \"hair\" {\ngeometry \"qor_curves\" {\n\"radius\" 1,\n" +
+           binary("p", 'c', std::vector<std::uint32_t>(12, 0x3f800000)) +
+           binary("nvertices", 'i', {4}) + "}\n" + nested_material + "}\ntransform " + matrix +
+           "\n}\n}\n";
+}
+
+TEST(DamagedFile, IsWholeToBeginWith) {
+    const vsqinfo::VsqSummary summary = read(rich_file());
+    EXPECT_EQ(summary.objects, 2u);
+    EXPECT_EQ(summary.animation_keys, 2u);
+    EXPECT_EQ(summary.matrices_not_finite, 4u);
+}
+
+TEST(DamagedFile, IsRefusedIfCutAtAnyByte) {
+    const std::string file = rich_file();
+    for (std::size_t length = 0; length < file.size(); ++length) {
+        try {
+            read(file.substr(0, length));
+            ADD_FAILURE() << "cut to " << length << " bytes, it is accepted";
+        } catch (const vsqinfo::MalformedFile& error) {
+            EXPECT_LE(error.offset(), length);
+        }
+    }
+}
+
+// Many a flipped byte gives another legal file. What must hold: the reader comes to its end, with
+// a place in the file if it refuses.
+TEST(DamagedFile, DoesNotBreakTheReaderWithAnyByteFlipped) {
+    const std::string bytes = {'\0', '\1', '\2', '\n', ' ', '"', ',', '[',    ']',    '{',   '}',
+                               '#',  '!',  '/',  '9',  'x', 'b', '-', '\x7f', '\x80', '\xff'};
+    std::string file = rich_file();
+    std::size_t refused = 0;
+    for (std::size_t at = 0; at < file.size(); ++at) {
+        const char original = file[at];
+        for (const char byte : bytes + static_cast<char>(original ^ 1)) {
+            file[at] = byte;
+            try {
+                read(file);
+            } catch (const vsqinfo::MalformedFile& error) {
+                ++refused;
+                EXPECT_LE(error.offset(), file.size());
+            }
+        }
+        file[at] = original;
+    }
+    EXPECT_GT(refused, file.size() * bytes.size() / 2);
+}
+
+// Two files run into each other, as after a write that failed half-way.
+TEST(DamagedFile, IsRefusedWithAHoleInIt) {
+    const std::string file = rich_file();
+    const std::size_t root = file.find("\ngroup \"object\"");
+    for (std::size_t hole = 1; hole < 64; ++hole) {
+        const std::size_t at = file.find("\"vertices\"");
+        EXPECT_THROW(read(file.substr(0, at + 20) + file.substr(at + 20 + hole)),
+                     vsqinfo::MalformedFile)
+            << hole;
+    }
+    EXPECT_THROW(read(file.substr(0, root + 40) + file), vsqinfo::MalformedFile);
+}
+
+}  // namespace

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vsqinfo {
+
+/// Sixteen numbers, row by row; the fourth row is the translation.
+using VsqMatrix = std::array<double, 16>;
+
+/// The head of a block, valid during the call that brings it.
+struct VsqBlock {
+    std::string_view keyword;  ///< "group", "object", "shader", ...
+    /// Empty for a block without a name. An anonymous shader has the name of the parameter, or the
+    /// kind of the assignment, whose value it is.
+    std::string name;
+    std::string type;                    ///< of shaders, geometries and animations
+    std::optional<std::int64_t> number;  ///< of a numbered shader
+    bool is_definition = false;          ///< stands behind "#define"
+    std::uint64_t offset = 0;            ///< where the block's statement begins
+};
+
+/// Hears of a scene's content while the file is read, in file order.
+///
+/// The file may turn out malformed later, so what was heard counts only once the reader returns.
+/// Each operation does nothing unless it is overridden.
+class VsqListener {
+public:
+    virtual ~VsqListener() = default;
+
+    virtual void block_begins(const VsqBlock&) {}
+    /// Closes the last block that is open.
+    virtual void block_ends() {}
+    /// A "transform" statement, or with `replaces` a "set transform".
+    virtual void matrix(const VsqMatrix&, bool /*replaces*/) {}
+    /// Numbers and words as they stand in the file with one blank between them; texts decoded;
+    /// "! 7" for the shader of that number. Parameters that are a shader or an array don't come
+    /// here.
+    virtual void parameter(const std::string& /*name*/, const std::string& /*value*/) {}
+    /// `count` is the number of numbers, or of texts.
+    virtual void array(const std::string& /*name*/, std::uint64_t /*count*/) {}
+    /// A surface, shadow, volume or reflection map by the number of its shader.
+    virtual void assignment(std::string_view /*kind*/, std::int64_t /*shader*/) {}
+};
+
+}  // namespace vsqinfo

@@ -1,0 +1,157 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "tools/vsqinfo/byte_source.h"
+#include "tools/vsqinfo/shader_numbers.h"
+#include "tools/vsqinfo/triangle_check.h"
+#include "tools/vsqinfo/vsq_blocks.h"
+#include "tools/vsqinfo/vsq_listener.h"
+#include "tools/vsqinfo/vsq_summary.h"
+#include "tools/vsqinfo/vsq_tokens.h"
+
+namespace vsqinfo {
+
+/// Reads one scene file; `read_vsq` is how others reach it.
+///
+/// Nesting lives in a stack of small entries, not in calls: a shader that is the value of a
+/// parameter, or an element of an array, is pushed there, and its closing brace goes on with what
+/// the shader interrupted. The sources are cut by what they read: the file's frame and its
+/// statements, blocks, parameters, arrays.
+class VsqParser {
+public:
+    /// Both are borrowed; `listener` may be null.
+    VsqParser(std::istream& stream, VsqListener* listener)
+        : source_(stream), tokens_(source_), listener_(listener ? *listener : no_listener_) {}
+
+    /// Reads the whole file. To be called once.
+    VsqSummary read();
+
+private:
+    // How a value ends: a parameter with a quoted name has a comma before its line feed.
+    enum class Ending : std::uint8_t { kLine, kComma, kElement };
+
+    enum class Placement { kPlaced, kDefined, kModified };
+
+    struct OpenBlock {
+        std::uint64_t offset;  // where it begins
+        BlockKind kind;
+        Ending ending;         // what follows its closing brace
+        bool is_environment;   // of a shader
+        bool is_placed_light;  // of an object, once a light shader is met in it
+    };
+
+    // An array while its elements are read.
+    struct ArrayScan {
+        const std::string* name = nullptr;  // null after a shader among the elements
+        std::uint64_t offset = 0;
+        bool in_animation_matrices = false;
+        int indices = TriangleCheck::kNoIndices;
+        std::uint64_t numbers = 0;
+        std::uint64_t texts = 0;
+        std::uint64_t element_numbers = 0;
+        bool element_is_finite = true;
+    };
+
+    static constexpr std::size_t kMatrixNumbers = 16;
+
+    struct Statement {
+        std::string_view word;
+        BlockSet allowed_in;
+        bool may_name_parameter;  // where the statement isn't allowed
+        void (VsqParser::*read)(const Statement&);
+    };
+    static const Statement kStatements[];
+
+    BlockKind block() const { return stack_.empty() ? BlockKind::kTop : stack_.back().kind; }
+
+    // The frame of the file.
+    void read_header();
+    void expect_header(std::string_view text);
+    bool read_statement();
+    void check_whole();
+
+    // Statements.
+    void read_directive();
+    void read_error();
+    void read_word_statement();
+    void check_place(std::string_view word, BlockSet allowed_in) const;
+    void read_version(const Statement&);
+    void read_flags(const Statement&);
+    void read_number_statement(const Statement&);
+    void read_name_statement(const Statement&);
+    void read_attribute(const Statement&);
+    void read_progress(const Statement&);
+    void read_icon(const Statement&);
+    void read_bare(const Statement&) { tokens_.expect_line_end(); }
+    void read_transform(const Statement&);
+    void read_set(const Statement&);
+    void read_vector(const Statement& statement) { read_numbers(statement.word, 3); }
+    void read_matrix(bool replaces);
+    void read_numbers(std::string_view word, std::size_t count);
+    void read_assignment(const Statement&);
+    std::int64_t read_shader_number();
+
+    // Blocks.
+    void read_block_head(const BlockHead& head, Placement placement);
+    void read_head_names(HeadForm form, VsqBlock& head);
+    void read_shader_head(VsqBlock& head);
+    void read_brace();
+    void open_anonymous_shader(const std::string& name, const std::string& type, Ending ending);
+    void open_block(const VsqBlock& head, BlockKind kind, Ending ending);
+    void count_block(const VsqBlock& head, BlockKind kind, Placement placement);
+    void begin_shader(const VsqBlock& head, OpenBlock& shader);
+    void close_block();
+    void end_geometry();
+
+    // Parameters and their values.
+    void read_quoted_parameter();
+    void read_plain_parameter(std::string_view first_word);
+    void read_name_value(Ending ending);
+    void read_shader_value();
+    void keep_value_word(std::string_view word);
+    void end_value(Ending ending);
+    void note_parameter();
+
+    // Arrays.
+    void read_array(Ending ending);
+    void resume_array();
+    void read_elements(ArrayScan& array, Ending ending);
+    void read_element_word(ArrayScan& array);
+    void end_element(ArrayScan& array);
+    void read_body(ArrayScan& array);
+    void read_index_body(ArrayScan& array, std::uint64_t count);
+    void end_array(const ArrayScan& array);
+    [[noreturn]] void fail_in_body(const ArrayScan& array) const;
+
+    VsqListener no_listener_;
+    ByteSource source_;
+    VsqTokens tokens_;
+    VsqListener& listener_;
+    VsqSummary summary_;
+
+    std::vector<OpenBlock> stack_;
+    std::uint64_t statement_offset_ = 0;
+    bool has_version_ = false;
+    bool has_print_ = false;
+
+    std::string name_;   // of the parameter, or the kind of the assignment, that is being read
+    std::string value_;  // its value as text
+    std::string text_;
+
+    std::string geometry_type_;  // geometries hold none of their kind, so one of each does
+    TriangleCheck triangle_check_;
+    ShaderNumbers shader_numbers_;
+    std::unordered_set<std::string> materials_;
+    std::unordered_set<std::string> textures_;
+    std::unordered_set<std::string> environments_;
+    std::uint64_t object_depth_ = 0;  // entries of the stack up to the object that is open, else 0
+};
+
+}  // namespace vsqinfo

@@ -1,0 +1,71 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "tools/vsqinfo/display_text.h"
+#include "tools/vsqinfo/group_tree.h"
+#include "tools/vsqinfo/vsq_reader.h"
+#include "tools/vsqinfo/vsq_summary.h"
+
+namespace {
+
+struct Arguments {
+    std::string file;
+    bool tree = false;
+};
+
+void show_scene(const Arguments& arguments) {
+    vsqinfo::GroupTree tree(std::cout);
+    const vsqinfo::VsqSummary summary =
+        vsqinfo::read_vsq_file(arguments.file, arguments.tree ? &tree : nullptr);
+    if (arguments.tree)
+        std::cout << '\n';
+    std::cout << vsqinfo::summary_text(summary);
+}
+
+// `words` are the arguments as UTF-8, without the program's name.
+int run(std::vector<std::string> words) {
+    CLI::App app("Says what a scene file holds, and refuses a malformed one.", "vsqinfo");
+    // Else a path that begins with a slash would be an option on Windows.
+    app.allow_windows_style_options(false);
+    Arguments arguments;
+    app.add_option("FILE", arguments.file, "Scene file (.vsq)")->required();
+    app.add_flag("--tree", arguments.tree,
+                 "Print the tree of groups with their matrices in front of the summary");
+    try {
+        std::reverse(words.begin(), words.end());
+        app.parse(std::move(words));
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : 1;
+    }
+
+    try {
+        std::ios::sync_with_stdio(false);
+        show_scene(arguments);
+        std::cout.flush();
+        return std::cout ? 0 : 1;
+    } catch (const std::exception& error) {
+        std::cout.flush();
+        std::cerr << "vsqinfo: " << vsqinfo::display_text(arguments.file) << ": " << error.what()
+                  << '\n';
+        return 1;
+    }
+}
+
+}  // namespace
+
+// Windows hands over UTF-16, and would cut a path to the local code page in `main`.
+#ifdef _WIN32
+int wmain(int argc, wchar_t** argv) {
+#else
+int main(int argc, char** argv) {
+#endif
+    std::vector<std::string> words;
+    for (int i = 1; i < argc; ++i)
+        words.push_back(std::filesystem::path(argv[i]).u8string());
+    return run(std::move(words));
+}
