@@ -50,10 +50,29 @@ TEST(NumberText, EqualsPrintfOnTheEdges) {
     for (const double edge : edges) {
         expect_as_printf(edge);
         expect_as_printf(std::nextafter(edge, 1e308));
+        expect_as_printf(std::nextafter(edge, -1e308));
     }
     expect_as_printf(std::numeric_limits<double>::infinity());
     expect_as_printf(-std::numeric_limits<double>::infinity());
     expect_as_printf(std::numeric_limits<double>::quiet_NaN());
+}
+
+// Six digits and a tie behind them, around every power of ten.
+TEST(NumberText, EqualsPrintfAroundPowersOfTen) {
+    for (int exponent = -30; exponent < 30; ++exponent) {
+        for (const double digits : {1.0, 9.999994, 9.999995, 9.999996, 1.0000005, 2.000015, 5.5}) {
+            const double value = digits * std::pow(10.0, exponent);
+            for (const double near :
+                 {value, std::nextafter(value, 0.0), std::nextafter(value, 1e308)}) {
+                expect_as_printf(near);
+                expect_as_printf(-near);
+            }
+        }
+    }
+    for (std::int64_t odd = 2000001; odd < 20000000; odd += 1234) {
+        expect_as_printf(static_cast<double>(odd) / 2);
+        expect_as_printf(static_cast<double>(odd) / 32);
+    }
 }
 
 TEST(NumberText, EqualsPrintfOnAMillionRandomValues) {

@@ -13,17 +13,156 @@ constexpr int kGeneralDigits = 6;
 constexpr int kFixedDecimals = 16;
 constexpr std::ptrdiff_t kFixedWidth = 16;
 
+constexpr int kMantissaBits = 52;
+constexpr int kExponentBias = 1023;
+constexpr std::uint64_t kHiddenBit = std::uint64_t{1} << kMantissaBits;
+
+// Nearly all numbers of a scene lie in here, and are printed without a general algorithm: their six
+// digits need a power of ten that is no fraction and whose power of five fits 64 bits.
+constexpr double kSmallest = 1e-21;
+constexpr double kTooLarge = 999999.0;
+constexpr int kMostPowers = 28;
+
+constexpr std::uint32_t kSixDigits = 1000000;
+
+struct Powers {
+    std::uint64_t of_five[kMostPowers];
+};
+
+// All of them fit: 5 to the 27th has 63 bits.
+constexpr Powers make_powers() {
+    Powers powers{};
+    std::uint64_t power = 1;
+    for (int i = 0; i < kMostPowers; ++i) {
+        powers.of_five[i] = power;
+        power *= 5;
+    }
+    return powers;
+}
+
+constexpr Powers kPowers = make_powers();
+
+struct Wide {
+    std::uint64_t high;
+    std::uint64_t low;
+};
+
+Wide multiply(std::uint64_t a, std::uint64_t b) {
+    constexpr std::uint64_t kLow = 0xffffffffu;
+    const std::uint64_t low = (a & kLow) * (b & kLow);
+    const std::uint64_t middle = (a >> 32) * (b & kLow) + (low >> 32);
+    const std::uint64_t middle_too = (a & kLow) * (b >> 32) + (middle & kLow);
+    return {(a >> 32) * (b >> 32) + (middle >> 32) + (middle_too >> 32),
+            (middle_too << 32) | (low & kLow)};
+}
+
+// A positive number of six digits: the number is the first of them times ten to the `exponent`,
+// and so on.
+struct Decimal {
+    std::uint32_t digits;
+    int exponent;
+};
+
+// Rounds value * 10^(5 - exponent) to an integer, a tie to the even one, as printf does. Nothing is
+// lost before that: the mantissa times the power of five is held in full.
+std::uint32_t scaled(std::uint64_t mantissa, int binary_exponent, int exponent) {
+    const int power = kGeneralDigits - 1 - exponent;
+    const Wide product = multiply(mantissa, kPowers.of_five[power]);
+    const int shift = -(binary_exponent + power);  // 33 to 97 in the range that comes here
+
+    std::uint64_t whole = 0;
+    std::uint64_t rest = 0;  // the highest bits behind the point
+    bool more_behind_rest = false;
+    if (shift < 64) {
+        whole = (product.high << (64 - shift)) | (product.low >> shift);
+        rest = product.low << (64 - shift);
+    } else if (shift == 64) {
+        whole = product.high;
+        rest = product.low;
+    } else {
+        whole = product.high >> (shift - 64);
+        rest = (product.high << (128 - shift)) | (product.low >> (shift - 64));
+        more_behind_rest = (product.low << (128 - shift)) != 0;
+    }
+    constexpr std::uint64_t kHalf = std::uint64_t{1} << 63;
+    const bool tie = rest == kHalf && !more_behind_rest;
+    const bool up = tie ? (whole & 1) != 0 : rest >= kHalf;
+    return static_cast<std::uint32_t>(whole) + (up ? 1 : 0);
+}
+
+Decimal to_decimal(double value) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    const std::uint64_t mantissa = (bits & (kHiddenBit - 1)) | kHiddenBit;
+    const int power_of_two = static_cast<int>(bits >> kMantissaBits) - kExponentBias;
+
+    // 1233/4096 is nearly log10(2): the estimate is right or one too small.
+    int exponent = (power_of_two * 1233 - (power_of_two < 0 ? 4095 : 0)) / 4096;
+    std::uint32_t digits = scaled(mantissa, power_of_two - kMantissaBits, exponent);
+    while (digits >= kSixDigits) {
+        ++exponent;
+        digits = scaled(mantissa, power_of_two - kMantissaBits, exponent);
+    }
+    return {digits, exponent};
+}
+
+char* print_decimal(char* out, Decimal decimal) {
+    char digits[kGeneralDigits];
+    for (int i = kGeneralDigits - 1; i >= 0; --i) {
+        digits[i] = static_cast<char>('0' + decimal.digits % 10);
+        decimal.digits /= 10;
+    }
+    int count = kGeneralDigits;
+    while (digits[count - 1] == '0') {
+        --count;
+    }
+
+    if (decimal.exponent < -4) {
+        *out++ = digits[0];
+        if (count > 1) {
+            *out++ = '.';
+            out = std::copy(digits + 1, digits + count, out);
+        }
+        const int exponent = -decimal.exponent;
+        *out++ = 'e';
+        *out++ = '-';
+        *out++ = static_cast<char>('0' + exponent / 10);
+        *out++ = static_cast<char>('0' + exponent % 10);
+        return out;
+    }
+    if (decimal.exponent < 0) {
+        *out++ = '0';
+        *out++ = '.';
+        out = std::fill_n(out, -decimal.exponent - 1, '0');
+        return std::copy(digits, digits + count, out);
+    }
+    const int before_point = decimal.exponent + 1;
+    out = std::copy(digits, digits + before_point, out);
+    if (count > before_point) {
+        *out++ = '.';
+        out = std::copy(digits + before_point, digits + count, out);
+    }
+    return out;
+}
+
 }  // namespace
 
 char* print_general(char* out, double value) {
     // Matrices are mostly made of zeros and ones.
-    if (value == 0.0 && !std::signbit(value)) {
-        *out = '0';
-        return out + 1;
-    }
     if (value == 1.0) {
         *out = '1';
         return out + 1;
+    }
+    const double size = std::fabs(value);
+    if (size == 0.0 || (size >= kSmallest && size < kTooLarge)) {
+        if (std::signbit(value)) {
+            *out++ = '-';
+        }
+        if (size == 0.0) {
+            *out = '0';
+            return out + 1;
+        }
+        return print_decimal(out, to_decimal(size));
     }
     return std::to_chars(out, out + kShortRoom, value, std::chars_format::general, kGeneralDigits)
         .ptr;
