@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "standins/host/memory/scene_builder.h"
+
+namespace app {
+
+/// Fills `scene` from what the user calls a scene: "demo:NAME", or the path of a model file in
+/// UTF-8. Throws `std::runtime_error` with one line that names the scene and the reason.
+void load_scene(const std::string& source, memhost::SceneBuilder& scene);
+
+/// The demo scenes with their descriptions, one to a line.
+std::string list_of_demo_scenes();
+
+}  // namespace app

@@ -1,0 +1,82 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <stdexcept>
+
+#include "standins/host/memory/demo_scenes.h"
+#include "tests/support/exported_scene.h"
+#include "tools/vsqinfo/vsq_reader.h"
+
+namespace {
+
+using memhost::SceneBuilder;
+
+vsqinfo::VsqSummary read_back(const std::string& text) {
+    std::istringstream stream(text);
+    return vsqinfo::read_vsq(stream);
+}
+
+// Everything in front of the nodes, to the letter.
+TEST(ExportRun, OpensWithTheImportOptions) {
+    SceneBuilder scene;
+    scene.unit(UNITS_CENTIMETERS);
+    const std::string text = exported(scene);
+    const size_t start = text.find("version 9");
+    ASSERT_NE(start, std::string::npos);
+    EXPECT_EQ(text.substr(start),
+              "version 9\n\n"
+              "load \"qorrtopt.so\" {\n"
+              "\"import_mode\" on,\n"
+              "\"import_merge_groups\" off,\n"
+              "\"import_merge_objects\" on,\n"
+              "\"import_up_vector\" 2,\n"
+              "\"meter_scale\" 100,\n"
+              "\"import_keep_original\" on,\n"
+              "\"import_center_geometry\" off,\n"
+              "\"import_snap_to_ground\" off,\n"
+              "\"import_adjust_camera\" on,\n"
+              "\"import_adjust_environment\" on,\n"
+              "\"ext\" off,\n"
+              "}\n"
+              "\ngroup \"object\" {\n"
+              "flags 0\n"
+              "}\n");
+}
+
+TEST(ExportRun, LayersShowInTheRootFlags) {
+    SceneBuilder scene;
+    Qor::Options options(&scene.host());
+    options.Layers = true;
+    EXPECT_EQ(read_back(exported(scene, options)).root_flags, 1);
+}
+
+// The reader shares no code with the writer.
+TEST(ExportRun, DemoScenesReadBack) {
+    for (const memhost::DemoScene& demo : memhost::demo_scenes()) {
+        SceneBuilder scene;
+        demo.build(scene);
+        const vsqinfo::VsqSummary summary = read_back(exported(scene));
+        EXPECT_EQ(summary.groups, scene.host().nodes().size() - 1) << demo.name;
+        EXPECT_EQ(summary.root_name, "object");
+    }
+}
+
+TEST(ExportRun, AFileThatCantBeOpenedIsToldByAnException) {
+    SceneBuilder scene;
+    SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
+                           std::make_shared<Qor::Options>(&scene.host()), {});
+    const TemporaryFolder folder;
+    EXPECT_THROW(exporter.Run(folder / "missing" + "/scene.vsq", false, true, false),
+                 std::runtime_error);
+}
+
+#ifndef _WIN32
+TEST(ExportRun, AFullDiskIsToldByAnException) {
+    SceneBuilder scene;
+    SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
+                           std::make_shared<Qor::Options>(&scene.host()), {});
+    EXPECT_THROW(exporter.Run("/dev/full", false, true, false), std::runtime_error);
+}
+#endif
+
+}  // namespace

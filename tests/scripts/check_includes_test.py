@@ -1,0 +1,85 @@
+#!/usr/bin/env python3
+"""Runs scripts/check_includes.py over small trees made for the purpose."""
+
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+SCRIPT = Path(__file__).parents[2] / "scripts" / "check_includes.py"
+
+TABLE = """# low -> high in a comment is no row
+low            ->
+low/system     ->
+high           -> low
+high/border.h  -> low/system
+tests          -> *
+"""
+
+# A tree without a breach; each case below adds one file to it.
+SOUND = {
+    "cmake/layers.txt": TABLE,
+    "low/base.h": "#include <string>\n",
+    "low/version.h.in": "",
+    "low/base.cpp": '#include "low/base.h"\n#include "low/version.h"\n',
+    "low/system/api.h": "",
+    "high/border.h": '#include "low/system/api.h"\n',
+    "high/top.cpp": '#include "high/border.h"\n#  include "low/base.h"\n',
+    "tests/low/base_test.cpp": '#include "high/border.h"\n#include "low/system/api.h"\n',
+    "build/linux/copy.cpp": '#include "nowhere.h"\n',
+}
+
+
+def check(files):
+    with tempfile.TemporaryDirectory() as root:
+        for name, text in files.items():
+            path = Path(root, name)
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_text(text, encoding="utf-8")
+        done = subprocess.run(
+            [sys.executable, SCRIPT, root], stdout=subprocess.PIPE, universal_newlines=True
+        )
+        return done.returncode, done.stdout.splitlines()
+
+
+class CheckIncludes(unittest.TestCase):
+    def test_a_sound_tree_passes(self):
+        self.assertEqual(check(SOUND), (0, ["8 includes checked, 0 breaches"]))
+
+    def test_each_breach_is_told_with_file_line_and_arrow(self):
+        missing = "is missing in cmake/layers.txt)"
+        no_row = "has no row in cmake/layers.txt"
+        cases = [
+            # what is wrong, file, its text, report
+            ("an arrow upwards", "low/up.cpp", '\n\n#include "high/border.h"\n',
+             f"low/up.cpp:3: may not include high/border.h (low -> high {missing}"),
+            ("upwards by angle brackets", "low/up.h", "#include <high/border.h>\n",
+             f"low/up.h:1: may not include high/border.h (low -> high {missing}"),
+            ("what only one file may include", "high/b.cpp", '#include "low/system/api.h"\n',
+             f"high/b.cpp:1: may not include low/system/api.h (high -> low/system {missing}"),
+            ("that file goes past its own row", "high/border.h", '#include "low/base.h"\n',
+             f"high/border.h:1: may not include low/base.h (high/border.h -> low {missing}"),
+            ("in a resource script", "low/a.rc", '#include "high/border.h"\n',
+             f"low/a.rc:1: may not include high/border.h (low -> high {missing}"),
+            ("not from the root", "low/near.cpp", '#include "base.h"\n',
+             "low/near.cpp:1: may not include base.h (no such file from the project's root)"),
+            ("round a corner", "low/c.cpp", '#include "low/../high/border.h"\n',
+             "low/c.cpp:1: may not include low/../high/border.h"
+             " (no such file from the project's root)"),
+            ("a folder without a row", "new/a.cpp", "", f"new/a.cpp:1: its folder {no_row}"),
+            ("a header without a row", "tests/a.cpp", '#include "cmake/a.h"\n',
+             f"tests/a.cpp:1: may not include cmake/a.h (its folder {no_row})"),
+        ]
+        for name, file, text, report in cases:
+            with self.subTest(name):
+                tree = {**SOUND, file: text}
+                if "cmake/a.h" in text:
+                    tree["cmake/a.h"] = ""
+                code, lines = check(tree)
+                self.assertEqual(code, 1)
+                self.assertIn(report, lines)
+
+
+if __name__ == "__main__":
+    unittest.main()

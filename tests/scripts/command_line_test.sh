@@ -1,0 +1,95 @@
+#!/bin/bash
+# command_line_test.sh VSQEXPORT VSQINFO SAMPLES: the programs as a user runs them: exit codes, what
+# goes to which output, and what is left behind.
+set -u
+vsqexport=$1
+vsqinfo=$2
+samples=$3
+out=$(mktemp -d)
+trap 'chmod -R u+w "$out"; rm -rf "$out"' EXIT
+cd "$out" || exit 1
+failures=0
+
+# expect CODE LINES PATTERN COMMAND... runs a command; its exit code and the number of lines on
+# standard error must be these, and what it says there must match.
+expect() {
+    local code=$1 lines=$2 pattern=$3 got
+    shift 3
+    "$@" >stdout 2>stderr </dev/null
+    got=$?
+    if [[ $got != "$code" || $(wc -l <stderr) != "$lines" || ! $(cat stderr) =~ $pattern ]]; then
+        echo "FAILED: $*: exit $got (wanted $code), $lines lines matching '$pattern' wanted of:"
+        cat stderr
+        failures=$((failures + 1))
+    fi
+}
+
+# check TEXT COMMAND... must succeed.
+check() {
+    local text=$1
+    shift
+    if ! "$@"; then
+        echo "FAILED: $text"
+        failures=$((failures + 1))
+    fi
+}
+
+# Every sample exports, says what it holds, and reads back.
+for sample in "$samples"/*; do
+    case $sample in
+        *.gltf | *.dae | *.obj)
+            expect 0 0 '' "$vsqexport" export "$sample" sample.vsq
+            check "$sample: a summary of two lines" test "$(wc -l <stdout)" = 2
+            expect 0 0 '' "$vsqinfo" sample.vsq
+            ;;
+    esac
+done
+
+# Standard output takes the scene and nothing else.
+expect 0 0 '' "$vsqexport" export demo:hierarchy file.vsq
+expect 0 0 '' "$vsqexport" export demo:hierarchy -
+check "the same scene in a file and on standard output" cmp file.vsq stdout
+expect 0 0 '' "$vsqexport" export demo:hierarchy $'\xce\xa9 \xf0\x9f\x98\x80.vsq'
+check "a path with national characters" cmp file.vsq $'\xce\xa9 \xf0\x9f\x98\x80.vsq'
+
+# Settings and options reach the export.
+expect 0 0 '' "$vsqexport" export demo:hierarchy options.vsq --set Layers=1 --unit mm --fps 25 \
+    --frames 0:10
+check "the unit" grep -q '"meter_scale" 1000,' options.vsq
+check "a setting" grep -q '^flags 1$' options.vsq
+
+# What can't be done is told in one line, and leaves no file behind.
+: >empty.gltf
+echo 'no model' >broken.gltf
+printf '\x89PNG\r\n' >picture.png
+expect 1 1 'missing.glb' "$vsqexport" export missing.glb none.vsq
+expect 1 1 'empty.gltf' "$vsqexport" export empty.gltf none.vsq
+expect 1 1 'broken.gltf' "$vsqexport" export broken.gltf none.vsq
+expect 1 1 'picture.png' "$vsqexport" export picture.png none.vsq
+expect 1 1 "$samples" "$vsqexport" export "$samples" none.vsq
+expect 1 1 "demo scene is named 'none'" "$vsqexport" export demo:none none.vsq
+expect 2 1 "'Nothing'" "$vsqexport" export demo:hierarchy none.vsq --set Nothing=1
+expect 2 1 "'maybe'" "$vsqexport" export demo:hierarchy none.vsq --set Bones=maybe
+expect 2 1 "'furlong'" "$vsqexport" export demo:hierarchy none.vsq --unit furlong
+expect 2 1 "'9:1'" "$vsqexport" export demo:hierarchy none.vsq --frames 9:1
+expect 2 1 '--fps' "$vsqexport" export demo:hierarchy none.vsq --fps 0
+expect 2 1 '--bogus' "$vsqexport" export demo:hierarchy none.vsq --bogus
+expect 2 1 'OUT' "$vsqexport" export demo:hierarchy
+expect 2 1 'subcommand' "$vsqexport"
+check "no file is left" test ! -e none.vsq
+
+# Targets that can't be written.
+expect 1 1 'no folder .*nowhere' "$vsqexport" export demo:hierarchy nowhere/s.vsq
+expect 1 1 'it is a folder' "$vsqexport" export demo:hierarchy .
+expect 1 2 'could not close file' "$vsqexport" export demo:hierarchy /dev/full
+check "the reason" grep -q 'No space left on device' stderr
+if [[ $EUID != 0 ]]; then
+    mkdir locked
+    chmod a-w locked
+    expect 1 1 'Permission denied' "$vsqexport" export demo:hierarchy locked/s.vsq
+fi
+printf 'o m\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n' >model.obj
+expect 1 1 'it is the scene to be exported' "$vsqexport" export model.obj model.obj
+check "the model is as it was" test "$(head -c 3 model.obj)" = 'o m'
+
+exit $((failures > 0))

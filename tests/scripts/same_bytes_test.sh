@@ -1,0 +1,18 @@
+#!/bin/sh
+# same_bytes_test.sh NATIVE EMULATOR PROGRAM: both programs must write the same bytes for each demo
+# scene, the time of their build aside.
+set -eu
+native=$1
+emulator=$2
+program=$3
+out=$(mktemp -d)
+trap 'rm -rf "$out"' EXIT
+
+scenes=$("$native" export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p')
+[ -n "$scenes" ]
+for scene in $scenes; do
+    "$native" export "$scene" - | sed 's/(built [^)]*)//' >"$out/native"
+    "$emulator" "$program" export "$scene" - | sed 's/(built [^)]*)//' >"$out/emulated"
+    cmp "$out/native" "$out/emulated"
+    echo "$scene: $(wc -c <"$out/native") bytes, the same"
+done

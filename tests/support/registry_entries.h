@@ -1,0 +1,94 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/support/temporary_folder.h"
+
+#ifdef _WIN32
+#include "platform/wide_text.h"
+#else
+#include <cstdlib>
+#endif
+
+/// One value of a key below the machine's or the user's hive, as the text form of a registry
+/// export has it: `value` is "\"text\"" or "dword:0000000b".
+struct RegistryEntry {
+    const char* hive;
+    std::string key;
+    std::string name;
+    std::string value;
+};
+
+/// A registry that holds some entries while the object lives. On Windows they are really written
+/// to the registry and the keys taken out again; elsewhere they are the registry file of a
+/// configuration folder of the test's own.
+class RegistryEntries {
+public:
+    explicit RegistryEntries(const std::vector<RegistryEntry>& entries);
+    RegistryEntries(const RegistryEntries&) = delete;
+    RegistryEntries& operator=(const RegistryEntries&) = delete;
+    ~RegistryEntries();
+
+private:
+    std::vector<RegistryEntry> entries_;
+    TemporaryFolder folder_;
+};
+
+#ifdef _WIN32
+
+inline HKEY hive_named(const std::string& name) {
+    return name == "HKEY_CURRENT_USER" ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+inline RegistryEntries::RegistryEntries(const std::vector<RegistryEntry>& entries)
+    : entries_(entries) {
+    for (const RegistryEntry& entry : entries) {
+        HKEY key = nullptr;
+        RegCreateKeyExW(hive_named(entry.hive), platform::wide_from_utf8(entry.key).c_str(), 0,
+                        nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+        const std::wstring name = platform::wide_from_utf8(entry.name);
+        if (entry.value.front() == '"') {
+            std::string text;
+            for (size_t i = 1; i + 1 < entry.value.size(); ++i) {
+                i += entry.value[i] == '\\' ? 1 : 0;
+                text += entry.value[i];
+            }
+            const std::wstring wide = platform::wide_from_utf8(text);
+            RegSetValueExW(key, name.c_str(), 0, REG_SZ,
+                           reinterpret_cast<const BYTE*>(wide.c_str()),
+                           static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
+        } else {
+            const DWORD number = std::stoul(entry.value.substr(6), nullptr, 16);
+            RegSetValueExW(key, name.c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number),
+                           sizeof number);
+        }
+        RegCloseKey(key);
+    }
+}
+
+inline RegistryEntries::~RegistryEntries() {
+    for (const RegistryEntry& entry : entries_) {
+        RegDeleteTreeW(hive_named(entry.hive), platform::wide_from_utf8(entry.key).c_str());
+    }
+}
+
+#else
+
+inline RegistryEntries::RegistryEntries(const std::vector<RegistryEntry>& entries)
+    : entries_(entries) {
+    std::filesystem::create_directories(folder_.path() / "quoria");
+    std::ofstream file(folder_.path() / "quoria/registry.reg", std::ios::binary);
+    file << "Windows Registry Editor Version 5.00\r\n\r\n";
+    for (const RegistryEntry& entry : entries) {
+        file << "[" << entry.hive << "\\" << entry.key << "]\r\n\"" << entry.name
+             << "\"=" << entry.value << "\r\n\r\n";
+    }
+    setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
+}
+
+inline RegistryEntries::~RegistryEntries() {
+    unsetenv("XDG_CONFIG_HOME");
+}
+
+#endif
