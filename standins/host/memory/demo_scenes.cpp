@@ -1,0 +1,74 @@
+#include "standins/host/memory/demo_scenes.h"
+
+namespace memhost {
+namespace {
+
+// A crane: each part turns in its parent's space, and the weight on the hook is scaled.
+void build_hierarchy(SceneBuilder& scene) {
+    scene.unit(UNITS_CENTIMETERS);
+    const NodeBuilder base = scene.node(L"Base").at(0, 0, 10).wire(90, 90, 96);
+    for (int leg = 0; leg < 4; ++leg) {
+        base.child(L"Leg0" + std::to_wstring(leg + 1))
+            .transform(rotation_y(20) * translation(30, 0, -10) * rotation_z(90.0 * leg));
+    }
+
+    const NodeBuilder tower = base.child(L"Tower").transform(rotation_z(30) * translation(0, 0, 5));
+    const NodeBuilder cabin =
+        tower.child(L"Kabine \u00fc\u00f6\u00e4").at(0, -12, 40).wire(220, 60, 30);
+    cabin.child(L"\u904b\u8ee2\u58eb").at(0, 0, 4).hidden();
+    const NodeBuilder jib = tower.child(L"Jib").transform(rotation_y(-15) * translation(0, 0, 60));
+    const NodeBuilder trolley = jib.child(L"Trolley").at(55, 0, -2);
+    trolley.child(L"Hook").transform(rotation_x(90) * translation(0, 0, -25));
+    trolley.child(L"Weight").transform(scaling(8, 8, 4) * rotation_z(45) * translation(0, 0, -32));
+    jib.child(L"Counterweight").transform(scaling(6, 10, 6) * translation(-25, 0, -3));
+}
+
+void build_motion(SceneBuilder& scene) {
+    scene.unit(UNITS_CENTIMETERS).frames_per_second(30).animation_frames(0, 60);
+    const int ticks_per_frame = scene.host().ticks_per_frame();
+
+    // One turn in two seconds; the lamp goes round with it and never moves on its own.
+    const NodeBuilder turntable = scene.node(L"Turntable").motion([](TimeValue t) {
+        return rotation_z(t * 360.0 / (2.0 * TIME_TICKSPERSEC));
+    });
+    turntable.child(L"Lamp").transform(rotation_x(35) * translation(0, 20, 15));
+
+    // Up for the first second, down for the next.
+    scene.node(L"Lift").motion([](TimeValue t) {
+        const double seconds = t / static_cast<double>(TIME_TICKSPERSEC);
+        const double height = seconds < 1.0 ? seconds : 2.0 - seconds;
+        return translation(40, 0, static_cast<float>(50.0 * height));
+    });
+
+    // Rests at each stop, so that its matrix holds for many frames.
+    const NodeBuilder gate = scene.node(L"Gate").keys({
+        {0, translation(-40, 0, 0)},
+        {20 * ticks_per_frame, rotation_z(45) * translation(-40, 0, 0)},
+        {40 * ticks_per_frame, rotation_z(90) * translation(-40, 0, 0)},
+    });
+    gate.child(L"Bolt").at(0, 0, 12);
+
+    scene.node(L"Floor").at(0, 0, -1);
+}
+
+}  // namespace
+
+const std::vector<DemoScene>& demo_scenes() {
+    static const std::vector<DemoScene> scenes = {
+        {"hierarchy", "a small crane: nested, turned and scaled nodes, one of them hidden",
+         build_hierarchy},
+        {"motion", "nodes that turn, ride and stop: functions of time and keys", build_motion},
+    };
+    return scenes;
+}
+
+const DemoScene* find_demo_scene(const std::string& name) {
+    for (const DemoScene& scene : demo_scenes()) {
+        if (name == scene.name) {
+            return &scene;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace memhost

@@ -1,0 +1,127 @@
+#include "standins/host/memory/memory_host.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "standins/host/memory/host_text.h"
+
+namespace memhost {
+namespace {
+
+// The hosts that live, in the order of their making.
+std::vector<MemoryHost*>& live_hosts() {
+    static std::vector<MemoryHost*> hosts;
+    return hosts;
+}
+
+}  // namespace
+
+MemoryHost::MemoryHost() {
+    nodes_.push_back(std::make_unique<MemoryNode>(*this, nullptr, L"Scene Root"));
+    live_hosts().push_back(this);
+}
+
+MemoryHost::~MemoryHost() {
+    std::vector<MemoryHost*>& hosts = live_hosts();
+    hosts.erase(std::find(hosts.begin(), hosts.end(), this));
+}
+
+MemoryHost* MemoryHost::current() {
+    return live_hosts().empty() ? nullptr : live_hosts().back();
+}
+
+MemoryNode& MemoryHost::add_node(MemoryNode& parent, const std::wstring& name) {
+    nodes_.push_back(std::make_unique<MemoryNode>(*this, &parent, name));
+    return *nodes_.back();
+}
+
+void MemoryHost::set_unit(int type, float scale) {
+    unit_type_ = type;
+    unit_scale_ = scale;
+}
+
+void MemoryHost::add_asset_folder(MaxSDK::AssetManagement::AssetType type,
+                                  const std::wstring& folder) {
+    asset_folders_[type].push_back(units_from_wide(folder));
+}
+
+void MemoryHost::set_config_folder(const std::wstring& folder) {
+    config_folder_ = units_from_wide(folder);
+}
+
+void MemoryHost::on_progress(std::function<void(int, const std::wstring&)> callback) {
+    on_progress_ = std::move(callback);
+}
+
+void MemoryHost::SetTime(TimeValue t, BOOL) {
+    time_ = t;
+}
+
+const MCHAR* MemoryHost::GetDir(int which) {
+    return which == APP_PLUGCFG_DIR ? config_folder_.c_str() : L"";
+}
+
+int MemoryHost::GetAssetDirCount(MaxSDK::AssetManagement::AssetType type) {
+    return static_cast<int>(asset_folders_[type].size());
+}
+
+const MCHAR* MemoryHost::GetAssetDir(int i, MaxSDK::AssetManagement::AssetType type) {
+    return asset_folders_[type].at(static_cast<std::size_t>(i)).c_str();
+}
+
+bool MemoryHost::ProgressStart(const MCHAR* title, bool) {
+    ++progress_.started;
+    progress_.title = title ? title : L"";
+    cancel_.store(false);
+    return true;
+}
+
+bool MemoryHost::ProgressStart(const MCHAR* title, bool disp_bar, LPTHREAD_START_ROUTINE, LPVOID) {
+    return ProgressStart(title, disp_bar);
+}
+
+void MemoryHost::ProgressUpdate(int percent, bool, const MCHAR* title) {
+    progress_.percents.push_back(percent);
+    if (title) {
+        progress_.title = title;
+    }
+    if (on_progress_) {
+        on_progress_(percent, progress_.title);
+    }
+}
+
+void MemoryHost::ProgressEnd() {
+    ++progress_.ended;
+}
+
+BOOL MemoryHost::GetCancel() {
+    if (polls_before_cancel_ > 0 && --polls_before_cancel_ == 0) {
+        cancel_.store(true);
+    }
+    return cancel_.load();
+}
+
+}  // namespace memhost
+
+Interface* GetCOREInterface() {
+    return memhost::MemoryHost::current();
+}
+
+Interface8* GetCOREInterface8() {
+    return memhost::MemoryHost::current();
+}
+
+int GetTicksPerFrame() {
+    const memhost::MemoryHost* host = memhost::MemoryHost::current();
+    return host ? host->ticks_per_frame() : memhost::kDefaultTicksPerFrame;
+}
+
+BOOL GetSystemUnitInfo(int* type, float* scale) {
+    const memhost::MemoryHost* host = memhost::MemoryHost::current();
+    if (!host) {
+        return FALSE;
+    }
+    *type = host->unit_type();
+    *scale = host->unit_scale();
+    return TRUE;
+}

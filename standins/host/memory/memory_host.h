@@ -1,0 +1,112 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "standins/host/memory/memory_node.h"
+#include "standins/host/sdk/max.h"
+
+namespace memhost {
+
+/// 30 frames a second.
+constexpr int kDefaultTicksPerFrame = TIME_TICKSPERSEC / 30;
+
+/// What was handed to the host's progress bar since the host was made.
+struct ProgressRecord {
+    int started = 0;
+    int ended = 0;
+    std::wstring title;         // the last one given, at the start or with an update
+    std::vector<int> percents;  // one per update
+};
+
+/// A host that holds its scene in memory: nodes, time, units, folders, progress and cancelling.
+///
+/// A host is the core interface from its construction on. When it is destroyed, the one before it
+/// takes that place again. Tests describe their scenes with a `SceneBuilder` rather than here.
+class MemoryHost final : public Interface8 {
+public:
+    /// An empty scene at tick 0, frames 0 to 100 at 30 frames a second, and inches as the unit, as
+    /// the host itself starts.
+    MemoryHost();
+    ~MemoryHost() override;
+
+    /// The last host made of those that live, or null.
+    static MemoryHost* current();
+
+    MemoryNode& root() { return *nodes_.front(); }
+
+    /// The node comes behind its parent's other children, and lives as long as the host.
+    MemoryNode& add_node(MemoryNode& parent, const std::wstring& name);
+
+    /// Every node of the scene, the root first, in the order of their making.
+    const std::vector<std::unique_ptr<MemoryNode>>& nodes() const { return nodes_; }
+
+    /// In ticks; both ends belong to the range.
+    void set_animation_range(const Interval& ticks) { animation_range_ = ticks; }
+    void set_ticks_per_frame(int ticks) { ticks_per_frame_ = ticks; }
+    int ticks_per_frame() const { return ticks_per_frame_; }
+
+    /// A unit of the scene is `scale` times the unit `type`, one of `UNITS_...`.
+    void set_unit(int type, float scale = 1.0f);
+    int unit_type() const { return unit_type_; }
+    float unit_scale() const { return unit_scale_; }
+
+    void add_asset_folder(MaxSDK::AssetManagement::AssetType type, const std::wstring& folder);
+    /// The folder for settings files, `GetDir(APP_PLUGCFG_DIR)`; other kinds are empty.
+    void set_config_folder(const std::wstring& folder);
+
+    const ProgressRecord& progress() const { return progress_; }
+    /// Called for each `ProgressUpdate`, with the title that the bar shows then.
+    void on_progress(std::function<void(int percent, const std::wstring& title)> callback);
+
+    /// What the user's Esc does: safe from any thread and from a signal handler.
+    void request_cancel() { cancel_.store(true); }
+    /// The `count`th call of `GetCancel` from now on answers true, and those after it; so a test
+    /// can stop in the middle of a walk.
+    void cancel_at_poll(int count) { polls_before_cancel_ = count; }
+
+    /// Called by nodes: every world matrix has to be computed anew.
+    void transforms_changed() { ++transform_version_; }
+    std::uint64_t transform_version() const { return transform_version_; }
+
+    TimeValue GetTime() override { return time_; }
+    void SetTime(TimeValue t, BOOL redraw = TRUE) override;
+    Interval GetAnimRange() override { return animation_range_; }
+    INode* GetRootNode() override { return &root(); }
+    HWND GetMAXHWnd() const override { return nullptr; }
+    const MCHAR* GetDir(int which) override;
+    int GetAssetDirCount(MaxSDK::AssetManagement::AssetType type) override;
+    const MCHAR* GetAssetDir(int i, MaxSDK::AssetManagement::AssetType type) override;
+    bool ProgressStart(const MCHAR* title, bool disp_bar) override;
+    bool ProgressStart(const MCHAR* title, bool disp_bar, LPTHREAD_START_ROUTINE fn,
+                       LPVOID arg) override;
+    void ProgressUpdate(int percent, bool show_percent = true,
+                        const MCHAR* title = nullptr) override;
+    void ProgressEnd() override;
+    BOOL GetCancel() override;
+    void SetCancel(BOOL cancel) override { cancel_.store(cancel != FALSE); }
+
+private:
+    std::vector<std::unique_ptr<MemoryNode>> nodes_;  // the root first
+    std::uint64_t transform_version_ = 1;             // a node that was never evaluated has 0
+    TimeValue time_ = 0;
+    int ticks_per_frame_ = kDefaultTicksPerFrame;
+    Interval animation_range_{0, 100 * kDefaultTicksPerFrame};
+    int unit_type_ = UNITS_INCHES;
+    float unit_scale_ = 1.0f;
+    std::map<MaxSDK::AssetManagement::AssetType, std::vector<std::wstring>> asset_folders_;
+    std::wstring config_folder_;
+    ProgressRecord progress_;
+    std::function<void(int, const std::wstring&)> on_progress_;
+    std::atomic<bool> cancel_{false};
+    int polls_before_cancel_ = 0;  // 0: none is planned
+
+    static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets the cancel flag");
+};
+
+}  // namespace memhost

@@ -1,0 +1,84 @@
+#include "standins/host/memory/memory_node.h"
+
+#include <utility>
+
+#include "standins/host/memory/host_text.h"
+#include "standins/host/memory/memory_host.h"
+
+namespace memhost {
+
+MemoryNode::MemoryNode(MemoryHost& host, MemoryNode* parent, const std::wstring& name)
+    : host_(host), parent_(parent) {
+    set_name(name);
+    if (parent_) {
+        parent_->children_.push_back(this);
+    }
+}
+
+void MemoryNode::set_name(const std::wstring& name) {
+    name_ = units_from_wide(name.substr(0, name.find(L'\0')));
+}
+
+void MemoryNode::set_local_transform(LocalTransform transform) {
+    local_ = std::move(transform);
+    host_.transforms_changed();
+}
+
+bool MemoryNode::knows_world_at(TimeValue t) const {
+    return world_.version == host_.transform_version() && world_.valid.InInterval(t);
+}
+
+// The parent's matrix has to be known.
+void MemoryNode::compute_world_at(TimeValue t) {
+    Interval valid = parent_ ? parent_->world_.valid : FOREVER;
+    Matrix3 matrix = local_.at(t, valid);
+    if (parent_) {
+        matrix *= parent_->world_.matrix;
+    }
+    world_ = {matrix, valid, host_.transform_version()};
+}
+
+const MemoryNode::WorldMatrix& MemoryNode::world_at(TimeValue t) {
+    if (knows_world_at(t)) {
+        return world_;
+    }
+
+    // Up to the nearest ancestor whose matrix is known, then down again. On a walk from the root
+    // that is the parent, and nothing is collected.
+    std::vector<MemoryNode*> unknown;
+    for (MemoryNode* node = parent_; node && !node->knows_world_at(t); node = node->parent_) {
+        unknown.push_back(node);
+    }
+    for (; !unknown.empty(); unknown.pop_back()) {
+        unknown.back()->compute_world_at(t);
+    }
+    compute_world_at(t);
+    return world_;
+}
+
+Matrix3 MemoryNode::GetNodeTM(TimeValue t, Interval* valid) {
+    const WorldMatrix& world = world_at(t);
+    if (valid) {
+        *valid &= world.valid;
+    }
+    return world.matrix;
+}
+
+Matrix3 MemoryNode::GetObjTMAfterWSM(TimeValue t, Interval* valid) {
+    return object_offset_ * GetNodeTM(t, valid);
+}
+
+INode* MemoryNode::GetChildNode(int i) {
+    return i >= 0 && i < NumberOfChildren() ? children_[static_cast<std::size_t>(i)] : nullptr;
+}
+
+const ObjectState& MemoryNode::EvalWorldState(TimeValue, BOOL) {
+    state_ = ObjectState(object_.get());
+    return state_;
+}
+
+int MemoryNode::IsNodeHidden(BOOL) {
+    return hidden_;
+}
+
+}  // namespace memhost

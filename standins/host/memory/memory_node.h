@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "standins/host/memory/local_transform.h"
+#include "standins/host/sdk/max.h"
+
+namespace memhost {
+
+class MemoryHost;
+
+/// A node of the in-memory host. The host makes and owns its nodes (`MemoryHost::add_node`); they
+/// only refer to one another, so that a tree of any depth is built, evaluated and destroyed
+/// without recursion.
+class MemoryNode final : public INode {
+public:
+    MemoryNode(MemoryHost& host, MemoryNode* parent, const std::wstring& name);
+
+    /// Characters past 0xFFFF become surrogate pairs; a zero ends the name.
+    void set_name(const std::wstring& name);
+    void set_local_transform(LocalTransform transform);
+    /// From the object's space to the node's.
+    void set_object_offset(const Matrix3& node_from_object) { object_offset_ = node_from_object; }
+    /// Null takes the node's object away.
+    void set_object(std::unique_ptr<Object> object) { object_ = std::move(object); }
+    void set_hidden(bool hidden) { hidden_ = hidden; }
+    void set_wire_color(COLORREF color) { wire_color_ = color; }
+
+    MemoryHost& host() const { return host_; }
+    MemoryNode* parent() const { return parent_; }
+    const std::vector<MemoryNode*>& children() const { return children_; }
+    const std::wstring& name() const { return name_; }
+
+    const MCHAR* GetName() override { return name_.c_str(); }
+    Matrix3 GetNodeTM(TimeValue t, Interval* valid = nullptr) override;
+    Matrix3 GetObjTMAfterWSM(TimeValue t, Interval* valid = nullptr) override;
+    INode* GetParentNode() override { return parent_; }
+    int NumberOfChildren() override { return static_cast<int>(children_.size()); }
+    INode* GetChildNode(int i) override;
+    const ObjectState& EvalWorldState(TimeValue t, BOOL eval_hidden = TRUE) override;
+    /// A node's hidden state is its own; that of its ancestors plays no part.
+    int IsNodeHidden(BOOL for_renderer = FALSE) override;
+    DWORD GetWireColor() override { return wire_color_; }
+
+private:
+    // The world matrix of the last evaluation: good for the times in `valid`, as long as the host's
+    // transforms are still those of `version`.
+    struct WorldMatrix {
+        Matrix3 matrix;
+        Interval valid;
+        std::uint64_t version = 0;
+    };
+
+    bool knows_world_at(TimeValue t) const;
+    void compute_world_at(TimeValue t);
+    const WorldMatrix& world_at(TimeValue t);
+
+    MemoryHost& host_;
+    MemoryNode* parent_;  // null for the root
+    std::vector<MemoryNode*> children_;
+    std::wstring name_;
+    LocalTransform local_;
+    Matrix3 object_offset_;
+    WorldMatrix world_;
+    std::unique_ptr<Object> object_;
+    ObjectState state_;
+    COLORREF wire_color_ = 0x00808080;
+    bool hidden_ = false;
+};
+
+}  // namespace memhost

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "standins/host/sdk/max.h"
+
+namespace memhost {
+
+/// What a node holds that has a place and nothing to show.
+class HelperObject final : public Object {
+public:
+    SClass_ID SuperClassID() override { return HELPER_CLASS_ID; }
+    int IsRenderable() override { return FALSE; }
+};
+
+/// An object that says whatever a test wants it to say of itself, and holds nothing.
+class PlainObject final : public Object {
+public:
+    explicit PlainObject(SClass_ID superclass, Class_ID class_id = Class_ID())
+        : superclass_(superclass), class_id_(class_id) {}
+
+    PlainObject& set_deformable(bool deformable) {
+        deformable_ = deformable;
+        return *this;
+    }
+    PlainObject& set_validity(const Interval& validity) {
+        validity_ = validity;
+        return *this;
+    }
+
+    SClass_ID SuperClassID() override { return superclass_; }
+    Class_ID ClassID() override { return class_id_; }
+    int IsRenderable() override { return superclass_ == GEOMOBJECT_CLASS_ID; }
+    int IsDeformable() override { return deformable_; }
+    Interval ObjectValidity(TimeValue) override { return validity_; }
+
+private:
+    SClass_ID superclass_;
+    Class_ID class_id_;
+    Interval validity_ = FOREVER;
+    bool deformable_ = false;
+};
+
+}  // namespace memhost

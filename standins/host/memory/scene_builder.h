@@ -1,0 +1,79 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "standins/host/memory/local_transform.h"
+#include "standins/host/memory/memory_host.h"
+#include "standins/host/memory/memory_node.h"
+#include "standins/host/memory/memory_objects.h"
+#include "standins/host/memory/placement.h"
+
+namespace memhost {
+
+/// A node in the making: a reference that can be copied, good as long as its scene. Each
+/// operation gives the node back, so that they can be chained.
+///
+/// Names and paths are wide text or UTF-8.
+class NodeBuilder {
+public:
+    explicit NodeBuilder(MemoryNode& node) : node_(&node) {}
+
+    /// Adds a child and gives the child back.
+    NodeBuilder child(const std::wstring& name) const;
+    NodeBuilder child(const std::string& name_utf8) const;
+
+    /// Where the node is in its parent's space; each of these replaces the one before.
+    NodeBuilder at(float x, float y, float z) const;
+    NodeBuilder transform(const Matrix3& parent_from_node) const;
+    NodeBuilder keys(std::vector<TransformKey> keys) const;
+    NodeBuilder motion(LocalTransform::Function parent_from_node) const;
+
+    NodeBuilder offset(const Matrix3& node_from_object) const;
+    NodeBuilder object(std::unique_ptr<Object> object) const;
+    NodeBuilder without_object() const;
+    NodeBuilder hidden(bool hidden = true) const;
+    /// Components from 0 to 255.
+    NodeBuilder wire(int red, int green, int blue) const;
+
+    MemoryNode& node() const { return *node_; }
+
+private:
+    MemoryNode* node_;
+};
+
+/// Describes a scene in a host of its own, which is the core interface while the builder lives.
+///
+///     SceneBuilder scene;
+///     NodeBuilder box = scene.node(L"Box01").at(1, 2, 3);
+///     box.child(L"Lid").transform(rotation_x(30)).hidden();
+///     scene.unit(UNITS_MILES).animation_frames(0, 50);
+///
+/// A node has a `HelperObject` until it is given another object or none.
+class SceneBuilder {
+public:
+    MemoryHost& host() { return host_; }
+
+    /// Adds a node at the top of the tree.
+    NodeBuilder node(const std::wstring& name);
+    NodeBuilder node(const std::string& name_utf8);
+
+    SceneBuilder& time(TimeValue ticks);
+    /// Comes before `animation_frames`, which counts in frames of this length.
+    SceneBuilder& frames_per_second(int frames);
+    /// The animation range, both frames included.
+    SceneBuilder& animation_frames(int first, int last);
+    SceneBuilder& animation_ticks(TimeValue first, TimeValue last);
+    SceneBuilder& unit(int type, float scale = 1.0f);
+    SceneBuilder& asset_folder(MaxSDK::AssetManagement::AssetType type, const std::wstring& path);
+    SceneBuilder& asset_folder(MaxSDK::AssetManagement::AssetType type,
+                               const std::string& path_utf8);
+    SceneBuilder& config_folder(const std::wstring& path);
+    SceneBuilder& config_folder(const std::string& path_utf8);
+
+private:
+    MemoryHost host_;
+};
+
+}  // namespace memhost

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cmath>
+
+#include "standins/host/sdk/point3.h"
+
+/// An affine transform of row vectors: four rows of three, the last one the translation. Beside
+/// the rows stands an implicit column 0, 0, 0, 1. In `a * b` the left one is applied first.
+class Matrix3 {
+public:
+    /// The identity.
+    Matrix3() { IdentityMatrix(); }
+    Matrix3(const Point3& u, const Point3& v, const Point3& n, const Point3& t)
+        : rows_{u, v, n, t} {}
+
+    void IdentityMatrix() { *this = Matrix3({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0}); }
+    void Zero() { *this = Matrix3({}, {}, {}, {}); }
+
+    Point3 GetRow(int i) const { return rows_[i]; }
+    void SetRow(int i, Point3 row) { rows_[i] = row; }
+    Point3 GetTrans() const { return rows_[3]; }
+
+    /// Without the translation.
+    Point3 VectorTransform(const Point3& v) const {
+        // Column by column, each sum from left to right, so that every system rounds alike.
+        Point3 result;
+        for (int column = 0; column < 3; ++column) {
+            result[column] =
+                v.x * rows_[0][column] + v.y * rows_[1][column] + v.z * rows_[2][column];
+        }
+        return result;
+    }
+
+    Matrix3 operator*(const Matrix3& b) const {
+        return Matrix3(b.VectorTransform(rows_[0]), b.VectorTransform(rows_[1]),
+                       b.VectorTransform(rows_[2]), b.VectorTransform(rows_[3]) + b.rows_[3]);
+    }
+    Matrix3& operator*=(const Matrix3& b) { return *this = *this * b; }
+
+private:
+    Point3 rows_[4];
+};
+
+/// The full transform of a point, translation included.
+inline Point3 operator*(const Point3& p, const Matrix3& m) {
+    return m.VectorTransform(p) + m.GetTrans();
+}
+
+/// The identity if `m` has no inverse: if it is singular, if one of its numbers isn't finite, or
+/// if one of the inverse's numbers doesn't fit a float.
+inline Matrix3 Inverse(const Matrix3& m) {
+    const Point3 rows[3] = {m.GetRow(0), m.GetRow(1), m.GetRow(2)};
+
+    // The cofactor of row i, column j takes the two rows and columns that follow in a cycle, which
+    // brings its sign along.
+    double cofactor[3][3];
+    for (int i = 0; i < 3; ++i) {
+        const Point3& below = rows[(i + 1) % 3];
+        const Point3& above = rows[(i + 2) % 3];
+        for (int j = 0; j < 3; ++j) {
+            const int right = (j + 1) % 3;
+            const int left = (j + 2) % 3;
+            cofactor[i][j] = static_cast<double>(below[right]) * above[left] -
+                             static_cast<double>(below[left]) * above[right];
+        }
+    }
+    const double determinant =
+        rows[0].x * cofactor[0][0] + rows[0].y * cofactor[0][1] + rows[0].z * cofactor[0][2];
+    if (determinant == 0.0 || !std::isfinite(determinant)) {
+        return Matrix3();
+    }
+
+    // Everything stays in double up to here, and each number is narrowed once.
+    const Point3 translation = m.GetTrans();
+    bool finite = true;
+    Point3 inverse_rows[4];
+    for (int column = 0; column < 3; ++column) {
+        double inverse[3];
+        for (int row = 0; row < 3; ++row) {
+            inverse[row] = cofactor[column][row] / determinant;
+        }
+        const double moved = 0.0 - (translation.x * inverse[0] + translation.y * inverse[1] +
+                                    translation.z * inverse[2]);
+        const double numbers[4] = {inverse[0], inverse[1], inverse[2], moved};
+        for (int row = 0; row < 4; ++row) {
+            inverse_rows[row][column] = static_cast<float>(numbers[row]);
+            finite = finite && std::isfinite(inverse_rows[row][column]);
+        }
+    }
+    if (!finite) {
+        return Matrix3();
+    }
+    return Matrix3(inverse_rows[0], inverse_rows[1], inverse_rows[2], inverse_rows[3]);
+}

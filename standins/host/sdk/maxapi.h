@@ -1,0 +1,54 @@
+#pragma once
+
+#include "standins/host/sdk/AssetManagement/AssetType.h"
+#include "standins/host/sdk/inode.h"
+#include "standins/host/sdk/interval.h"
+#include "standins/host/sdk/maxtypes.h"
+
+/// `which` of `Interface::GetDir` for the folder of the plug-ins' settings files.
+constexpr int APP_PLUGCFG_DIR = 9;
+
+/// The host itself. All calls are made on its main thread.
+class Interface {
+public:
+    Interface() = default;
+    Interface(const Interface&) = delete;
+    Interface& operator=(const Interface&) = delete;
+    virtual ~Interface() = default;
+
+    virtual TimeValue GetTime() = 0;
+    virtual void SetTime(TimeValue t, BOOL redraw = TRUE) = 0;
+    virtual Interval GetAnimRange() = 0;
+
+    virtual INode* GetRootNode() = 0;
+    virtual HWND GetMAXHWnd() const = 0;
+
+    /// Folder names come without a separator at the end or with one, and stay valid as long as the
+    /// host's settings stay the same.
+    virtual const MCHAR* GetDir(int which) = 0;
+    virtual int GetAssetDirCount(MaxSDK::AssetManagement::AssetType type) = 0;
+    virtual const MCHAR* GetAssetDir(int i, MaxSDK::AssetManagement::AssetType type) = 0;
+
+    /// The second form's function and argument are left over from former releases.
+    virtual bool ProgressStart(const MCHAR* title, bool disp_bar) = 0;
+    virtual bool ProgressStart(const MCHAR* title, bool disp_bar, LPTHREAD_START_ROUTINE fn,
+                               LPVOID arg) = 0;
+    /// Without a title the last one stays.
+    virtual void ProgressUpdate(int percent, bool show_percent = true,
+                                const MCHAR* title = nullptr) = 0;
+    virtual void ProgressEnd() = 0;
+
+    /// True once the user asked to stop, until `SetCancel(FALSE)` or the next `ProgressStart`.
+    virtual BOOL GetCancel() = 0;
+    virtual void SetCancel(BOOL cancel) = 0;
+};
+
+/// The same host; the number tells which release brought the operations.
+class Interface8 : public Interface {};
+
+/// Null as long as there is no host.
+Interface* GetCOREInterface();
+Interface8* GetCOREInterface8();
+
+/// 4800 by the frames in a second.
+int GetTicksPerFrame();

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "standins/host/sdk/maxtypes.h"
+
+using SClass_ID = ULONG;
+
+constexpr SClass_ID BASENODE_CLASS_ID = 0x1;
+constexpr SClass_ID GEOMOBJECT_CLASS_ID = 0x10;
+constexpr SClass_ID CAMERA_CLASS_ID = 0x20;
+constexpr SClass_ID LIGHT_CLASS_ID = 0x30;
+constexpr SClass_ID SHAPE_CLASS_ID = 0x40;
+constexpr SClass_ID HELPER_CLASS_ID = 0x50;
+
+/// Which class, among those of one superclass.
+class Class_ID {
+public:
+    constexpr Class_ID() = default;
+    constexpr Class_ID(ULONG a, ULONG b) : a_(a), b_(b) {}
+
+    constexpr ULONG PartA() const { return a_; }
+    constexpr ULONG PartB() const { return b_; }
+    constexpr bool operator==(const Class_ID& other) const {
+        return a_ == other.a_ && b_ == other.b_;
+    }
+    constexpr bool operator!=(const Class_ID& other) const { return !(*this == other); }
+
+private:
+    ULONG a_ = 0;
+    ULONG b_ = 0;
+};
+
+/// Part A of the class ids of the host's own classes; part B is 0.
+constexpr ULONG TRIOBJ_CLASS_ID = 0x9;
+constexpr ULONG SPLINESHAPE_CLASS_ID = 0xa;
+constexpr ULONG TARGET_CLASS_ID = 0x1020;
+constexpr ULONG OMNI_LIGHT_CLASS_ID = 0x1011;
+
+constexpr Class_ID BONE_OBJ_CLASSID(0x28bf6e8d, 0x2ecca840);

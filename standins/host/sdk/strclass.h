@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "standins/host/sdk/maxtypes.h"
+
+/// Text as bytes of UTF-8.
+class UTF8Str {
+public:
+    explicit UTF8Str(std::string bytes) : bytes_(std::move(bytes)) {}
+
+    /// Zero-terminated; valid as long as the object.
+    const char* data() const { return bytes_.c_str(); }
+
+private:
+    std::string bytes_;
+};
+
+/// The host's text: 16-bit units, a surrogate pair for each character past 0xFFFF.
+class WStr {
+public:
+    WStr() = default;
+    /// Null gives the empty text.
+    WStr(const wchar_t* text) : text_(text ? text : L"") {}
+
+    /// Zero-terminated; valid until the object changes.
+    const wchar_t* data() const { return text_.c_str(); }
+    operator const wchar_t*() const { return data(); }
+
+    int Length() const { return static_cast<int>(text_.size()); }
+    bool isNull() const { return text_.empty(); }
+
+    WStr& Append(const WStr& other) {
+        text_ += other.text_;
+        return *this;
+    }
+    WStr& operator+=(const WStr& other) { return Append(other); }
+    WStr operator+(const WStr& other) const { return WStr(*this).Append(other); }
+    bool operator==(const WStr& other) const { return text_ == other.text_; }
+
+    /// A surrogate without its partner becomes the replacement character U+FFFD.
+    UTF8Str ToUTF8() const;
+
+private:
+    std::wstring text_;
+};
+
+using MSTR = WStr;
+using TSTR = WStr;
