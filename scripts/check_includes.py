@@ -1,0 +1,101 @@
+#!/usr/bin/env python3
+"""Checks every #include of the project against the arrows of cmake/layers.txt.
+
+    check_includes.py [ROOT]
+
+Each row of the table reads `path -> path path ...`: what lies at or below the first path may
+include what belongs to the others, `*` standing for everything. The longest matching path holds,
+so a single file can have a row of its own. A breach is reported with file, line and the arrow
+that is missing, and makes the exit status 1.
+"""
+
+import os
+import re
+import sys
+from pathlib import Path
+
+TABLE = "cmake/layers.txt"
+SOURCES = {".h", ".cpp", ".rc"}
+INCLUDE = re.compile(r'\s*#\s*include\s*(["<])([^">]+)[">]')
+
+
+def read_table(root):
+    rows = {}
+    for line in (root / TABLE).read_text(encoding="utf-8").splitlines():
+        path, arrow, visible = line.partition("->")
+        if arrow and not line.startswith("#"):
+            rows[path.strip()] = visible.split()
+    return rows
+
+
+def source_files(root):
+    """The sources below `root` as paths relative to it, without build trees and hidden folders."""
+    for folder, subfolders, files in os.walk(root):
+        at_root = Path(folder) == root
+        subfolders[:] = sorted(
+            name for name in subfolders if name[0] != "." and not (at_root and name == "build")
+        )
+        for name in sorted(files):
+            if Path(name).suffix in SOURCES:
+                yield (Path(folder) / name).relative_to(root).as_posix()
+
+
+def longest_match(paths, file):
+    return max((p for p in paths if file == p or file.startswith(p + "/")), key=len, default=None)
+
+
+class Checker:
+    def __init__(self, root):
+        self.root = root
+        self.rows = read_table(root)
+        # A file with a row of its own includes by that row, but is included as part of its folder.
+        self.folders = [path for path in self.rows if not (root / path).is_file()]
+        self.include_count = 0
+        self.breaches = []
+
+    def check_file(self, file):
+        row = longest_match(self.rows, file)
+        if longest_match(self.folders, file) is None:
+            self.breaches.append(f"{file}:1: its folder has no row in {TABLE}")
+            return
+        text = (self.root / file).read_text(encoding="utf-8")
+        for number, line in enumerate(text.splitlines(), 1):
+            include = INCLUDE.match(line)
+            if include:
+                self.include_count += 1
+                breach = self.breach(file, row, quoted=include[1] == '"', target=include[2])
+                if breach:
+                    self.breaches.append(f"{file}:{number}: {breach}")
+
+    def breach(self, file, row, quoted, target):
+        """What is wrong with an include of `target`, or None."""
+        # A generated header stands in the tree as a template with `.in` behind its name.
+        in_tree = any((self.root / (target + ending)).is_file() for ending in ("", ".in"))
+        if not in_tree or ".." in Path(target).parts:
+            if not quoted:
+                return None  # a header of the system or of a library
+            return f"may not include {target} (no such file from the project's root)"
+
+        target_folder = longest_match(self.folders, target)
+        if target_folder is None:
+            return f"may not include {target} (its folder has no row in {TABLE})"
+        allowed = self.rows[row] + [longest_match(self.folders, file)]
+        if "*" in allowed or target_folder in allowed:
+            return None
+        return f"may not include {target} ({row} -> {target_folder} is missing in {TABLE})"
+
+
+def main():
+    root = Path(sys.argv[1] if len(sys.argv) > 1 else Path(__file__).parent.parent).resolve()
+    checker = Checker(root)
+    for file in source_files(root):
+        checker.check_file(file)
+
+    for breach in checker.breaches:
+        print(breach)
+    print(f"{checker.include_count} includes checked, {len(checker.breaches)} breaches")
+    return 1 if checker.breaches else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
