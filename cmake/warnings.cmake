@@ -2,16 +2,24 @@
 # multiply-add and no fast maths.
 add_library(vsq_warnings INTERFACE)
 if(MSVC)
-    target_compile_options(vsq_warnings INTERFACE /W4 /WX /permissive- /utf-8 /fp:precise)
+    # The host's headers are taken as those of a system, since they aren't ours to mend.
+    target_compile_options(vsq_warnings INTERFACE
+        /W4 /WX /permissive- /utf-8 /fp:precise /external:anglebrackets /external:W0)
     target_compile_definitions(vsq_warnings INTERFACE _CRT_SECURE_NO_WARNINGS)
 else()
     target_compile_options(vsq_warnings INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow -Werror -ffp-contract=off)
 endif()
 if(WIN32)
-    target_compile_definitions(vsq_warnings INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+    target_compile_definitions(vsq_warnings INTERFACE UNICODE _UNICODE NOMINMAX)
+    if(NOT MAXSDK_ROOT)
+        # The host's headers rely on all that windows.h brings.
+        target_compile_definitions(vsq_warnings INTERFACE WIN32_LEAN_AND_MEAN)
+    endif()
 endif()
 if(VSQ_SANITIZE)
     add_compile_options(-fsanitize=${VSQ_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # With the checks in between, GCC takes the standard library's own variables for unset ones.
+    add_compile_options(-Wno-maybe-uninitialized)
     add_link_options(-fsanitize=${VSQ_SANITIZE})
 endif()

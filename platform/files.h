@@ -9,6 +9,11 @@ namespace platform {
 /// The caller closes it.
 std::FILE* open_file(const std::string& path_utf8, const char* mode);
 
+/// Closes the stream of an owner; whoever has to know whether that works closes it by hand.
+struct CloseStream {
+    void operator()(std::FILE* stream) const { std::fclose(stream); }
+};
+
 /// True if something, file or folder, has that path. The separator may be "\\" on every system, as
 /// the host's own folders have it.
 bool path_exists(const std::string& path_utf8);

@@ -21,7 +21,11 @@ bool path_exists(const std::string& path_utf8) {
 
 std::FILE* duplicate_standard_output() {
     const int descriptor = dup(STDOUT_FILENO);
-    return descriptor < 0 ? nullptr : fdopen(descriptor, "wb");
+    std::FILE* stream = descriptor < 0 ? nullptr : fdopen(descriptor, "wb");
+    if (stream == nullptr && descriptor >= 0) {
+        close(descriptor);
+    }
+    return stream;
 }
 
 bool redirect_standard_output_to_error() {

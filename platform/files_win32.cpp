@@ -17,7 +17,11 @@ bool path_exists(const std::string& path_utf8) {
 
 std::FILE* duplicate_standard_output() {
     const int descriptor = _dup(1);
-    return descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+    std::FILE* stream = descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+    if (stream == nullptr && descriptor >= 0) {
+        _close(descriptor);
+    }
+    return stream;
 }
 
 bool redirect_standard_output_to_error() {

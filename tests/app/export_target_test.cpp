@@ -21,7 +21,7 @@ std::string refusal(const std::string& target, const std::string& source) {
 TEST(ExportTarget, IsCheckedBeforeTheExport) {
     const TemporaryFolder folder;
     const std::string model = folder / "model.obj";
-    std::ofstream(std::filesystem::u8path(model)) << "v 0 0 0\n";
+    std::ofstream(std::filesystem::u8path(model), std::ios::binary) << "v 0 0 0\n";
     const std::string there = folder.path().u8string();
     const struct {
         std::string target;

@@ -79,10 +79,14 @@ TEST(LightFileFactory, TellsOfAFullDisk) {
             factory.get_api()->write_text("%s", text.c_str());
         }
         try {
+            errno = EACCES;  // of some other call in between
+            testing::internal::CaptureStderr();
             factory.close();
             FAIL() << "a full disk went unnoticed";
         } catch (const std::runtime_error& error) {
             EXPECT_STREQ(error.what(), "could not close file");
+            EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                      "closing file: No space left on device\n");
         }
         EXPECT_EQ(factory.get_api(), nullptr);
     }

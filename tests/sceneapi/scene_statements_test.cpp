@@ -83,6 +83,9 @@ TEST(SceneStatements, AreWrittenToTheLetter) {
              a.end_geometry();
          },
          "#define geometry \"n\" \"triangles\" {\n}\n"},
+        {"null texts",
+         [](Api& a) { a.print_message(nullptr), a.set_binary_parameter(nullptr, nullptr, -1); },
+         "#print \"\"\n bX\n"},
         {"instance", [](Api& a) { a.write_instance("n"); }, "instance \"n\"\n"},
         {"what only a link or a back end of another kind does",
          [](Api& a) {

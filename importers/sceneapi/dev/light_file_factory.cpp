@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <stdexcept>
-#include <string>
 
 #include "importers/sceneapi/dev/qorscene_api_file.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
@@ -31,12 +30,12 @@ std::FILE* take_standard_output() {
 }  // namespace
 
 LightFileFactory::LightFileFactory(const std::string& path) {
-    stream_ = path == "-" ? take_standard_output() : platform::open_file(path, "wb+");
-    if (stream_ == nullptr) {
+    stream_.reset(path == "-" ? take_standard_output() : platform::open_file(path, "wb+"));
+    if (!stream_) {
         std::perror("opening file");
         throw std::runtime_error("could not open file: \"" + path + "\"");
     }
-    api_ = std::make_unique<qorScene_api_file>(stream_, true);
+    api_ = std::make_unique<qorScene_api_file>(stream_.get(), true);
 }
 
 LightFileFactory::~LightFileFactory() {
@@ -64,19 +63,18 @@ void LightFileFactory::write_header(qorSceneapi_oo& scene) {
 }
 
 void LightFileFactory::close() {
-    api_.reset();
-    if (stream_ == nullptr) {
+    if (!stream_) {
         return;
     }
     // Bytes that were lost on the way count as much as a close that fails.
-    const bool lost_bytes = std::ferror(stream_) != 0;
-    const int reason = errno;
-    const bool failed_to_close = std::fclose(stream_) != 0;
-    stream_ = nullptr;
+    const int reason = api_->flush() ? 0 : errno;
+    api_.reset();
+    const bool lost_bytes = std::ferror(stream_.get()) != 0;
+    const bool failed_to_close = std::fclose(stream_.release()) != 0;
     if (!lost_bytes && !failed_to_close) {
         return;
     }
-    if (lost_bytes) {
+    if (reason != 0) {
         errno = reason;
     }
     std::perror("closing file");

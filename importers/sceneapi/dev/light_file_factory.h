@@ -6,6 +6,7 @@
 #include <string>
 
 #include "importers/sceneapi/dev/light_factory.h"
+#include "platform/files.h"
 
 class qorScene_api_file;
 
@@ -39,8 +40,8 @@ public:
     void set_id(std::uint32_t id) { id_ = id; }
 
 private:
-    std::unique_ptr<qorScene_api_file> api_;
-    std::FILE* stream_ = nullptr;
+    std::unique_ptr<std::FILE, platform::CloseStream> stream_;
+    std::unique_ptr<qorScene_api_file> api_;  // on `stream_`, and gone before it
     std::uint32_t id_ = 0;
 };
 

@@ -32,10 +32,9 @@ struct Powers {
 // All of them fit: 5 to the 27th has 63 bits.
 constexpr Powers make_powers() {
     Powers powers{};
-    std::uint64_t power = 1;
-    for (int i = 0; i < kMostPowers; ++i) {
-        powers.of_five[i] = power;
-        power *= 5;
+    powers.of_five[0] = 1;
+    for (int i = 1; i < kMostPowers; ++i) {
+        powers.of_five[i] = powers.of_five[i - 1] * 5;
     }
     return powers;
 }
@@ -145,9 +144,20 @@ char* print_decimal(char* out, Decimal decimal) {
     return out;
 }
 
+// The standard library of each system has its own words for these.
+char* print_no_number(char* out, double value) {
+    if (std::signbit(value)) {
+        *out++ = '-';
+    }
+    return std::copy_n(std::isnan(value) ? "nan" : "inf", 3, out);
+}
+
 }  // namespace
 
 char* print_general(char* out, double value) {
+    if (!std::isfinite(value)) {
+        return print_no_number(out, value);
+    }
     // Matrices are mostly made of zeros and ones.
     if (value == 1.0) {
         *out = '1';
@@ -169,17 +179,15 @@ char* print_general(char* out, double value) {
 }
 
 char* print_fixed(char* out, double value) {
-    char* end =
-        std::to_chars(out, out + kFixedRoom, value, std::chars_format::fixed, kFixedDecimals).ptr;
-
-    // Only what is no number is shorter than the width.
-    const std::ptrdiff_t length = end - out;
-    if (length < kFixedWidth) {
-        std::memmove(out + kFixedWidth - length, out, static_cast<size_t>(length));
-        std::fill(out, out + kFixedWidth - length, ' ');
-        end = out + kFixedWidth;
+    if (!std::isfinite(value)) {
+        // Nothing else is shorter than the width.
+        char text[kFixedWidth];
+        const std::ptrdiff_t length = print_no_number(text, value) - text;
+        out = std::fill_n(out, kFixedWidth - length, ' ');
+        return std::copy_n(text, length, out);
     }
-    return end;
+    return std::to_chars(out, out + kFixedRoom, value, std::chars_format::fixed, kFixedDecimals)
+        .ptr;
 }
 
 char* print_int(char* out, std::int32_t value) {

@@ -2,12 +2,21 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 /// Numbers as text, to the letter what printf gives in the "C" locale, several times faster and
-/// alike on every system.
+/// alike on every system, infinities and what is no number ("nan", "-nan") included.
 ///
 /// Each writes at `out`, without a terminator, and gives the end of the text.
 namespace number_text {
+
+/// What the renderer takes of a number: itself, or -1 for what is no number and for what isn't
+/// strictly between the ends of a float's range.
+template <typename Number>
+Number ordinary(Number value) {
+    constexpr Number kLargest = std::numeric_limits<float>::max();
+    return value > -kLargest && value < kLargest ? value : Number(-1);
+}
 
 /// Room that `print_general`, `print_int` and `print_unsigned` never exceed.
 constexpr size_t kShortRoom = 32;

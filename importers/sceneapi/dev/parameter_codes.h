@@ -20,11 +20,11 @@ constexpr std::int32_t kText = 10;         ///< the text itself; in an array, po
 constexpr std::int32_t kSubshader = 12;    ///< no value
 constexpr std::int32_t kTextPointer = 13;  ///< a pointer to a text
 constexpr std::int32_t kFloat2 = 14;       ///< two floats
-constexpr std::int32_t kWindow = 15;       ///< four floats
+constexpr std::int32_t kFloat4Too = 15;    ///< four floats, written alike
 constexpr std::int32_t kInt2 = 16;         ///< two 32-bit integers
 constexpr std::int32_t kInt3 = 17;         ///< three 32-bit integers
 constexpr std::int32_t kInt4 = 18;         ///< four 32-bit integers
-constexpr std::int32_t kEnumeration = 23;  ///< one 32-bit integer
+constexpr std::int32_t kIntToo = 23;       ///< one 32-bit integer, written alike
 constexpr std::int32_t kArray = 0x8000;    ///< added to the code of an element
 constexpr std::int32_t kShader = 0x10000;  ///< a `qorShaderHandle`
 

@@ -24,9 +24,9 @@ public:
     virtual void reserved_hook() = 0;
 
     // The connection to a running renderer. A scene without one says no to each.
-    virtual bool connect(const char* host, std::int32_t port, std::int32_t mode);
+    virtual bool connect(const char* host, std::int32_t port, std::int32_t);
     virtual bool disconnect();
-    virtual bool link_request(void* request, void* answer, void* context);
+    virtual bool link_request(void*, void*, void*);
 
     virtual bool begin_group(const char* name, bool place) = 0;
     virtual void end_group() = 0;
@@ -89,6 +89,7 @@ public:
     /// One named value; `parameter_code` tells what stands behind the pointer.
     virtual bool set_parameter(const char* name, std::int32_t type, const void* value) = 0;
     virtual bool set_parameter_id(const char* name, std::int32_t id) = 0;
+    /// A null handle does nothing.
     virtual bool set_parameter_shader(const char* name, qorShaderHandle shader) = 0;
     virtual bool begin_array(const char* name) = 0;
     virtual void end_array() = 0;
@@ -101,7 +102,8 @@ public:
     virtual void set_attribute(const char* key, const char* value) = 0;
     /// Raw text in printf form.
     virtual void write_text(const char* format, ...) = 0;
-    /// Bit 2: arrays in binary form. Bit 0x400000: no indentation.
+    /// The bit of value 2 asks for arrays in binary form, that of 0x400000 for no indentation. A
+    /// scene file takes the form of its arrays from its construction.
     virtual void set_output_mode(std::uint32_t mode) = 0;
     /// The version of the format; all ones stand for 20.
     virtual void set_version(std::uint32_t version) = 0;

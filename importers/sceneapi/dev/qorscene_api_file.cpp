@@ -1,6 +1,9 @@
 #include "importers/sceneapi/dev/qorscene_api_file.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdarg>
+#include <utility>
 
 #include "importers/sceneapi/dev/number_text.h"
 #include "importers/sceneapi/dev/shader_buffer.h"
@@ -38,6 +41,12 @@ qorScene_api_file::qorScene_api_file(OwnedStream own, std::FILE* stream, bool bi
 
 qorScene_api_file::~qorScene_api_file() = default;
 
+bool qorScene_api_file::flush() {
+    out_.flush();
+    errno = out_.write_error();
+    return errno == 0;
+}
+
 // The head of a block: the keyword, its names, and the brace.
 void qorScene_api_file::open_block(std::string_view keyword,
                                    std::initializer_list<const char*> names) {
@@ -46,6 +55,10 @@ void qorScene_api_file::open_block(std::string_view keyword,
         out_.write_bare_name(name);
         out_.write_raw(" ");
     }
+    end_head();
+}
+
+void qorScene_api_file::end_head() {
     out_.write_raw("{\n");
     out_.raise_indent();
 }
@@ -185,6 +198,7 @@ void qorScene_api_file::end_image() {
     close_exclusive_block(Block::kImage);
 }
 
+// Refused before anything is written, so that no "#modify" stands alone.
 bool qorScene_api_file::begin_modify(const char* name) {
     if (block_ != Block::kNone) {
         return false;
@@ -226,13 +240,15 @@ void qorScene_api_file::end_accel() {
 }
 
 void qorScene_api_file::transform(const qorMatrix& matrix) {
-    out_.write_indented("transform ");
-    write_narrowed_matrix(matrix);
-    out_.write_raw("\n");
+    write_matrix("transform ", matrix);
 }
 
 void qorScene_api_file::set_transform(const qorMatrix& matrix) {
-    out_.write_indented("set transform ");
+    write_matrix("set transform ", matrix);
+}
+
+void qorScene_api_file::write_matrix(std::string_view keyword, const qorMatrix& matrix) {
+    out_.write_indented(keyword);
     write_narrowed_matrix(matrix);
     out_.write_raw("\n");
 }
@@ -282,8 +298,8 @@ void qorScene_api_file::end_material() {
 void qorScene_api_file::begin_frame(std::int32_t number) {
     out_.write_indented("frame ");
     write_decimal(number);
-    out_.write_raw(" {\n");
-    out_.raise_indent();
+    out_.write_raw(" ");
+    end_head();
 }
 
 void qorScene_api_file::end_frame() {
@@ -294,8 +310,8 @@ void qorScene_api_file::write_motion(double time, const qorMatrix& matrix) {
     char text[number_text::kShortRoom];
     out_.write_indented("motion ");
     out_.write_raw({text, static_cast<size_t>(number_text::print_general(text, time) - text)});
-    out_.write_raw(" {\n");
-    out_.raise_indent();
+    out_.write_raw(" ");
+    end_head();
     transform(matrix);
     close_block();
 }
@@ -317,9 +333,12 @@ void qorScene_api_file::set_attribute(const char* key, const char* value) {
 void qorScene_api_file::write_text(const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(format_buffer_.data(), SceneTextOutput::kLongestText + 1, format, arguments);
+    const int length =
+        std::vsnprintf(format_buffer_.data(), SceneTextOutput::kLongestText + 1, format, arguments);
     va_end(arguments);
-    out_.write_indented(format_buffer_.data());
+    if (length >= 0) {
+        out_.write_indented(format_buffer_.data());
+    }
 }
 
 void qorScene_api_file::set_output_mode(std::uint32_t mode) {
@@ -344,14 +363,14 @@ void qorScene_api_file::set_progress(const char* text, float fraction) {
 
 void qorScene_api_file::set_icon(const unsigned char* data, std::int32_t size) {
     out_.write_indented("icon ");
-    out_.write_hexadecimal_data(data, static_cast<size_t>(size));
+    out_.write_hexadecimal_data(data, static_cast<size_t>(std::max(size, 0)));
     out_.write_raw("\n");
 }
 
 void qorScene_api_file::set_binary_parameter(const char* name, const unsigned char* data,
                                              std::int32_t size) {
-    out_.write_indented({name, " "});
-    out_.write_hexadecimal_data(data, static_cast<size_t>(size));
+    out_.write_indented({text_or_empty(name), " "});
+    out_.write_hexadecimal_data(data, static_cast<size_t>(std::max(size, 0)));
     out_.write_raw("\n");
 }
 
@@ -373,13 +392,15 @@ bool qorScene_api_file::render() {
 }
 
 void qorScene_api_file::print_message(const char* text) {
-    out_.write_indented("#print \"");
-    out_.write_raw(text);
-    out_.write_raw("\"\n");
+    write_remark("#print", text);
 }
 
 void qorScene_api_file::print_error(const char* text) {
-    out_.write_indented("#error \"");
-    out_.write_raw(text);
+    write_remark("#error", text);
+}
+
+void qorScene_api_file::write_remark(std::string_view keyword, const char* text) {
+    out_.write_indented({keyword, " \""});
+    out_.write_raw(text_or_empty(text));
     out_.write_raw("\"\n");
 }

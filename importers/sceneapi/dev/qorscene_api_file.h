@@ -2,13 +2,16 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "importers/sceneapi/dev/numeric_locale.h"
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/scene_text_output.h"
+#include "platform/files.h"
 
 class ShaderBuffer;
 
@@ -16,7 +19,8 @@ class ShaderBuffer;
 /// it where an array has a binary form.
 ///
 /// It tells nobody of a failure and refuses nothing but options, camera and image blocks inside an
-/// open block. While it lives, the process's numeric locale is "C".
+/// open block (a camera that is reopened counts as one). While it lives, the process's numeric
+/// locale is "C".
 class qorScene_api_file : public qorScene_api {
 public:
     /// Borrows `stream`, which must be a binary one; null drops everything. The text is whole in
@@ -30,6 +34,9 @@ public:
     qorScene_api_file(const qorScene_api_file&) = delete;
     qorScene_api_file& operator=(const qorScene_api_file&) = delete;
     ~qorScene_api_file() override;
+
+    /// Sends what has gathered so far. False if a write has failed, with the reason in `errno`.
+    bool flush();
 
     void reserved_hook() override {}
     bool begin_group(const char* name, bool place) override;
@@ -113,16 +120,15 @@ public:
 private:
     enum class Block : std::int32_t { kNone, kOptions, kCamera, kImage, kObject };
 
-    // Closes a stream that the writer opened itself.
-    struct CloseStream {
-        void operator()(std::FILE* stream) const { std::fclose(stream); }
-    };
-    using OwnedStream = std::unique_ptr<std::FILE, CloseStream>;
+    using OwnedStream = std::unique_ptr<std::FILE, platform::CloseStream>;
 
     qorScene_api_file(OwnedStream own, std::FILE* stream, bool binary_arrays);
 
     void open_block(std::string_view keyword, std::initializer_list<const char*> names);
+    void end_head();
     void close_block();
+    void write_matrix(std::string_view keyword, const qorMatrix& matrix);
+    void write_remark(std::string_view keyword, const char* text);
     bool open_exclusive_block(Block block, std::string_view keyword, const char* name);
     void close_exclusive_block(Block block);
     void push_plain_parameters(bool plain);
@@ -141,7 +147,7 @@ private:
     void choose_target();
 
     NumericLocale numeric_locale_;
-    OwnedStream own_stream_;
+    OwnedStream own_stream_;  // of a writer that opened its file itself
     SceneTextOutput out_;
     std::vector<char> format_buffer_;  // of `write_text`
     bool binary_arrays_;

@@ -1,5 +1,4 @@
 #include <cstring>
-#include <limits>
 
 #include "importers/sceneapi/dev/number_text.h"
 #include "importers/sceneapi/dev/parameter_codes.h"
@@ -39,7 +38,7 @@ constexpr ArrayForm kArrayForms[] = {
     {parameter_code::kMatrix, ElementForm::kMatrix, 16, sizeof(double), 0},
     {parameter_code::kText, ElementForm::kText, 1, sizeof(const char*), 0},
     {parameter_code::kTextPointer, ElementForm::kText, 1, sizeof(const char*), 0},
-    {parameter_code::kEnumeration, ElementForm::kInt, 1, sizeof(std::int32_t), 'i'},
+    {parameter_code::kIntToo, ElementForm::kInt, 1, sizeof(std::int32_t), 'i'},
 };
 
 constexpr unsigned char kBinaryMark[] = {1, 2, 3};
@@ -52,12 +51,6 @@ const ArrayForm* find_form(std::int32_t element_code) {
         }
     }
     return nullptr;
-}
-
-template <typename Number>
-Number checked(Number value) {
-    constexpr Number kLargest = std::numeric_limits<float>::max();
-    return value > -kLargest && value < kLargest ? value : Number(-1);
 }
 
 template <typename Number>
@@ -79,9 +72,11 @@ char* print_element(char* out, const ArrayForm& form, const void* element) {
             return print_generals<float>(out, element, form.numbers, ' ');
         case ElementForm::kCheckedFloat:
             return number_text::print_general(
-                out, static_cast<double>(checked(*static_cast<const float*>(element))));
+                out,
+                static_cast<double>(number_text::ordinary(*static_cast<const float*>(element))));
         case ElementForm::kFixedDouble:
-            return number_text::print_fixed(out, checked(*static_cast<const double*>(element)));
+            return number_text::print_fixed(
+                out, number_text::ordinary(*static_cast<const double*>(element)));
         case ElementForm::kDoubles:
             return print_generals<double>(out, element, form.numbers, ' ');
         case ElementForm::kInt:

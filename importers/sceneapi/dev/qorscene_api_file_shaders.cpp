@@ -76,8 +76,8 @@ bool qorScene_api_file::begin_shader(const char* name, const char* type) {
     saved_indents_.push_back(out_.indent());
     out_.set_indent(0);
     out_.write_quoted_name(type);
-    out_.write_raw(" {\n");
-    out_.raise_indent();
+    out_.write_raw(" ");
+    end_head();
     return true;
 }
 
@@ -88,24 +88,24 @@ bool qorScene_api_file::begin_shader_id(const char* type, std::int32_t id) {
     out_.write_indented("#define shader ");
     write_decimal(id);
     out_.write_raw(" ");
-    out_.write_raw(type);
-    out_.write_raw(" {\n");
-    out_.raise_indent();
+    out_.write_raw(text_or_empty(type));
+    out_.write_raw(" ");
+    end_head();
     return true;
 }
 
 // The current shader stays, so that the caller can ask for the one just finished.
 void qorScene_api_file::end_shader() {
-    out_.lower_indent();
     if (in_shader_buffer_) {
         // The statement that uses the shader ends the line.
+        out_.lower_indent();
         out_.write_indented("}");
         if (!saved_indents_.empty()) {
             out_.set_indent(saved_indents_.back());
             saved_indents_.pop_back();
         }
     } else {
-        out_.write_indented("}\n");
+        close_block();
     }
     pop_plain_parameters();
     if (!saved_shaders_.empty()) {

@@ -1,5 +1,3 @@
-#include <limits>
-
 #include "importers/sceneapi/dev/number_text.h"
 #include "importers/sceneapi/dev/parameter_codes.h"
 #include "importers/sceneapi/dev/qorscene_api_file.h"
@@ -40,11 +38,11 @@ constexpr ValueForm kValueForms[] = {
     {parameter_code::kText, Form::kText, 1},
     {parameter_code::kTextPointer, Form::kTextPointer, 1},
     {parameter_code::kFloat2, Form::kFloats, 2},
-    {parameter_code::kWindow, Form::kFloats, 4},
+    {parameter_code::kFloat4Too, Form::kFloats, 4},
     {parameter_code::kInt2, Form::kInts, 2},
     {parameter_code::kInt3, Form::kInts, 3},
     {parameter_code::kInt4, Form::kInts, 4},
-    {parameter_code::kEnumeration, Form::kInts, 1},
+    {parameter_code::kIntToo, Form::kInts, 1},
     {parameter_code::kShader, Form::kShader, 1},
 };
 
@@ -58,11 +56,6 @@ const ValueForm* find_form(std::int32_t code) {
         }
     }
     return nullptr;
-}
-
-float checked(float value) {
-    constexpr float kLargest = std::numeric_limits<float>::max();
-    return value > -kLargest && value < kLargest ? value : -1.0f;
 }
 
 // A few numbers with one blank between them, put together before they are written.
@@ -97,7 +90,7 @@ private:
 
 bool qorScene_api_file::set_parameter(const char* name, std::int32_t type, const void* value) {
     if (plain_parameters_) {
-        out_.write_indented({name, " "});
+        out_.write_indented({text_or_empty(name), " "});
     } else {
         out_.write_quoted_name(name);
         out_.write_raw(" ");
@@ -142,7 +135,8 @@ void qorScene_api_file::write_value(std::int32_t code, const void* value) {
             numbers.add_all<float>(value, form->count);
             break;
         case Form::kCheckedFloat:
-            numbers.add(static_cast<double>(checked(*static_cast<const float*>(value))));
+            numbers.add(
+                static_cast<double>(number_text::ordinary(*static_cast<const float*>(value))));
             break;
         case Form::kFixedDouble: {
             char text[number_text::kFixedRoom];

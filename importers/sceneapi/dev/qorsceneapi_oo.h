@@ -80,7 +80,7 @@ public:
 
     virtual void set_flags(std::uint32_t flags);
 
-    /// The interface behind this wrapper, borrowed from the factory; null as told above.
+    /// The interface behind this wrapper, borrowed from the factory; null if that has no scene.
     virtual qorScene_api* get_api();
 
     /// A remark and an error for the reader of the scene.

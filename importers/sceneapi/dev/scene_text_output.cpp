@@ -1,6 +1,7 @@
 #include "importers/sceneapi/dev/scene_text_output.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 #include "importers/sceneapi/dev/shader_buffer.h"
@@ -74,7 +75,7 @@ void SceneTextOutput::write_bytes(const void* bytes, size_t size) {
 }
 
 void SceneTextOutput::write_quoted_name(const char* name) {
-    const std::string_view text = name != nullptr ? name : "";
+    const std::string_view text = text_or_empty(name);
     if (can_stand_in_quotes(text)) {
         write_indented({"\"", text, "\""});
     } else {
@@ -157,5 +158,9 @@ void SceneTextOutput::send(const void* bytes, size_t size) {
     if (stream_ == nullptr || size == 0 || write_failed_) {
         return;
     }
-    write_failed_ = std::fwrite(bytes, 1, size, stream_) != size;
+    errno = 0;
+    if (std::fwrite(bytes, 1, size, stream_) != size) {
+        write_failed_ = true;
+        write_error_ = errno;
+    }
 }

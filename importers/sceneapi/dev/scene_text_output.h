@@ -9,6 +9,11 @@
 
 class ShaderBuffer;
 
+/// Null stands for no text.
+inline std::string_view text_or_empty(const char* text) {
+    return text != nullptr ? text : "";
+}
+
 /// Where the text of a scene file goes: the few kinds of writes that all of its statements are made
 /// of, with indentation, names and the choice between the stream and a shader's buffer.
 ///
@@ -55,6 +60,9 @@ public:
 
     void flush();
 
+    /// The `errno` of the first write that failed, or 0.
+    int write_error() const { return write_error_; }
+
     void set_indented(bool on) { indented_ = on; }
     int indent() const { return indent_; }
     void set_indent(int level) { indent_ = level; }
@@ -74,7 +82,8 @@ private:
     ShaderBuffer* target_ = nullptr;
     int indent_ = 0;
     bool indented_ = false;
-    bool write_failed_ = false;  // once set it stays; whoever closes the stream asks the stream
+    bool write_failed_ = false;  // once set it stays, and nothing more is sent
+    int write_error_ = 0;        // why it failed
     std::vector<char> line_buffer_;
     size_t gathered_ = 0;  // bytes of `line_buffer_` that wait
 };

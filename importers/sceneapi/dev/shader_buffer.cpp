@@ -3,6 +3,7 @@
 #include <cstring>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 void ShaderBuffer::append_bytes(const void* bytes, size_t size) {
     append(bytes, size);
@@ -18,7 +19,7 @@ void ShaderBuffer::append(const void* data, size_t size) {
     if (length_ + added + 1 >= capacity_) {
         const std::int64_t grown = added + 2 * static_cast<std::int64_t>(capacity_) + 512;
         if (grown + 2 > std::numeric_limits<std::int32_t>::max()) {
-            throw std::length_error("a shader is larger than 2 GiB");
+            throw std::length_error("a shader with its arrays is too large");
         }
         auto moved = std::make_unique<char[]>(static_cast<size_t>(grown) + 2);
         if (length_ > 0) {

@@ -3,7 +3,7 @@
 #include "plugins/3dsmax/export/host.h"
 
 /// One frame in the scene's own time, whatever the host's frame rate.
-constexpr double kSceneTimePerFrame = 33.0;
+inline constexpr double kSceneTimePerFrame = 33.0;
 
 /// The host's animation range and the time under way, in host ticks.
 struct FrameTiming {

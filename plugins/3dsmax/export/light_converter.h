@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"

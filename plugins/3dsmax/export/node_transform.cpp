@@ -16,5 +16,5 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
     }
 }
 
-// Nothing has content yet that could move.
+// Motion isn't sampled yet.
 void SceneExporter::EmitTransformAnimation(INode*, bool, const Matrix3&) {}

@@ -37,7 +37,8 @@ public:
     ~SceneExporter();
 
     /// Always true, also after a cancel or a failed link. `path` is UTF-8 and empty for a link.
-    /// Throws `std::runtime_error` if a scene file can't be opened or wasn't written whole.
+    /// Throws `std::runtime_error` if a scene file can't be opened or wasn't written whole, and
+    /// passes on what else goes wrong on the way.
     bool Run(const std::string& path, bool update, bool to_file, bool animation);
 
 private:
@@ -53,7 +54,7 @@ private:
 
     // The walk over the node tree, and the same over the layers.
     void CountNodes(INode* node);
-    bool WalkNode(INode* node, bool in_group);
+    bool WalkNode(INode* top, bool in_group);
     void OpenNode(INode* node, bool in_group);
     bool ExportNode(INode* node, bool child_content);
     void ExportCameras(INode* node);
