@@ -3,6 +3,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -36,10 +37,43 @@ public:
     void end_load() override { add("end_load"); }
     void transform(const qorMatrix& matrix) override { add("transform" + numbers(matrix)); }
     void set_transform(const qorMatrix& matrix) override { add("set_transform" + numbers(matrix)); }
+    bool begin_material(const char* name, bool place) override {
+        return add(std::string(place ? "begin_material " : "define_material ") + name);
+    }
+    bool use_material(const char* name) override {
+        return add(std::string("use_material ") + name);
+    }
+    void end_material() override { add("end_material"); }
+    void assign_shader(std::int32_t kind, qorShaderHandle shader) override {
+        add("assign_shader " + std::to_string(kind) + " " + shader_text(shader));
+    }
+    void assign_shader_id(std::int32_t kind, std::int32_t id) override {
+        add("assign_shader_id " + std::to_string(kind) + " " + std::to_string(id));
+    }
+    bool begin_shader(const char* name, const char* type) override {
+        if (name == nullptr) {
+            shader_types_.emplace_back(type);
+            current_shader_ = &shader_types_.back();
+        }
+        return add(std::string("begin_shader ") + (name == nullptr ? "-" : name) + " " + type);
+    }
     bool begin_shader_id(const char* type, std::int32_t id) override {
         return add(std::string("begin_shader_id ") + type + " " + std::to_string(id));
     }
     void end_shader() override { add("end_shader"); }
+    qorShaderHandle current_shader() override {
+        add("current_shader");
+        return current_shader_;
+    }
+    void push_shader() override {
+        add("push_shader");
+        saved_shaders_.push_back(current_shader_);
+    }
+    void pop_shader() override {
+        add("pop_shader");
+        current_shader_ = saved_shaders_.back();
+        saved_shaders_.pop_back();
+    }
     void write_text(const char* format, ...) override {
         char text[512];
         std::va_list arguments;
@@ -50,6 +84,17 @@ public:
     }
     bool set_parameter(const char* name, std::int32_t type, const void* value) override {
         return add(std::string(name) + " " + value_text(type, value));
+    }
+    bool set_parameter_id(const char* name, std::int32_t id) override {
+        return add(std::string(name) + " shader " + std::to_string(id));
+    }
+    bool set_parameter_shader(const char* name, qorShaderHandle shader) override {
+        return add(std::string(name) + " shader " + shader_text(shader));
+    }
+    bool begin_array(const char* name) override { return add(std::string("begin_array ") + name); }
+    void end_array() override { add("end_array"); }
+    void add_array_element(std::int32_t type, const void* value) override {
+        add("add_array_element " + value_text(type, value));
     }
     void set_version(std::uint32_t version) override {
         add("set_version " + std::to_string(version));
@@ -63,6 +108,14 @@ public:
     void print_error(const char* text) override { add(std::string("print_error ") + text); }
 
 private:
+    std::deque<std::string> shader_types_;  // of the anonymous shaders; a handle points to one
+    const std::string* current_shader_ = nullptr;
+    std::vector<const std::string*> saved_shaders_;
+
+    static std::string shader_text(qorShaderHandle shader) {
+        return shader == nullptr ? "null" : *static_cast<const std::string*>(shader);
+    }
+
     bool add(std::string call) {
         calls.push_back(std::move(call));
         return true;

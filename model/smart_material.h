@@ -1,0 +1,68 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "model/material.h"
+#include "model/shader_graph.h"
+
+namespace qor {
+
+/// What every material of the host becomes: colours and texture files, which it turns into a small
+/// graph of shaders as it is written.
+///
+/// The base is a matt surface, or a glossy one as soon as anything specular or a roughness is set.
+/// A bump texture wraps the base, and an opacity texture wraps what is there then. Textures are
+/// paths of files; an empty path is no texture.
+class SmartMaterial final : public Material {
+public:
+    explicit SmartMaterial(std::string name) : Material(std::move(name)) {}
+
+    /// Components are held to 0..1.
+    void set_diffuse_color(float r, float g, float b) { diffuse_color_ = clamped(r, g, b); }
+    /// Components are held to 0..1. Also black makes the surface a glossy one.
+    void set_specular_color(float r, float g, float b);
+    void set_roughness(float roughness);
+
+    /// Whether a matt surface blends its diffuse texture with the diffuse colour.
+    void set_blend_color(bool on) { blend_color_ = on; }
+
+    void set_diffuse_texture(std::string path) { diffuse_texture_ = std::move(path); }
+    void set_specular_texture(std::string path) { specular_texture_ = std::move(path); }
+    void set_bump_texture(std::string path) { bump_texture_ = std::move(path); }
+    void set_opacity_texture(std::string path) { opacity_texture_ = std::move(path); }
+
+    void set_diffuse_uv_scale(float u, float v) { diffuse_uv_scale_ = {u, v}; }
+    void set_specular_uv_scale(float u, float v) { specular_uv_scale_ = {u, v}; }
+    void set_bump_uv_scale(float u, float v) { bump_uv_scale_ = {u, v}; }
+    void set_opacity_uv_scale(float u, float v) { opacity_uv_scale_ = {u, v}; }
+
+    void set_bump_height(float height) { bump_height_ = height; }
+    void set_opacity_mode(int mode) { opacity_mode_ = mode; }
+
+    /// Whether the base is the matt surface.
+    bool is_simple() const;
+
+private:
+    void emit_surface(qorSceneapi_oo& scene) override;
+    int write_base_shader(qorSceneapi_oo& scene) const;
+
+    qorColor diffuse_color_ = {0.75f, 0.5f, 0.5f};
+    qorColor specular_color_ = {0.0f, 0.0f, 0.0f};
+    bool has_specular_ = false;
+    bool has_roughness_ = false;
+    bool blend_color_ = false;
+    std::string diffuse_texture_;
+    std::string specular_texture_;
+    std::string bump_texture_;
+    std::string opacity_texture_;
+    UvScale diffuse_uv_scale_;
+    UvScale specular_uv_scale_;
+    UvScale bump_uv_scale_;
+    UvScale opacity_uv_scale_;
+    float bump_height_ = 0.1f;
+    float roughness_ = 0.0f;
+    int opacity_mode_ = 2;
+};
+
+}  // namespace qor

@@ -1,0 +1,157 @@
+#include "model/triangle_object.h"
+
+#include <gtest/gtest.h>
+
+#include "model/diffuse.h"
+#include "tests/support/emitted_calls.h"
+
+namespace qor {
+namespace {
+
+using Calls = std::vector<std::string>;
+using Ints = std::vector<int>;
+using Floats = std::vector<float>;
+
+// The corners (0,0,0), (1,0,0) and (0,1,0).
+TriangleObject one_triangle() {
+    TriangleObject object("Box01");
+    object.set_vertices({0, 0, 0, 1, 0, 0, 0, 1, 0});
+    object.add_triangle(0, 1, 2);
+    return object;
+}
+
+Calls calls_of(TriangleObject& object) {
+    return emitted_calls([&object](qorSceneapi_oo& scene) { object.emit(scene); });
+}
+
+// The material is the one that every object starts with.
+TEST(TriangleObject, StandsInAFileWithItsMaterial) {
+    TriangleObject object = one_triangle();
+    object.set_name("Box02");
+    for (int i = 0; i < 3; ++i) {
+        object.add_normal(0, 0, 1);
+        object.add_uv(0.25f, static_cast<float>(i));
+    }
+    const auto emit = [&object](qorSceneapi_oo& scene) { object.emit(scene); };
+    const std::string expected =
+        "object \"Box02\" {\nflags 0\n"
+        "geometry \"triangles\" {\n"
+        "\"vertices\" [ 0 0 0,1 0 0,0 1 0 ] ,\n"
+        "\"triangles\" [ 0,1,2 ] ,\n"
+        "\"uv_tex\" [ 0.25,0,0.25,1,0.25,2 ] ,\n"
+        "\"normals\" [ 0 0 1,0 0 1,0 0 1 ] ,\n"
+        "}\n"
+        "material \"default\" {\n"
+        "surface \"qor_diffuse\" {\n\"diffuse\" 0.75 0.5 0.5,\n}\n"
+        "flags 4096\n}\n}\n";
+    EXPECT_EQ(emitted_text(emit), expected);
+    // Emitting doesn't use the object up.
+    EXPECT_EQ(emitted_text(emit), expected);
+    EXPECT_EQ(object.data_size(), 4u * (9 + 3 + 6 + 9));
+}
+
+TEST(TriangleObject, WritesEveryArrayInTheOrderOfTheBlock) {
+    TriangleObject object("all");
+    object.set_flags(16842752);
+    object.add_vcolor(0, 0.5f, 1);
+    object.add_normal(0, 0, 1);
+    object.add_triangle_norm(6, 7, 8);
+    object.add_uv(0.5f, 1);
+    object.add_triangle_uv(3, 4, 5);
+    object.add_triangle(0, 1, 2);
+    object.add_vertex(1, 2, 3);
+    const auto geometry = [&object](qorSceneapi_oo& scene) { object.emit_geometry(scene); };
+    EXPECT_EQ(emitted_calls(geometry),
+              (Calls{"begin_geometry triangles", "vertices 1.000000 2.000000 3.000000 (vec3 x1)",
+                     "triangles 0 1 2", "triangles_uv 3 4 5", "uv_tex 0.500000 1.000000",
+                     "triangles_norm 6 7 8", "normals 0.000000 0.000000 1.000000 (vec3 x1)",
+                     "vcolors 0.000000 0.500000 1.000000 (vec3 x1)", "end_geometry"}));
+    EXPECT_EQ(calls_of(object)[1], "set_flags 16842752");
+}
+
+// What doesn't fit together is told, but keeps no object with triangles out of the scene. All
+// cases have three vertices and one triangle.
+TEST(TriangleObject, TellsWhatDoesNotFit) {
+    const struct {
+        size_t uv_tex, triangles_uv, normals, triangles_norm, vcolors;  // numbers in each
+        std::string error;
+    } cases[] = {
+        {0, 0, 0, 0, 0, ""},
+        {6, 0, 9, 0, 9, ""},  // one of each per vertex
+        {2, 3, 3, 3, 0, ""},  // one, with an index for each corner
+        {0, 0, 6, 0, 0, "Number of normals does not equal number of vertices"},
+        {0, 0, 0, 3, 0, "No normals defined for index"},
+        {0, 0, 3, 6, 0, "Normals count does not match number of triangles 6 vs 3"},
+        {4, 0, 0, 0, 0, "Number of uvs(4)  does not match vertex count(9)"},
+        {0, 3, 0, 0, 0, "No uvs defined for index"},
+        {2, 6, 0, 0, 0, "UV index count does not match triangle count"},
+        {0, 0, 0, 0, 3, "VetexColor count does not match number of vertices"},
+        {0, 3, 0, 3, 0, "No normals defined for indexNo uvs defined for index"},
+    };
+    for (const auto& one : cases) {
+        TriangleObject object("o");
+        object.set_arrays({Floats(9), Ints(3), Floats(one.uv_tex), Ints(one.triangles_uv),
+                           Floats(one.normals), Ints(one.triangles_norm), Floats(one.vcolors)});
+        const Calls calls = calls_of(object);
+        EXPECT_EQ(calls.front(), "begin_object o");
+        EXPECT_EQ(calls.back(), one.error.empty() ? "end_object" : "print_error " + one.error);
+    }
+}
+
+TEST(TriangleObject, StaysOutWithoutTriangles) {
+    TriangleObject object("empty");
+    EXPECT_EQ(calls_of(object), Calls{"print_error No triangles defined"});
+    // Mended, it is written without a trace of the error.
+    object.set_vertices({0, 0, 0});
+    object.add_triangle(0, 0, 0);
+    EXPECT_EQ(calls_of(object).back(), "end_object");
+}
+
+TEST(TriangleObject, IsAReferenceOnceItIsDefined) {
+    TriangleObject object = one_triangle();
+    object.set_flags(7);
+    const auto material = std::make_shared<Diffuse>("own");
+    object.set_material(material);
+    EXPECT_EQ(object.get_material(), material);
+    // The first number of the scene goes to something else.
+    EXPECT_EQ(
+        emitted_calls([&](qorSceneapi_oo& scene) {
+            scene.next_id();
+            object.define(scene);
+            object.emit(scene);
+        }),
+        (Calls{"set_id 1", "define_object Box01", "set_id 2", "set_flags 7",
+               "begin_geometry triangles",
+               "vertices 0.000000 0.000000 0.000000 1.000000 0.000000 0.000000 0.000000 "
+               "1.000000 0.000000 (vec3 x3)",
+               "triangles 0 1 2", "end_geometry", "end_object",
+               // The reference has the material that the definition lacks.
+               "begin_object Box01", "set_flags 7", "begin_geometry instance", "id 2",
+               "end_geometry", "begin_material own", "begin_shader - qor_diffuse",
+               "diffuse 0.750000 0.500000 0.500000", "current_shader", "end_shader",
+               "assign_shader 0 qor_diffuse", "set_flags 4096", "end_material", "end_object"}));
+    EXPECT_TRUE(object.is_defined());
+    EXPECT_EQ(object.error(), "");
+    EXPECT_EQ(object.data_size(), 0u);
+    EXPECT_EQ(object.vertices().capacity(), 0u);
+}
+
+// The second mesh is filled in the memory of the first, without growing an array.
+TEST(TriangleObject, HandsItsStorageOn) {
+    TriangleObject first("first");
+    first.reserve_vertices(100);
+    const float* const memory = first.vertices().data();
+    TriangleArrays storage = first.take_arrays();
+    EXPECT_EQ(first.vertices().capacity(), 0u);
+    storage.clear();
+
+    TriangleObject second("second");
+    second.set_arrays(std::move(storage));
+    for (int i = 0; i < 100; ++i) {
+        second.add_vertex(0, 0, 0);
+    }
+    EXPECT_EQ(second.vertices().data(), memory);
+}
+
+}  // namespace
+}  // namespace qor
