@@ -1,5 +1,8 @@
 #include "standins/host/memory/demo_scenes.h"
 
+#include "standins/host/memory/demo_materials.h"
+#include "standins/host/memory/demo_smoothing.h"
+
 namespace memhost {
 namespace {
 
@@ -58,6 +61,10 @@ const std::vector<DemoScene>& demo_scenes() {
         {"hierarchy", "a small crane: nested, turned and scaled nodes, one of them hidden",
          build_hierarchy},
         {"motion", "nodes that turn, ride and stop: functions of time and keys", build_motion},
+        {"materials", "materials of every kind: files, drawn maps, several on one node, none",
+         build_materials},
+        {"smoothing", "smoothing groups, none of them, a seam of coordinates, fixed normals",
+         build_smoothing},
     };
     return scenes;
 }

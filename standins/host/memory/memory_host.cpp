@@ -19,11 +19,13 @@ std::vector<MemoryHost*>& live_hosts() {
 MemoryHost::MemoryHost() {
     nodes_.push_back(std::make_unique<MemoryNode>(*this, nullptr, L"Scene Root"));
     live_hosts().push_back(this);
+    TheManager = &bitmaps_;
 }
 
 MemoryHost::~MemoryHost() {
     std::vector<MemoryHost*>& hosts = live_hosts();
     hosts.erase(std::find(hosts.begin(), hosts.end(), this));
+    TheManager = hosts.empty() ? nullptr : &hosts.back()->bitmaps();
 }
 
 MemoryHost* MemoryHost::current() {
@@ -102,6 +104,8 @@ BOOL MemoryHost::GetCancel() {
 }
 
 }  // namespace memhost
+
+BitmapManager* TheManager = nullptr;
 
 Interface* GetCOREInterface() {
     return memhost::MemoryHost::current();

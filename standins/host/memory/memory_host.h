@@ -6,8 +6,10 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "standins/host/memory/bitmap_manager.h"
 #include "standins/host/memory/memory_node.h"
 #include "standins/host/sdk/max.h"
 
@@ -46,6 +48,19 @@ public:
     /// Every node of the scene, the root first, in the order of their making.
     const std::vector<std::unique_ptr<MemoryNode>>& nodes() const { return nodes_; }
 
+    /// A material or a map, made of `arguments`. It lives as long as the host, and any number of
+    /// nodes and materials can share it.
+    template <typename T, typename... Arguments>
+    T& make(Arguments&&... arguments) {
+        auto made = std::make_unique<T>(std::forward<Arguments>(arguments)...);
+        T& reference = *made;
+        materials_.push_back(std::move(made));
+        return reference;
+    }
+
+    /// The manager is the host's `TheManager` for as long as the host is the core interface.
+    MemoryBitmapManager& bitmaps() { return bitmaps_; }
+
     /// In ticks; both ends belong to the range.
     void set_animation_range(const Interval& ticks) { animation_range_ = ticks; }
     void set_ticks_per_frame(int ticks) { ticks_per_frame_ = ticks; }
@@ -79,6 +94,7 @@ public:
     Interval GetAnimRange() override { return animation_range_; }
     INode* GetRootNode() override { return &root(); }
     HWND GetMAXHWnd() const override { return nullptr; }
+    ViewExp& GetActiveViewExp() override { return view_; }
     const MCHAR* GetDir(int which) override;
     int GetAssetDirCount(MaxSDK::AssetManagement::AssetType type) override;
     const MCHAR* GetAssetDir(int i, MaxSDK::AssetManagement::AssetType type) override;
@@ -93,7 +109,10 @@ public:
 
 private:
     std::vector<std::unique_ptr<MemoryNode>> nodes_;  // the root first
-    std::uint64_t transform_version_ = 1;             // a node that was never evaluated has 0
+    std::vector<std::unique_ptr<MtlBase>> materials_;
+    MemoryBitmapManager bitmaps_;
+    std::uint64_t transform_version_ = 1;  // a node that was never evaluated has 0
+    ViewExp view_;
     TimeValue time_ = 0;
     int ticks_per_frame_ = kDefaultTicksPerFrame;
     Interval animation_range_{0, 100 * kDefaultTicksPerFrame};

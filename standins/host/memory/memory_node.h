@@ -24,10 +24,12 @@ public:
     void set_local_transform(LocalTransform transform);
     /// From the object's space to the node's.
     void set_object_offset(const Matrix3& node_from_object) { object_offset_ = node_from_object; }
-    /// Null takes the node's object away.
-    void set_object(std::unique_ptr<Object> object) { object_ = std::move(object); }
+    /// Nodes can share an object. Null takes the node's object away.
+    void set_object(std::shared_ptr<Object> object) { object_ = std::move(object); }
     void set_hidden(bool hidden) { hidden_ = hidden; }
     void set_wire_color(COLORREF color) { wire_color_ = color; }
+    /// The host owns it. Null takes the node's material away.
+    void set_material(Mtl* material) { material_ = material; }
 
     MemoryHost& host() const { return host_; }
     MemoryNode* parent() const { return parent_; }
@@ -44,6 +46,7 @@ public:
     /// A node's hidden state is its own; that of its ancestors plays no part.
     int IsNodeHidden(BOOL for_renderer = FALSE) override;
     DWORD GetWireColor() override { return wire_color_; }
+    Mtl* GetMtl() override { return material_; }
 
 private:
     // The world matrix of the last evaluation: good for the times in `valid`, as long as the host's
@@ -65,9 +68,10 @@ private:
     LocalTransform local_;
     Matrix3 object_offset_;
     WorldMatrix world_;
-    std::unique_ptr<Object> object_;
+    std::shared_ptr<Object> object_;
     ObjectState state_;
     COLORREF wire_color_ = 0x00808080;
+    Mtl* material_ = nullptr;  // the host's
     bool hidden_ = false;
 };
 

@@ -21,6 +21,11 @@ public:
         deformable_ = deformable;
         return *this;
     }
+    /// In world space, wherever the node is.
+    PlainObject& set_world_box(const Box3& box) {
+        box_ = box;
+        return *this;
+    }
     PlainObject& set_validity(const Interval& validity) {
         validity_ = validity;
         return *this;
@@ -31,10 +36,12 @@ public:
     int IsRenderable() override { return superclass_ == GEOMOBJECT_CLASS_ID; }
     int IsDeformable() override { return deformable_; }
     Interval ObjectValidity(TimeValue) override { return validity_; }
+    void GetWorldBoundBox(TimeValue, INode*, ViewExp*, Box3& box) override { box = box_; }
 
 private:
     SClass_ID superclass_;
     Class_ID class_id_;
+    Box3 box_;
     Interval validity_ = FOREVER;
     bool deformable_ = false;
 };

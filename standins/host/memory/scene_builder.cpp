@@ -40,9 +40,13 @@ NodeBuilder NodeBuilder::offset(const Matrix3& node_from_object) const {
     return *this;
 }
 
-NodeBuilder NodeBuilder::object(std::unique_ptr<Object> object) const {
+NodeBuilder NodeBuilder::object(std::shared_ptr<Object> object) const {
     node_->set_object(std::move(object));
     return *this;
+}
+
+NodeBuilder NodeBuilder::mesh(const Mesh& mesh) const {
+    return object(std::make_shared<MeshObject>(mesh));
 }
 
 NodeBuilder NodeBuilder::without_object() const {
@@ -56,6 +60,11 @@ NodeBuilder NodeBuilder::hidden(bool hidden) const {
 
 NodeBuilder NodeBuilder::wire(int red, int green, int blue) const {
     node_->set_wire_color(static_cast<COLORREF>(red | (green << 8) | (blue << 16)));
+    return *this;
+}
+
+NodeBuilder NodeBuilder::material(Mtl& material) const {
+    node_->set_material(&material);
     return *this;
 }
 

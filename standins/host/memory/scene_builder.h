@@ -2,12 +2,17 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "standins/host/memory/local_transform.h"
+#include "standins/host/memory/maps.h"
+#include "standins/host/memory/materials.h"
 #include "standins/host/memory/memory_host.h"
 #include "standins/host/memory/memory_node.h"
 #include "standins/host/memory/memory_objects.h"
+#include "standins/host/memory/mesh_builder.h"
+#include "standins/host/memory/mesh_objects.h"
 #include "standins/host/memory/placement.h"
 
 namespace memhost {
@@ -31,11 +36,14 @@ public:
     NodeBuilder motion(LocalTransform::Function parent_from_node) const;
 
     NodeBuilder offset(const Matrix3& node_from_object) const;
-    NodeBuilder object(std::unique_ptr<Object> object) const;
+    NodeBuilder object(std::shared_ptr<Object> object) const;
+    /// A `MeshObject` with a copy of `mesh`.
+    NodeBuilder mesh(const Mesh& mesh) const;
     NodeBuilder without_object() const;
     NodeBuilder hidden(bool hidden = true) const;
     /// Components from 0 to 255.
     NodeBuilder wire(int red, int green, int blue) const;
+    NodeBuilder material(Mtl& material) const;
 
     MemoryNode& node() const { return *node_; }
 
@@ -54,6 +62,20 @@ private:
 class SceneBuilder {
 public:
     MemoryHost& host() { return host_; }
+
+    /// Makes a map or a material, which nodes and materials refer to:
+    ///
+    ///     auto& stone = scene.make<StandardMaterial>(L"Stone").map(
+    ///         kDiffuseSlot, &scene.bitmap(L"stone.png").tiling(2, 2));
+    ///     scene.node(L"Wall").mesh(box_mesh(4, 1, 3)).material(stone);
+    template <typename T, typename... Arguments>
+    T& make(Arguments&&... arguments) {
+        return host_.make<T>(std::forward<Arguments>(arguments)...);
+    }
+    template <typename Text>
+    BitmapMap& bitmap(const Text& path) {
+        return make<BitmapMap>(host_, path);
+    }
 
     /// Adds a node at the top of the tree.
     NodeBuilder node(const std::wstring& name);

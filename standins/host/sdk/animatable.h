@@ -2,6 +2,8 @@
 
 #include "standins/host/sdk/plugapi.h"
 
+class IParamBlock2;
+
 /// The root of everything that the host's scene is made of.
 class Animatable {
 public:
@@ -12,4 +14,7 @@ public:
 
     virtual SClass_ID SuperClassID() = 0;
     virtual Class_ID ClassID() { return Class_ID(); }
+
+    /// Null if there is no block of that id.
+    virtual IParamBlock2* GetParamBlockByID(BlockID) { return nullptr; }
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "standins/host/sdk/Materials/Mtl.h"
 #include "standins/host/sdk/interval.h"
 #include "standins/host/sdk/matrix3.h"
 #include "standins/host/sdk/object.h"
@@ -31,4 +32,7 @@ public:
 
     /// In the layout of a COLORREF, red in the lowest byte.
     virtual DWORD GetWireColor() = 0;
+
+    /// Null if the node has none.
+    virtual Mtl* GetMtl() = 0;
 };

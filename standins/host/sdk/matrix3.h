@@ -23,12 +23,9 @@ public:
     /// Without the translation.
     Point3 VectorTransform(const Point3& v) const {
         // Column by column, each sum from left to right, so that every system rounds alike.
-        Point3 result;
-        for (int column = 0; column < 3; ++column) {
-            result[column] =
-                v.x * rows_[0][column] + v.y * rows_[1][column] + v.z * rows_[2][column];
-        }
-        return result;
+        return {v.x * rows_[0].x + v.y * rows_[1].x + v.z * rows_[2].x,
+                v.x * rows_[0].y + v.y * rows_[1].y + v.z * rows_[2].y,
+                v.x * rows_[0].z + v.y * rows_[1].z + v.z * rows_[2].z};
     }
 
     Matrix3 operator*(const Matrix3& b) const {

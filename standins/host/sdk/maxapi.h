@@ -8,6 +8,19 @@
 /// `which` of `Interface::GetDir` for the folder of the plug-ins' settings files.
 constexpr int APP_PLUGCFG_DIR = 9;
 
+/// A view of the scene.
+class ViewExp {
+public:
+    ViewExp() = default;
+    ViewExp(const ViewExp&) = delete;
+    ViewExp& operator=(const ViewExp&) = delete;
+    virtual ~ViewExp() = default;
+
+    /// Null for a view that is gone.
+    virtual ViewExp* ToPointer() { return this; }
+    virtual bool IsAlive() { return true; }
+};
+
 /// The host itself. All calls are made on its main thread.
 class Interface {
 public:
@@ -22,6 +35,7 @@ public:
 
     virtual INode* GetRootNode() = 0;
     virtual HWND GetMAXHWnd() const = 0;
+    virtual ViewExp& GetActiveViewExp() = 0;
 
     /// Folder names come without a separator at the end or with one, and stay valid as long as the
     /// host's settings stay the same.

@@ -1,9 +1,17 @@
 #pragma once
 
+#include "standins/host/sdk/box3.h"
 #include "standins/host/sdk/interval.h"
 #include "standins/host/sdk/ref.h"
 
-class BaseObject : public ReferenceTarget {};
+class INode;
+class ViewExp;
+
+class BaseObject : public ReferenceTarget {
+public:
+    /// The box in world space of the object as `node` places it; empty if it has no extent.
+    virtual void GetWorldBoundBox(TimeValue, INode*, ViewExp*, Box3& box) { box.Init(); }
+};
 
 /// What a node puts into the scene.
 class Object : public BaseObject {
@@ -15,6 +23,11 @@ public:
 
     /// The interval around `t` in which the object stays as it is at `t`.
     virtual Interval ObjectValidity(TimeValue) { return FOREVER; }
+
+    virtual int CanConvertToType(Class_ID) { return FALSE; }
+
+    /// The object itself, or a new one that the caller frees with `DeleteMe`, or null.
+    virtual Object* ConvertToType(TimeValue, Class_ID) { return nullptr; }
 };
 
 /// The result of a node's pipeline.

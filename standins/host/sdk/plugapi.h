@@ -10,6 +10,13 @@ constexpr SClass_ID CAMERA_CLASS_ID = 0x20;
 constexpr SClass_ID LIGHT_CLASS_ID = 0x30;
 constexpr SClass_ID SHAPE_CLASS_ID = 0x40;
 constexpr SClass_ID HELPER_CLASS_ID = 0x50;
+constexpr SClass_ID PARAMETER_BLOCK2_CLASS_ID = 0x82;
+constexpr SClass_ID MATERIAL_CLASS_ID = 0xc00;
+constexpr SClass_ID TEXMAP_CLASS_ID = 0xc10;
+
+/// Which parameter of a block, and which block of its owner: not the place in a list.
+using ParamID = short;
+using BlockID = short;
 
 /// Which class, among those of one superclass.
 class Class_ID {
@@ -32,6 +39,8 @@ private:
 /// Part A of the class ids of the host's own classes; part B is 0.
 constexpr ULONG TRIOBJ_CLASS_ID = 0x9;
 constexpr ULONG SPLINESHAPE_CLASS_ID = 0xa;
+constexpr ULONG DMTL_CLASS_ID = 0x2;
+constexpr ULONG BMTEX_CLASS_ID = 0x240;
 constexpr ULONG TARGET_CLASS_ID = 0x1020;
 constexpr ULONG OMNI_LIGHT_CLASS_ID = 0x1011;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 /// A point, a vector or a row of a matrix.
 class Point3 {
 public:
@@ -20,4 +22,33 @@ public:
     Point3 operator*(float factor) const { return {x * factor, y * factor, z * factor}; }
     Point3 operator/(float divisor) const { return {x / divisor, y / divisor, z / divisor}; }
     Point3& operator+=(const Point3& b) { return *this = *this + b; }
+
+    /// The dot product. Binds more loosely than a reader expects of it, as does `^`: bracket both.
+    float operator%(const Point3& b) const { return x * b.x + y * b.y + z * b.z; }
+    /// The cross product.
+    Point3 operator^(const Point3& b) const {
+        return {y * b.z - z * b.y, z * b.x - x * b.z, x * b.y - y * b.x};
+    }
+
+    float LengthSquared() const { return *this % *this; }
+    float Length() const { return std::sqrt(LengthSquared()); }
+
+    /// A vector without length stays as it is.
+    Point3 Normalize() const {
+        const float length = Length();
+        return length == 0 ? *this : *this / length;
+    }
 };
+
+inline float DotProd(const Point3& a, const Point3& b) {
+    return a % b;
+}
+inline Point3 CrossProd(const Point3& a, const Point3& b) {
+    return a ^ b;
+}
+inline float Length(const Point3& v) {
+    return v.Length();
+}
+inline Point3 Normalize(const Point3& v) {
+    return v.Normalize();
+}

@@ -1,0 +1,227 @@
+#include "standins/host/memory/materials.h"
+
+#include <utility>
+
+#include "standins/host/memory/host_text.h"
+
+namespace memhost {
+namespace {
+
+struct SlotName {
+    int slot;
+    const wchar_t* name;
+};
+
+constexpr SlotName kStandardSlotNames[] = {
+    {kAmbientSlot, L"Ambient Color"},
+    {kDiffuseSlot, L"Diffuse Color"},
+    {kSpecularColorSlot, L"Specular Color"},
+    {kSpecularLevelSlot, L"Specular Level"},
+    {4, L"Glossiness"},
+    {5, L"Self-Illumination"},
+    {kOpacitySlot, L"Opacity"},
+    {7, L"Filter Color"},
+    {kBumpSlot, L"Bump"},
+    {9, L"Reflection"},
+    {10, L"Refraction"},
+    {11, L"Displacement"},
+};
+
+// The host's own class of materials with places for others.
+constexpr Class_ID kMultiMaterialClass(0x200, 0);
+
+}  // namespace
+
+StandardMaterial::StandardMaterial(const std::wstring& name) {
+    SetName(units_from_wide(name).c_str());
+    diffuse(Color(0.5f, 0.5f, 0.5f));
+}
+
+StandardMaterial::StandardMaterial(const std::string& name_utf8)
+    : StandardMaterial(units_from_utf8(name_utf8)) {}
+
+StandardMaterial& StandardMaterial::diffuse(const Color& color) {
+    return diffuse([color](TimeValue) { return color; });
+}
+
+StandardMaterial& StandardMaterial::diffuse(std::function<Color(TimeValue)> color) {
+    diffuse_ = std::move(color);
+    return *this;
+}
+
+StandardMaterial& StandardMaterial::specular(const Color& color) {
+    specular_ = color;
+    return *this;
+}
+
+StandardMaterial& StandardMaterial::shininess(float shininess) {
+    shininess_ = shininess;
+    return *this;
+}
+
+StandardMaterial& StandardMaterial::map(int slot, Texmap* map, bool enabled) {
+    slots_[static_cast<std::size_t>(slot)] = {map, enabled};
+    return *this;
+}
+
+Color StandardMaterial::GetDiffuse(int, BOOL) {
+    return diffuse_(GetCOREInterface()->GetTime());
+}
+
+MSTR StandardMaterial::GetSubTexmapSlotName(int slot, bool) {
+    for (const SlotName& known : kStandardSlotNames) {
+        if (known.slot == slot) {
+            return known.name;
+        }
+    }
+    return MSTR();
+}
+
+MultiMaterial::MultiMaterial(const std::wstring& name, std::vector<Mtl*> materials)
+    : materials_(std::move(materials)) {
+    SetName(units_from_wide(name).c_str());
+}
+
+Class_ID MultiMaterial::ClassID() {
+    return kMultiMaterialClass;
+}
+
+Color MultiMaterial::GetDiffuse(int number, BOOL back_face) {
+    Mtl* material = of_number(number);
+    return material ? material->GetDiffuse(0, back_face) : Color();
+}
+
+Color MultiMaterial::GetSpecular(int number, BOOL back_face) {
+    Mtl* material = of_number(number);
+    return material ? material->GetSpecular(0, back_face) : Color();
+}
+
+float MultiMaterial::GetShininess(int number, BOOL back_face) {
+    Mtl* material = of_number(number);
+    return material ? material->GetShininess(0, back_face) : 0.0f;
+}
+
+Mtl* MultiMaterial::of_number(int number) {
+    return number < NumSubMtls() ? GetSubMtl(number) : nullptr;
+}
+
+MemoryParamBlock::Param& MemoryParamBlock::add(ParamID id, ParamType2 type,
+                                               const std::wstring& name) {
+    Param& added = params_.emplace_back();
+    added.def.ID = id;
+    added.def.type = type;
+    added.name = name;
+    added.local_name = name;
+    return added;
+}
+
+MemoryParamBlock::Param& MemoryParamBlock::find(ParamID id) {
+    for (Param& param : params_) {
+        if (param.def.ID == id) {
+            return param;
+        }
+    }
+    return unset_;
+}
+
+MemoryParamBlock& MemoryParamBlock::number(ParamID id, const std::wstring& name, float value) {
+    add(id, TYPE_FLOAT, name).number = value;
+    return *this;
+}
+
+MemoryParamBlock& MemoryParamBlock::integer(ParamID id, const std::wstring& name, int value) {
+    add(id, TYPE_INT, name).integer = value;
+    return *this;
+}
+
+MemoryParamBlock& MemoryParamBlock::color(ParamID id, const std::wstring& name,
+                                          const Color& value) {
+    add(id, TYPE_RGBA, name).color = value;
+    return *this;
+}
+
+MemoryParamBlock& MemoryParamBlock::map(ParamID id, const std::wstring& name, Texmap* value) {
+    add(id, TYPE_TEXMAP, name).map = value;
+    return *this;
+}
+
+MemoryParamBlock& MemoryParamBlock::local_name(ParamID id, const std::wstring& name) {
+    find(id).local_name = name;
+    return *this;
+}
+
+ParamDef& MemoryParamBlock::GetParamDef(ParamID id) {
+    // The text moves when the list of parameters grows.
+    Param& param = find(id);
+    param.def.int_name = param.name.data();
+    return param.def;
+}
+
+MSTR MemoryParamBlock::GetLocalName(ParamID id, int, bool) {
+    return find(id).local_name.c_str();
+}
+
+float MemoryParamBlock::GetFloat(ParamID id, TimeValue, int) {
+    return find(id).number;
+}
+
+int MemoryParamBlock::GetInt(ParamID id, TimeValue, int) {
+    return find(id).integer;
+}
+
+Color MemoryParamBlock::GetColor(ParamID id, TimeValue, int) {
+    return find(id).color;
+}
+
+Texmap* MemoryParamBlock::GetTexmap(ParamID id, TimeValue, int) {
+    return find(id).map;
+}
+
+BlockMaterial::BlockMaterial(const std::wstring& name, Class_ID class_id) : class_id_(class_id) {
+    SetName(units_from_wide(name).c_str());
+}
+
+BlockMaterial& BlockMaterial::diffuse(const Color& color) {
+    diffuse_ = color;
+    return *this;
+}
+
+BlockMaterial& BlockMaterial::specular(const Color& color) {
+    specular_ = color;
+    return *this;
+}
+
+BlockMaterial& BlockMaterial::shininess(float shininess) {
+    shininess_ = shininess;
+    return *this;
+}
+
+BlockMaterial& BlockMaterial::slot(const std::wstring& name, Texmap* map, bool on) {
+    slots_.push_back({name, map, on});
+    return *this;
+}
+
+MemoryParamBlock& BlockMaterial::block(BlockID id) {
+    for (const Block& block : blocks_) {
+        if (block.id == id) {
+            return *block.params;
+        }
+    }
+    blocks_.push_back({id, std::make_unique<MemoryParamBlock>()});
+    return *blocks_.back().params;
+}
+
+IParamBlock2* BlockMaterial::GetParamBlockByID(BlockID id) {
+    for (const Block& block : blocks_) {
+        if (block.id == id) {
+            return block.params.get();
+        }
+    }
+    return nullptr;
+}
+
+MSTR BlockMaterial::GetSubTexmapSlotName(int i, bool) {
+    return slots_[static_cast<std::size_t>(i)].name.c_str();
+}
+
+}  // namespace memhost

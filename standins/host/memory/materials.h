@@ -1,0 +1,162 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "standins/host/sdk/max.h"
+
+namespace memhost {
+
+/// The slots of the Standard material that are named; the others are there and have no name.
+enum StandardSlot : int {
+    kAmbientSlot = 0,
+    kDiffuseSlot = 1,
+    kSpecularColorSlot = 2,
+    kSpecularLevelSlot = 3,
+    kOpacitySlot = 6,
+    kBumpSlot = 8,
+};
+
+/// The host's Standard material: two colours, shininess, and twenty slots for maps.
+class StandardMaterial final : public StdMat {
+public:
+    explicit StandardMaterial(const std::wstring& name);
+    explicit StandardMaterial(const std::string& name_utf8);
+
+    StandardMaterial& diffuse(const Color& color);
+    /// A colour that changes over time.
+    StandardMaterial& diffuse(std::function<Color(TimeValue)> color);
+    StandardMaterial& specular(const Color& color);
+    StandardMaterial& shininess(float shininess);
+    /// Null empties the slot.
+    StandardMaterial& map(int slot, Texmap* map, bool enabled = true);
+
+    Color GetDiffuse(TimeValue t) override { return diffuse_(t); }
+    Color GetSpecular(TimeValue) override { return specular_; }
+    float GetShininess(TimeValue) override { return shininess_; }
+    Color GetDiffuse(int number, BOOL back_face) override;
+    Color GetSpecular(int, BOOL) override { return specular_; }
+    float GetShininess(int, BOOL) override { return shininess_; }
+    BOOL MapEnabled(int slot) override { return slots_[static_cast<std::size_t>(slot)].enabled; }
+    int NumSubTexmaps() override { return kSlots; }
+    Texmap* GetSubTexmap(int slot) override { return slots_[static_cast<std::size_t>(slot)].map; }
+    int SubTexmapOn(int slot) override { return MapEnabled(slot); }
+    MSTR GetSubTexmapSlotName(int slot, bool localized) override;
+
+private:
+    static constexpr int kSlots = 20;
+
+    struct Slot {
+        Texmap* map = nullptr;
+        bool enabled = true;
+    };
+
+    std::function<Color(TimeValue)> diffuse_;
+    Color specular_{0.9f, 0.9f, 0.9f};
+    float shininess_ = 0;
+    Slot slots_[kSlots];
+};
+
+/// Several materials for one node; a face's material id picks its own. A place may be empty.
+class MultiMaterial final : public Mtl {
+public:
+    MultiMaterial(const std::wstring& name, std::vector<Mtl*> materials);
+
+    Class_ID ClassID() override;
+    Color GetDiffuse(int number = 0, BOOL back_face = FALSE) override;
+    Color GetSpecular(int number = 0, BOOL back_face = FALSE) override;
+    float GetShininess(int number = 0, BOOL back_face = FALSE) override;
+    int NumSubMtls() override { return static_cast<int>(materials_.size()); }
+    Mtl* GetSubMtl(int i) override { return materials_[static_cast<std::size_t>(i)]; }
+
+private:
+    // The one that a question about colours is about, or null.
+    Mtl* of_number(int number);
+
+    std::vector<Mtl*> materials_;
+};
+
+/// A parameter block that holds what it is given. An id that it doesn't have reads as a number
+/// without a name, so that a stray question is answered as an unset parameter.
+class MemoryParamBlock final : public IParamBlock2 {
+public:
+    MemoryParamBlock& number(ParamID id, const std::wstring& name, float value);
+    MemoryParamBlock& integer(ParamID id, const std::wstring& name, int value);
+    MemoryParamBlock& color(ParamID id, const std::wstring& name, const Color& value);
+    MemoryParamBlock& map(ParamID id, const std::wstring& name, Texmap* value);
+    /// Instead of the internal name, which a parameter otherwise shows to the user too.
+    MemoryParamBlock& local_name(ParamID id, const std::wstring& name);
+
+    int NumParams() override { return static_cast<int>(params_.size()); }
+    ParamID IndextoID(int i) override { return params_[static_cast<std::size_t>(i)].def.ID; }
+    ParamDef& GetParamDef(ParamID id) override;
+    ParamType2 GetParameterType(ParamID id) override { return find(id).def.type; }
+    MSTR GetLocalName(ParamID id, int tab_index = -1, bool localized = true) override;
+    float GetFloat(ParamID id, TimeValue t = 0, int tab_index = 0) override;
+    int GetInt(ParamID id, TimeValue t = 0, int tab_index = 0) override;
+    Color GetColor(ParamID id, TimeValue t = 0, int tab_index = 0) override;
+    Texmap* GetTexmap(ParamID id, TimeValue t = 0, int tab_index = 0) override;
+
+private:
+    struct Param {
+        ParamDef def;
+        std::wstring name;
+        std::wstring local_name;
+        float number = 0;
+        int integer = 0;
+        Color color;
+        Texmap* map = nullptr;
+    };
+
+    Param& add(ParamID id, ParamType2 type, const std::wstring& name);
+    Param& find(ParamID id);
+
+    std::vector<Param> params_;  // in the order of their indices
+    Param unset_;
+};
+
+/// A material of any class, made of parameter blocks and of slots for maps.
+class BlockMaterial final : public Mtl {
+public:
+    BlockMaterial(const std::wstring& name, Class_ID class_id);
+
+    BlockMaterial& diffuse(const Color& color);
+    BlockMaterial& specular(const Color& color);
+    BlockMaterial& shininess(float shininess);
+    /// Appends a slot.
+    BlockMaterial& slot(const std::wstring& name, Texmap* map, bool on = true);
+    /// The block of that id, which is made if there is none.
+    MemoryParamBlock& block(BlockID id);
+
+    Class_ID ClassID() override { return class_id_; }
+    IParamBlock2* GetParamBlockByID(BlockID id) override;
+    Color GetDiffuse(int = 0, BOOL = FALSE) override { return diffuse_; }
+    Color GetSpecular(int = 0, BOOL = FALSE) override { return specular_; }
+    float GetShininess(int = 0, BOOL = FALSE) override { return shininess_; }
+    int NumSubTexmaps() override { return static_cast<int>(slots_.size()); }
+    Texmap* GetSubTexmap(int i) override { return slots_[static_cast<std::size_t>(i)].map; }
+    int SubTexmapOn(int i) override { return slots_[static_cast<std::size_t>(i)].on; }
+    MSTR GetSubTexmapSlotName(int i, bool localized) override;
+
+private:
+    struct Slot {
+        std::wstring name;
+        Texmap* map;
+        bool on;
+    };
+    struct Block {
+        BlockID id;
+        std::unique_ptr<MemoryParamBlock> params;
+    };
+
+    Class_ID class_id_;
+    Color diffuse_;
+    Color specular_;
+    float shininess_ = 0;
+    std::vector<Slot> slots_;
+    std::vector<Block> blocks_;
+};
+
+}  // namespace memhost

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+
+#include "standins/host/sdk/max.h"
+
+namespace memhost {
+
+/// A node's mesh as it stands.
+class MeshObject final : public TriObject {
+public:
+    MeshObject() = default;
+    explicit MeshObject(const Mesh& mesh) { GetMesh() = mesh; }
+
+    MeshObject& set_deformable(bool deformable) {
+        deformable_ = deformable;
+        return *this;
+    }
+    MeshObject& set_validity(const Interval& validity) {
+        validity_ = validity;
+        return *this;
+    }
+
+    int IsDeformable() override { return deformable_; }
+    Interval ObjectValidity(TimeValue) override { return validity_; }
+    void GetWorldBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
+
+private:
+    Interval validity_ = FOREVER;
+    bool deformable_ = true;
+};
+
+/// Geometry of another class, such as a primitive or a bone, which gives its mesh as a new object
+/// whenever it is asked for one.
+class ConvertibleObject final : public GeomObject {
+public:
+    ConvertibleObject(const Mesh& mesh, Class_ID class_id) : mesh_(mesh), class_id_(class_id) {}
+
+    ConvertibleObject& set_deformable(bool deformable) {
+        deformable_ = deformable;
+        return *this;
+    }
+    ConvertibleObject& set_validity(const Interval& validity) {
+        validity_ = validity;
+        return *this;
+    }
+
+    /// Of all the objects ever given out, those that weren't freed with `DeleteMe`.
+    static int live_conversions();
+
+    Class_ID ClassID() override { return class_id_; }
+    int IsDeformable() override { return deformable_; }
+    Interval ObjectValidity(TimeValue) override { return validity_; }
+    int CanConvertToType(Class_ID type) override;
+    Object* ConvertToType(TimeValue t, Class_ID type) override;
+    void GetWorldBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
+
+private:
+    Mesh mesh_;
+    Class_ID class_id_;
+    Interval validity_ = FOREVER;
+    bool deformable_ = true;
+};
+
+}  // namespace memhost

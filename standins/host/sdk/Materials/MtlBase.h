@@ -1,0 +1,14 @@
+#pragma once
+
+#include "standins/host/sdk/Materials/ISubMap.h"
+#include "standins/host/sdk/ref.h"
+
+/// What materials and maps have in common: a name and slots for maps.
+class MtlBase : public ReferenceTarget, public ISubMap {
+public:
+    const MSTR& GetName() { return name_; }
+    void SetName(const MSTR& name) { name_ = name; }
+
+private:
+    MSTR name_;
+};

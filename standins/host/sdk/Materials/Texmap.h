@@ -1,0 +1,22 @@
+#pragma once
+
+#include "standins/host/sdk/Materials/MtlBase.h"
+#include "standins/host/sdk/matrix3.h"
+
+class Bitmap;
+
+/// A map: a colour for each point of a surface.
+class Texmap : public MtlBase {
+public:
+    SClass_ID SuperClassID() override { return TEXMAP_CLASS_ID; }
+
+    /// The mapping channel that the map takes its coordinates from.
+    virtual int GetMapChannel() { return 1; }
+
+    /// From a mesh's coordinates to those of the map; the identity for a map that has none.
+    virtual void GetUVTransform(Matrix3& map_from_mesh) { map_from_mesh.IdentityMatrix(); }
+
+    /// Draws the map for coordinates from 0 to 1 into the whole bitmap.
+    virtual void RenderBitmap(TimeValue t, Bitmap* bitmap, float scale3d = 1.0f,
+                              BOOL filter = FALSE) = 0;
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "standins/host/sdk/color.h"
+#include "standins/host/sdk/ref.h"
+#include "standins/host/sdk/strclass.h"
+
+class Texmap;
+
+/// What a parameter holds.
+enum ParamType2 {
+    TYPE_FLOAT = 0,
+    TYPE_INT = 1,
+    TYPE_RGBA = 2,
+    TYPE_TEXMAP = 15,
+};
+
+class ParamDef {
+public:
+    ParamID ID = 0;
+    MCHAR* int_name = nullptr;  ///< the same in every language
+    ParamType2 type = TYPE_FLOAT;
+};
+
+/// Named values of a material or of another part of the scene. Only ids that `IndextoID` gives may
+/// be asked for; a parameter of another type reads as 0, black or null.
+class IParamBlock2 : public ReferenceTarget {
+public:
+    SClass_ID SuperClassID() override { return PARAMETER_BLOCK2_CLASS_ID; }
+
+    virtual int NumParams() = 0;
+    virtual ParamID IndextoID(int i) = 0;
+    virtual ParamDef& GetParamDef(ParamID id) = 0;
+    virtual ParamType2 GetParameterType(ParamID id) = 0;
+    virtual MSTR GetLocalName(ParamID id, int tab_index = -1, bool localized = true) = 0;
+
+    virtual float GetFloat(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
+    virtual int GetInt(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
+    virtual Color GetColor(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
+    virtual Texmap* GetTexmap(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "standins/host/sdk/strclass.h"
+
+namespace MaxSDK {
+namespace Util {
+
+class Path {
+public:
+    Path() = default;
+    Path(const MCHAR* path) : path_(path) {}
+
+    /// A relative path is taken to start at the current folder.
+    Path GetResolvedAbsolutePath() const;
+
+    /// Valid as long as the object.
+    const MCHAR* GetCStr() const { return path_.data(); }
+    MSTR GetString() const { return path_; }
+
+private:
+    MSTR path_;
+};
+
+}  // namespace Util
+}  // namespace MaxSDK

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "standins/host/sdk/Materials/Mtl.h"
+#include "standins/host/sdk/Materials/Texmap.h"
+#include "standins/host/sdk/interval.h"
+
+/// The host's Standard material. Here one number is a time, unlike in `Mtl`.
+class StdMat : public Mtl {
+public:
+    Class_ID ClassID() override { return Class_ID(DMTL_CLASS_ID, 0); }
+
+    Color GetDiffuse(int number, BOOL back_face) override = 0;
+    Color GetSpecular(int number, BOOL back_face) override = 0;
+    float GetShininess(int number, BOOL back_face) override = 0;
+    virtual Color GetDiffuse(TimeValue t) = 0;
+    virtual Color GetSpecular(TimeValue t) = 0;
+    virtual float GetShininess(TimeValue t) = 0;
+
+    /// Takes the numbers of `GetSubTexmap`.
+    virtual BOOL MapEnabled(int slot) = 0;
+};
+
+/// A map that shows an image file.
+class BitmapTex : public Texmap {
+public:
+    Class_ID ClassID() override { return Class_ID(BMTEX_CLASS_ID, 0); }
+
+    /// Belongs to the map. Null if the file can't be loaded.
+    virtual Bitmap* GetBitmap(TimeValue t) = 0;
+
+    /// The path as the user gave it.
+    virtual const MCHAR* GetMapName() = 0;
+};

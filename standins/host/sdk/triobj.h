@@ -1,0 +1,20 @@
+#pragma once
+
+#include "standins/host/sdk/mesh.h"
+#include "standins/host/sdk/object.h"
+
+/// The object whose points are a mesh as they stand.
+class TriObject : public GeomObject {
+public:
+    Class_ID ClassID() override { return Class_ID(TRIOBJ_CLASS_ID, 0); }
+    int IsDeformable() override { return TRUE; }
+    int CanConvertToType(Class_ID type) override { return type == Class_ID(TRIOBJ_CLASS_ID, 0); }
+    Object* ConvertToType(TimeValue, Class_ID type) override {
+        return CanConvertToType(type) ? this : nullptr;
+    }
+
+    Mesh& GetMesh() { return mesh_; }
+
+private:
+    Mesh mesh_;
+};
