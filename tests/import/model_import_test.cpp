@@ -2,12 +2,15 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <assimp/commonMetaData.h>
 #include <assimp/config.h>
+#include <assimp/postprocess.h>
 #include <assimp/scene.h>
 #include <gmock/gmock.h>
 #include <assimp/Importer.hpp>
@@ -291,6 +294,164 @@ TEST(ModelImport, ReadsAChainOfThirtyThousandNodes) {
     import_model(chain.path(), scene);
     ASSERT_EQ(scene.host().nodes().size(), kDepth + 1u);
     EXPECT_EQ(scene.host().nodes().back()->GetNodeTM(0).GetTrans().x, kDepth);
+}
+
+// The triangle object of a node, or null.
+TriObject* triangles_of(INode& node) {
+    return dynamic_cast<TriObject*>(node.EvalWorldState(0).obj);
+}
+
+INode* find_node(INode& top, const std::string& name) {
+    for (int i = 0; i < top.NumberOfChildren(); ++i) {
+        INode* child = top.GetChildNode(i);
+        INode* found = utf8_from_units(child->GetName()) == name ? child : find_node(*child, name);
+        if (found) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+TEST(ModelImport, PutsTheMeshesOfANodeTogether) {
+    SceneBuilder scene;
+    EXPECT_THAT(import_model(kSamples + "traffic-light.obj", scene), ElementsAre());
+    INode* node = find_node(scene.host().root(), "TrafficLight");
+    ASSERT_NE(node, nullptr);
+    TriObject* object = triangles_of(*node);
+    ASSERT_NE(object, nullptr);
+    Mesh& mesh = object->GetMesh();
+    EXPECT_EQ(mesh.numFaces, 3 * 12);
+    EXPECT_EQ(mesh.numVerts, 3 * 8) << "faces share their corners in spite of their normals";
+    EXPECT_EQ(mesh.faces[0].getMatID(), 0);
+    EXPECT_EQ(mesh.faces[35].getMatID(), 2);
+    EXPECT_EQ(mesh.faces[0].smGroup, 0u);
+    EXPECT_EQ(mesh.GetSpecifiedNormals()->GetNormal(0, 0).z, 1);
+    ASSERT_EQ(node->GetMtl()->NumSubMtls(), 3);
+    EXPECT_EQ(std::wstring(node->GetMtl()->GetSubMtl(1)->GetName().data()), L"Red");
+}
+
+TEST(ModelImport, SharesTheObjectOfNodesThatShowTheSame) {
+    SceneBuilder scene;
+    import_model(kSamples + "desk-lamp.gltf", scene);
+    INode* foot = find_node(scene.host().root(), "Foot");
+    INode* shade = find_node(scene.host().root(), "Shade");
+    ASSERT_TRUE(foot && shade);
+    ASSERT_NE(triangles_of(*foot), nullptr);
+    EXPECT_EQ(triangles_of(*foot), triangles_of(*shade));
+}
+
+TEST(ModelImport, FindsTexturesOfTheModelAndWarnsOfOthers) {
+    SceneBuilder scene;
+    EXPECT_THAT(import_model(kSamples + "crate.obj", scene), ElementsAre());
+    INode* crate = find_node(scene.host().root(), "Crate");
+    ASSERT_NE(crate, nullptr);
+    Texmap* map = crate->GetMtl()->GetSubTexmap(kDiffuseSlot);
+    ASSERT_EQ(map->ClassID(), Class_ID(BMTEX_CLASS_ID, 0));
+    EXPECT_NE(static_cast<BitmapTex*>(map)->GetBitmap(0), nullptr);
+    EXPECT_EQ(triangles_of(*crate)->GetMesh().numVerts, 8);
+    EXPECT_EQ(triangles_of(*crate)->GetMesh().faces[0].smGroup, 1u);
+
+    SceneBuilder flag;
+    EXPECT_THAT(import_model(kSamples + "flag.gltf", flag), ElementsAre());
+    map = find_node(flag.host().root(), "Flag")->GetMtl()->GetSubTexmap(kDiffuseSlot);
+    EXPECT_NE(dynamic_cast<ProceduralMap*>(map), nullptr);
+
+    const ScratchFile library("lost.mtl", "newmtl M\nmap_Kd lost.png\n");
+    const ScratchFile model("lost.obj",
+                            "mtllib lost.mtl\nusemtl M\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    SceneBuilder lost;
+    EXPECT_THAT(import_model(model.path(), lost), ElementsAre(HasSubstr("lost.png")));
+}
+
+struct Totals {
+    Box3 box;
+    int triangles = 0;
+    std::set<std::pair<float, float>> uvs;  // of channel 1, each once
+};
+
+// Of what assimp says itself, in the axes of the host.
+void add_totals(const aiScene& model, const aiNode& node, const aiMatrix4x4& parent_world, char up,
+                Totals& totals) {
+    const aiMatrix4x4 world = parent_world * node.mTransformation;
+    for (unsigned i = 0; i < node.mNumMeshes; ++i) {
+        const aiMesh& mesh = *model.mMeshes[node.mMeshes[i]];
+        for (unsigned f = 0; f < mesh.mNumFaces; ++f) {
+            if (mesh.mFaces[f].mNumIndices != 3) {
+                continue;
+            }
+            ++totals.triangles;
+            for (unsigned corner = 0; corner < 3; ++corner) {
+                const unsigned v = mesh.mFaces[f].mIndices[corner];
+                const aiVector3D p = world * mesh.mVertices[v];
+                totals.box += up == 'Y' ? Point3(p.x, -p.z, p.y) : Point3(p.x, p.y, p.z);
+                if (mesh.HasTextureCoords(0)) {
+                    totals.uvs.insert({mesh.mTextureCoords[0][v].x, mesh.mTextureCoords[0][v].y});
+                }
+            }
+        }
+    }
+    for (unsigned i = 0; i < node.mNumChildren; ++i) {
+        add_totals(model, *node.mChildren[i], world, up, totals);
+    }
+}
+
+void add_totals(INode& node, Totals& totals) {
+    if (TriObject* object = triangles_of(node)) {
+        Mesh& mesh = object->GetMesh();
+        Box3 box;
+        object->GetWorldBoundBox(0, &node, nullptr, box);
+        totals.box += box;
+        totals.triangles += mesh.numFaces;
+        for (int f = 0; mesh.mapSupport(1) && f < mesh.numFaces; ++f) {
+            for (const DWORD t : mesh.mapFaces(1)[f].t) {
+                totals.uvs.insert({mesh.mapVerts(1)[t].x, mesh.mapVerts(1)[t].y});
+            }
+        }
+    }
+    for (int i = 0; i < node.NumberOfChildren(); ++i) {
+        add_totals(*node.GetChildNode(i), totals);
+    }
+}
+
+TEST(ModelImport, AgreesWithAssimpOnBoxTrianglesAndCoordinates) {
+    SKIP_WITHOUT_MODELS();
+    const Model models[] = {
+        {"3DS/test1.3ds", 'Y', false},
+        {"BLEND/CubeHierarchy_248.blend", 'Z', false},
+        {"Collada/duck.dae", 'Y', true},
+        {"FBX/spider.fbx", 'Y', true},
+        {"glTF2/BoxTextured-glTF/BoxTextured.gltf", 'Y', true},
+        {"LWO/LWO2/hierarchy_smoothed.lwo", 'Y', true},
+        {"OBJ/spider.obj", 'Y', true},
+        {"PLY/Wuson.ply", 'Y', true},
+        {"STL/Spider_binary.stl", 'Y', true},
+        {"X/test_cube_text.x", 'Y', true},
+    };
+    for (const Model& model : models) {
+        SCOPED_TRACE(model.file);
+        SceneBuilder scene;
+        import_model(kModels + model.file, scene);
+        Totals imported;
+        add_totals(scene.host().root(), imported);
+
+        Assimp::Importer importer;
+        const aiScene* source = importer.ReadFile(kModels + model.file, aiProcess_Triangulate);
+        ASSERT_NE(source, nullptr);
+        Totals expected;
+        add_totals(*source, *source->mRootNode, aiMatrix4x4(), model.up, expected);
+
+        EXPECT_GT(imported.triangles, 0);
+        EXPECT_EQ(imported.triangles, expected.triangles);
+        // A part without coordinates beside one with them has them at zero.
+        expected.uvs.insert({0, 0});
+        if (!imported.uvs.empty()) {
+            imported.uvs.insert({0, 0});
+            EXPECT_EQ(imported.uvs, expected.uvs);
+        }
+        const float tolerance = 1e-5f * (1 + Length(expected.box.pmax - expected.box.pmin));
+        EXPECT_LT(Length(imported.box.pmin - expected.box.pmin), tolerance);
+        EXPECT_LT(Length(imported.box.pmax - expected.box.pmax), tolerance);
+    }
 }
 
 // Many of these files are broken on purpose.

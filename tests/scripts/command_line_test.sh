@@ -8,6 +8,8 @@ samples=$3
 out=$(mktemp -d)
 trap 'chmod -R u+w "$out"; rm -rf "$out"' EXIT
 cd "$out" || exit 1
+# No renderer is registered, so that no texture is drawn into the user's folders.
+export XDG_CONFIG_HOME=$out/config
 failures=0
 
 # expect CODE LINES PATTERN COMMAND... runs a command; its exit code and the number of lines on

@@ -7,6 +7,8 @@ emulator=$2
 program=$3
 out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
+# No renderer is registered for either of them, so that both name drawn textures alike.
+export XDG_CONFIG_HOME="$out/config"
 
 scenes=$("$native" export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p')
 [ -n "$scenes" ]

@@ -1,5 +1,6 @@
 #include "standins/host/app/scene_source.h"
 
+#include <cstdio>
 #include <stdexcept>
 
 #include "standins/host/memory/demo_scenes.h"
@@ -34,7 +35,9 @@ void load_scene(const std::string& source, memhost::SceneBuilder& scene) {
         return;
     }
 #ifdef VSQ_WITH_IMPORTER
-    memhost::import_model(source, scene);
+    for (const std::string& warning : memhost::import_model(source, scene)) {
+        std::fprintf(stderr, "vsqexport: warning: %s\n", warning.c_str());
+    }
 #else
     throw std::runtime_error(source + ": this build reads no model files, only demo scenes");
 #endif

@@ -121,11 +121,11 @@ int run_export(const CommandLine& command) {
     if (unit) {
         scene.unit(*unit);
     }
-    app::check_export_target(command.target, command.scene);
     if (interruption.happened()) {
         complain("cancelled, nothing was written");
         return kCancelled;
     }
+    app::check_export_target(command.target, command.scene);
 
     // Where the host would open a box, the headless one prints a line.
     platform::set_message_box_handler(
