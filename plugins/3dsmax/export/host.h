@@ -5,9 +5,16 @@
 
 #ifdef VSQ_GENUINE_HOST_SDK
 #include <max.h>
-// max.h comes first: the others rely on it.
+// The others rely on max.h, and some on one another.
+// clang-format off
+#include <iparamb2.h>
+#include <stdmat.h>
+#include <triobj.h>
+#include <MeshNormalSpec.h>
+#include <bitmap.h>
 #include <AssetManagement/AssetType.h>
 #include <units.h>
+// clang-format on
 #else
 #include "standins/host/sdk/max.h"
 #endif

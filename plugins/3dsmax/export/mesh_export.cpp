@@ -1,6 +1,96 @@
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "model/triangle_object.h"
+#include "plugins/3dsmax/export/material_table.h"
+#include "plugins/3dsmax/export/mesh_part.h"
+#include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
+#include "plugins/3dsmax/export/scope_guard.h"
 
-// Meshes don't reach the scene yet.
-bool SceneExporter::ExportMesh(INode*) {
-    return false;
+namespace {
+
+const Class_ID kTriangleObject(TRIOBJ_CLASS_ID, 0);
+
+// Geometry that only its own plug-in can render.
+const Class_ID kExcludedObject(0x608b1c8f, 0x2f0b0d2d);
+
+}  // namespace
+
+// True if the node was handled as a mesh, also where a part of it came to nothing.
+bool SceneExporter::ExportMesh(INode* node) {
+    if (!NodeIsWanted(node)) {
+        return false;
+    }
+    const ObjectState state = node->EvalWorldState(timing_.time, TRUE);
+    if (state.obj == nullptr || state.obj->SuperClassID() != GEOMOBJECT_CLASS_ID) {
+        return false;
+    }
+
+    // What is dropped below still counts for the size of the scene.
+    Box3 box;
+    state.obj->GetWorldBoundBox(timing_.time, node, host_->GetActiveViewExp().ToPointer(), box);
+    scene_box_ += box;
+
+    const Class_ID class_id = state.obj->ClassID();
+    if ((!options_->Bones && class_id == BONE_OBJ_CLASSID) || class_id == kExcludedObject) {
+        return false;
+    }
+
+    bool temporary = false;
+    TriObject* tri_object = GetTriObject(node, timing_.time, temporary);
+    if (tri_object == nullptr) {
+        return false;
+    }
+    const ScopeGuard deletes_temporary([tri_object, temporary] {
+        if (temporary) {
+            tri_object->DeleteMe();
+        }
+    });
+
+    Mesh mesh(tri_object->GetMesh());
+    if (mesh.numVerts < 1 || mesh.numFaces < 1) {
+        return false;
+    }
+    const MaterialTable table = make_material_table(mesh, node, timing_.time);
+    if (!mesh_parts_->begin(mesh, table)) {
+        scene_->print_error("Mesh " + NarrowName(node->GetName()) +
+                            " is left out: it has faces with vertices that it hasn't got");
+        return false;
+    }
+    for (int part = 0; mesh_parts_->has_part(part); ++part) {
+        ExportMeshPart(node, part, table);
+    }
+    return true;
+}
+
+// The node's object as triangles, or null. `temporary` says that the host made it for us.
+TriObject* SceneExporter::GetTriObject(INode* node, TimeValue t, bool& temporary) const {
+    temporary = false;
+    Object* object = node->EvalWorldState(t, TRUE).obj;
+    const Interval valid = object->ObjectValidity(t);
+    // The frames of an animation build on the first: only what changes at this very tick follows.
+    if (animation_ && valid.Start() != t && t != timing_.rangeStart) {
+        return nullptr;
+    }
+    if (!object->CanConvertToType(kTriangleObject)) {
+        return nullptr;
+    }
+    Object* result = object->ConvertToType(t, kTriangleObject);
+    temporary = result != object;
+    return static_cast<TriObject*>(result);
+}
+
+// Writes the faces of one material as an object of their own, under the node's name.
+void SceneExporter::ExportMeshPart(INode* node, int part, const MaterialTable& table) {
+    const std::string name = NarrowName(node->GetName());
+    qor::TriangleObject object(name);
+    const Matrix3 world_from_node = node->GetNodeTM(timing_.time);
+    const Matrix3 world_from_object = node->GetObjTMAfterWSM(timing_.time);
+    const Matrix3 node_from_object = world_from_object * Inverse(world_from_node);
+
+    if (!mesh_parts_->build(part, node_from_object, object)) {
+        scene_->print_error("Mesh " + name +
+                            " goes without texture coordinates: some of them point nowhere");
+    }
+    object.set_material(table.entry(part)->material);
+    object.emit(*scene_);
 }

@@ -7,6 +7,7 @@
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "plugins/3dsmax/export/light_converter.h"
+#include "plugins/3dsmax/export/mesh_part.h"
 #include "plugins/3dsmax/export/unit_scale.h"
 
 namespace {
@@ -24,7 +25,8 @@ SceneExporter::SceneExporter(Interface* host, INode* root_node,
       root_node_(root_node),
       options_(std::move(options)),
       changed_nodes_(std::move(changed_nodes)),
-      lights_(std::make_unique<LightConverter>(options_, host)) {
+      lights_(std::make_unique<LightConverter>(options_, host)),
+      mesh_parts_(std::make_unique<MeshPartBuilder>()) {
     const Interval range = host->GetAnimRange();
     timing_ = {range.Start(), range.End(), host->GetTime(), GetTicksPerFrame()};
 }

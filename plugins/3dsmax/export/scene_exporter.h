@@ -15,6 +15,8 @@ class qorSceneapi_oo;
 }  // namespace qor
 
 class LightConverter;
+class MaterialTable;
+class MeshPartBuilder;
 
 /// Carries out one Render, Update, Export or Export Animation command from start to end.
 ///
@@ -66,6 +68,8 @@ private:
     // What a node's object is turned into. True if something was written.
     bool ExportObject(INode* node, Object* object, bool may_deform);
     bool ExportMesh(INode* node);
+    TriObject* GetTriObject(INode* node, TimeValue t, bool& temporary) const;
+    void ExportMeshPart(INode* node, int part, const MaterialTable& table);
     bool ExportDeformable(INode* node);
     bool ExportCurves(INode* node);
     bool ExportLight(INode* node);
@@ -85,6 +89,7 @@ private:
     std::shared_ptr<Qor::Options> options_;
     std::set<INode*> changed_nodes_;
     std::unique_ptr<LightConverter> lights_;
+    std::unique_ptr<MeshPartBuilder> mesh_parts_;  // keeps its storage from one mesh to the next
     Box3 scene_box_;  // of all meshes and shapes so far, in world space
     bool animation_ = false;
     bool update_ = false;

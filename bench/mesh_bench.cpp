@@ -1,0 +1,147 @@
+#include <benchmark/benchmark.h>
+
+#include <assimp/Exporter.hpp>
+#include <cstdio>
+#include <map>
+#include <stdexcept>
+#include <utility>
+
+#include "bench/bench_table.h"
+#include "bench/mesh_scenes.h"
+#include "bench/scratch_file.h"
+#include "plugins/3dsmax/export/scene_exporter.h"
+
+// Whole exports of meshes, to a file in memory, beside what assimp's exporters take for the same
+// scene. Those compute no normals and share no vertices.
+
+namespace {
+
+using mesh_scenes::Shading;
+
+constexpr int kMillion = 1'000'000;
+constexpr int kBoxes = 20'000;
+
+struct Scene {
+    const char* name;
+    int triangles;  // of one surface; 0 for the boxes
+    Shading shading;
+    double against_peers;  // what is wanted of the ratio to the fastest of them
+};
+
+constexpr Scene kScenes[] = {
+    {"smooth", kMillion, Shading::kSmooth, 0.8},
+    {"hard edges", kMillion, Shading::kHard, 0.9},
+    {"explicit normals", kMillion, Shading::kExplicit, 0},
+    {"no smoothing groups", kMillion, Shading::kNone, 0},
+    {"10 million", 10 * kMillion, Shading::kSmooth, 0.75},
+    {"20,000 boxes", 0, Shading::kSmooth, 0.7},
+};
+
+void export_scene(memhost::SceneBuilder& scene, const std::string& path) {
+    memhost::MemoryHost& host = scene.host();
+    SceneExporter exporter(&host, host.GetRootNode(), std::make_shared<Qor::Options>(&host), {});
+    exporter.Run(path, false, true, false);
+}
+
+std::string benchmark_name(const Scene& scene, const std::string& what) {
+    return std::string("mesh/") + scene.name + what;
+}
+
+// The scenes are built as they are first wanted and kept to the end: the host of a scene must not
+// outlive the host library's own list of them.
+memhost::SceneBuilder& host_scene(const Scene& scene) {
+    static auto& scenes = *new std::map<const Scene*, std::unique_ptr<memhost::SceneBuilder>>;
+    auto& built = scenes[&scene];
+    if (!built) {
+        built = scene.triangles == 0
+                    ? mesh_scenes::scene_of_boxes(kBoxes)
+                    : mesh_scenes::scene_of(mesh_scenes::surface(scene.triangles, scene.shading));
+    }
+    return *built;
+}
+
+const aiScene& peer_scene(const Scene& scene) {
+    static std::map<const Scene*, std::unique_ptr<aiScene>> scenes;
+    auto& built = scenes[&scene];
+    if (!built) {
+        built =
+            scene.triangles == 0
+                ? mesh_scenes::peer_scene_of_boxes(kBoxes)
+                : mesh_scenes::peer_scene_of(mesh_scenes::surface(scene.triangles, scene.shading));
+    }
+    return *built;
+}
+
+void run_export(benchmark::State& state, const Scene& scene) {
+    const std::string path = scratch_path("mesh.vsq");
+    memhost::SceneBuilder& built = host_scene(scene);
+    for (auto _ : state) {
+        export_scene(built, path);
+    }
+    std::remove(path.c_str());
+}
+
+void run_peer(benchmark::State& state, const Scene& scene, const char* format) {
+    const std::string path = scratch_path(std::string("mesh.") + format);
+    const aiScene& built = peer_scene(scene);
+    for (auto _ : state) {
+        Assimp::Exporter exporter;
+        if (exporter.Export(&built, format, path) != aiReturn_SUCCESS) {
+            throw std::runtime_error(exporter.GetErrorString());
+        }
+    }
+    std::remove(path.c_str());
+}
+
+// What any export of the same bytes must take.
+void run_fwrite(benchmark::State& state, const Scene& scene) {
+    const std::string path = scratch_path("mesh.bin");
+    export_scene(host_scene(scene), path);
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    std::fseek(file, 0, SEEK_END);
+    std::vector<char> bytes(static_cast<size_t>(std::ftell(file)));
+    std::rewind(file);
+    if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) {
+        throw std::runtime_error("the exported file can't be read back");
+    }
+    std::fclose(file);
+    for (auto _ : state) {
+        write_in_one_go(path, bytes.data(), bytes.size());
+    }
+    std::remove(path.c_str());
+}
+
+bool register_all() {
+    const auto add = [](const std::string& name, auto run) {
+        benchmark::RegisterBenchmark(name.c_str(), run)
+            ->Unit(benchmark::kMillisecond)
+            ->MinTime(0.1);
+    };
+    for (const Scene& scene : kScenes) {
+        const std::string ours = benchmark_name(scene, "");
+        add(ours, [&scene](benchmark::State& state) { run_export(state, scene); });
+        add(ours + ", fwrite", [&scene](benchmark::State& state) { run_fwrite(state, scene); });
+        compare({ours + " against one fwrite of its bytes", ours, ours + ", fwrite", 0});
+        if (scene.against_peers == 0) {
+            continue;
+        }
+        for (const char* format : {"plyb", "assbin", "glb2"}) {
+            if (scene.triangles == 0 && std::string(format) != "plyb") {
+                continue;  // these need minutes for so many nodes
+            }
+            const std::string peer = ours + ", " + format;
+            add(peer,
+                [&scene, format](benchmark::State& state) { run_peer(state, scene, format); });
+            compare({ours + " against " + format, ours, peer,
+                     std::string(format) == "glb2" ? 0 : scene.against_peers});
+        }
+    }
+    compare({"10 million triangles against 1 million", "mesh/10 million", "mesh/smooth", 14});
+    compare({"explicit normals against smooth", "mesh/explicit normals", "mesh/smooth", 1.5});
+    return compare(
+        {"no smoothing groups against smooth", "mesh/no smoothing groups", "mesh/smooth", 3});
+}
+
+const bool kRegistered = register_all();
+
+}  // namespace

@@ -1,0 +1,154 @@
+#include "plugins/3dsmax/export/mesh_part.h"
+
+#include <utility>
+
+#include "model/triangle_object.h"
+#include "plugins/3dsmax/export/material_table.h"
+
+bool MeshPartBuilder::begin(Mesh& mesh, const MaterialTable& table) {
+    mesh_ = &mesh;
+    table_ = &table;
+    DWORD highest = 0;
+    for (int f = 0; f < mesh.numFaces; ++f) {
+        for (const DWORD vertex : mesh.faces[f].v) {
+            highest = vertex > highest ? vertex : highest;
+        }
+    }
+    if (highest >= static_cast<DWORD>(mesh.numVerts)) {
+        return false;
+    }
+    normals_.compute(mesh);
+    sort_faces();
+    return true;
+}
+
+bool MeshPartBuilder::has_part(int part) const {
+    return table_->entry(part) != nullptr;
+}
+
+// Lists the faces of each part, so that a mesh of many materials isn't searched for each of them.
+void MeshPartBuilder::sort_faces() {
+    faces_by_part_.clear();
+    ends_of_parts_.clear();
+    if (!has_part(1)) {
+        return;
+    }
+    const unsigned slots = static_cast<unsigned>(table_->slot_count());
+    const auto part_of = [this, slots](int face) {
+        return table_->entry_of_slot(static_cast<int>(mesh_->faces[face].getMatID() % slots));
+    };
+    for (int f = 0; f < mesh_->numFaces; ++f) {
+        const size_t part = part_of(f);
+        if (ends_of_parts_.size() <= part) {
+            ends_of_parts_.resize(part + 1, 0);
+        }
+        ++ends_of_parts_[part];
+    }
+    // Counts become starts, and each start moves to its part's end as the part is filled.
+    size_t start = 0;
+    for (size_t& end : ends_of_parts_) {
+        start += std::exchange(end, start);
+    }
+    faces_by_part_.resize(static_cast<size_t>(mesh_->numFaces));
+    for (int f = 0; f < mesh_->numFaces; ++f) {
+        faces_by_part_[ends_of_parts_[part_of(f)]++] = f;
+    }
+}
+
+template <typename Visit>
+void MeshPartBuilder::for_each_face(int part, Visit visit) const {
+    if (ends_of_parts_.empty()) {
+        for (int f = 0; f < mesh_->numFaces; ++f) {
+            visit(f);
+        }
+        return;
+    }
+    const size_t index = static_cast<size_t>(part);
+    for (size_t i = index == 0 ? 0 : ends_of_parts_[index - 1]; i < ends_of_parts_[index]; ++i) {
+        visit(faces_by_part_[i]);
+    }
+}
+
+bool MeshPartBuilder::build(int part, const Matrix3& node_from_object,
+                            qor::TriangleObject& object) {
+    Coordinates coordinates;
+    const bool coordinates_are_sound = choose_coordinates(part, coordinates);
+    object.set_triangles(find_vertices(part, coordinates));
+    fill_arrays(node_from_object, coordinates.verts != nullptr, object);
+    return coordinates_are_sound;
+}
+
+// One channel of the mesh reaches the renderer: that of the diffuse texture or, failing that, of
+// the opacity or the bump texture.
+bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) const {
+    const MaterialEntry& entry = *table_->entry(part);
+    int channel = entry.diffuse_channel;
+    if (channel < 0) {
+        channel = entry.opacity_channel >= 0 ? entry.opacity_channel : entry.bump_channel;
+    }
+    if (channel < 0) {
+        return true;
+    }
+    const UVVert* verts = mesh_->mapVerts(channel);
+    const TVFace* faces = mesh_->mapFaces(channel);
+    if (verts == nullptr || faces == nullptr) {
+        return true;
+    }
+    DWORD highest = 0;
+    for_each_face(part, [&highest, faces](int f) {
+        for (const DWORD place : faces[f].t) {
+            highest = place > highest ? place : highest;
+        }
+    });
+    if (highest >= static_cast<DWORD>(mesh_->getNumMapVerts(channel))) {
+        return false;
+    }
+    coordinates = {verts, faces, entry.uv_transform};
+    return true;
+}
+
+// Finds the output vertex of every corner, and gives their numbers.
+std::vector<int> MeshPartBuilder::find_vertices(int part, const Coordinates& coordinates) {
+    size_t corners = 3 * static_cast<size_t>(mesh_->numFaces);
+    if (!ends_of_parts_.empty()) {
+        const size_t index = static_cast<size_t>(part);
+        corners = 3 * (ends_of_parts_[index] - (index == 0 ? 0 : ends_of_parts_[index - 1]));
+    }
+    keys_.begin(static_cast<size_t>(mesh_->numVerts), corners, coordinates.verts != nullptr);
+
+    std::vector<int> triangles(corners);
+    int* next = triangles.data();
+    for_each_face(part, [this, &coordinates, &next](int f) {
+        const Face& face = mesh_->faces[f];
+        for (int corner = 0; corner < 3; ++corner) {
+            VertexKey key = {normals_.lookup(f, corner), 0.0f, 0.0f};
+            if (coordinates.verts != nullptr) {
+                const UVVert& place = coordinates.verts[coordinates.faces[f].t[corner]];
+                const Point3 moved = place * coordinates.transform;
+                key.u = moved.x;
+                key.v = moved.y;
+            }
+            *next++ = keys_.find_or_add(face.v[corner], key);
+        }
+    });
+    return triangles;
+}
+
+void MeshPartBuilder::fill_arrays(const Matrix3& node_from_object, bool has_coordinates,
+                                  qor::TriangleObject& object) const {
+    const size_t count = keys_.vertices().size();
+    object.reserve_vertices(count);
+    object.reserve_normals(count);
+    if (has_coordinates) {
+        object.reserve_uv_tex(count);
+    }
+    for (const VertexKeyTable::Vertex& vertex : keys_.vertices()) {
+        const Point3 position = mesh_->verts[vertex.host_vertex] * node_from_object;
+        object.add_vertex(position.x, position.y, position.z);
+        const Point3 normal = Normalize(node_from_object.VectorTransform(vertex.key.normal));
+        object.add_normal(normal.x, normal.y, normal.z);
+        if (has_coordinates) {
+            object.add_uv(vertex.key.u, vertex.key.v);
+        }
+    }
+}

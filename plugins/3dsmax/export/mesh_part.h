@@ -1,0 +1,60 @@
+#pragma once
+
+#include <vector>
+
+#include "plugins/3dsmax/export/host.h"
+#include "plugins/3dsmax/export/vertex_key_table.h"
+#include "plugins/3dsmax/export/vertex_normal.h"
+
+namespace qor {
+class TriangleObject;
+}
+
+class MaterialTable;
+
+/// Turns a host mesh into the arrays of triangle objects, one for each material that its faces use.
+///
+/// The work on the mesh as a whole is done once, that on its parts for each of them. Storage is
+/// kept from one mesh to the next.
+///
+///     parts.begin(mesh, table);
+///     for (int part = 0; parts.has_part(part); ++part) {
+///         parts.build(part, offset, object);
+///     }
+class MeshPartBuilder {
+public:
+    /// Borrows both until the last part is built. False if a face uses a vertex that the mesh
+    /// hasn't got; nothing may be built then.
+    bool begin(Mesh& mesh, const MaterialTable& table);
+
+    /// Whether any face has the material of that entry.
+    bool has_part(int part) const;
+
+    /// Fills the empty arrays of `object` with the faces of a part, in their order. Positions and
+    /// normals go through `node_from_object`. False if the part's texture coordinates point
+    /// nowhere; it goes without them then.
+    bool build(int part, const Matrix3& node_from_object, qor::TriangleObject& object);
+
+private:
+    // The texture coordinates of a part: the host's, by face, and what they go through.
+    struct Coordinates {
+        const UVVert* verts = nullptr;  // null for a part without them
+        const TVFace* faces = nullptr;
+        Matrix3 transform;
+    };
+
+    void sort_faces();
+    template <typename Visit>
+    void for_each_face(int part, Visit visit) const;
+    bool choose_coordinates(int part, Coordinates& coordinates) const;
+    std::vector<int> find_vertices(int part, const Coordinates& coordinates);
+    void fill_arrays(const Matrix3& node_from_object, bool has_coordinates,
+                     qor::TriangleObject& object) const;
+
+    Mesh* mesh_ = nullptr;
+    const MaterialTable* table_ = nullptr;
+    VertexNormals normals_;
+    VertexKeyTable keys_;
+    std::vector<int> faces_by_part_;     // where there are several; each part's in their order
+    std::vector<size_t> ends_of_parts_;  // in that list
+};

@@ -1,0 +1,127 @@
+#include "plugins/3dsmax/export/texture_baking.h"
+
+#include <memory>
+#include <set>
+#include <utility>
+
+#include "model/smart_material.h"
+#include "plugins/3dsmax/export/material_entry.h"
+#include "plugins/3dsmax/export/narrow_name.h"
+#include "plugins/3dsmax/export/renderer_textures.h"
+#include "plugins/3dsmax/export/wide_from_utf8.h"
+
+namespace {
+
+// Where a texture of a kind goes, and the word for it in the name of a baked file.
+struct TextureTarget {
+    const wchar_t* word;
+    int MaterialEntry::*channel;
+    void (qor::SmartMaterial::*set_texture)(std::string);
+};
+
+// In the order of `TextureKind`.
+constexpr TextureTarget kTargets[] = {
+    {L"diffuse", &MaterialEntry::diffuse_channel, &qor::SmartMaterial::set_diffuse_texture},
+    {L"bump", &MaterialEntry::bump_channel, &qor::SmartMaterial::set_bump_texture},
+    {L"specular", &MaterialEntry::specular_channel, &qor::SmartMaterial::set_specular_texture},
+    {L"opacity", &MaterialEntry::opacity_channel, &qor::SmartMaterial::set_opacity_texture},
+};
+
+const TextureTarget& target_of(TextureKind kind) {
+    return kTargets[static_cast<int>(kind)];
+}
+
+constexpr WORD kBakedSize = 1024;  // pixels, in both directions
+
+// Every file baked since the plug-in was loaded.
+std::set<std::wstring> baked_textures;
+
+struct DeleteBitmap {
+    void operator()(Bitmap* bitmap) const { bitmap->DeleteThis(); }
+};
+
+// The material's name goes in as it stands, so that a file can be told by it; where it makes no
+// file name the renderer finds no texture.
+std::wstring baked_file(Mtl* mtl, const TextureTarget& target) {
+    return WideFromUtf8(GetRendererTexturesFolder()) + mtl->GetName().data() + L"_" + target.word +
+           L".png";
+}
+
+void apply_bitmap(MaterialEntry& entry, BitmapTex& texmap, const TextureTarget& target) {
+    texmap.GetUVTransform(entry.uv_transform);
+    if (std::optional<std::string> file = bitmap_file(texmap, entry.time)) {
+        (entry.material.get()->*target.set_texture)(std::move(*file));
+    }
+}
+
+void apply_baked(MaterialEntry& entry, Mtl* mtl, Texmap* texmap, const TextureTarget& target) {
+    const std::wstring path = baked_file(mtl, target);
+    bake_texmap(texmap, path);
+    (entry.material.get()->*target.set_texture)(NarrowName(path.c_str()));
+    // Drawing a map can bring it up to date, and its channel with it.
+    entry.*target.channel = texmap->GetMapChannel();
+}
+
+}  // namespace
+
+void apply_texmap(MaterialEntry& entry, Mtl* mtl, const Mesh& mesh, Texmap* texmap,
+                  TextureKind kind) {
+    if (texmap == nullptr) {
+        return;
+    }
+    const int channel = texmap->GetMapChannel();
+    if (!mesh.mapSupport(channel)) {
+        return;
+    }
+    const TextureTarget& target = target_of(kind);
+    entry.*target.channel = channel;
+    if (is_bitmap_texmap(texmap)) {
+        apply_bitmap(entry, *static_cast<BitmapTex*>(texmap), target);
+    } else {
+        apply_baked(entry, mtl, texmap, target);
+    }
+}
+
+bool is_bitmap_texmap(Texmap* texmap) {
+    return texmap->ClassID() == Class_ID(BMTEX_CLASS_ID, 0);
+}
+
+std::optional<std::string> bitmap_file(BitmapTex& texmap, TimeValue time) {
+    Bitmap* const bitmap = texmap.GetBitmap(time);
+    if (bitmap == nullptr) {
+        return std::nullopt;
+    }
+    const MCHAR* const name = texmap.GetMapName();
+    BitmapInfo info(name == nullptr ? L"" : name);
+    info.SetCurrentFrame(0);
+    BitmapManager* const manager = bitmap->Manager();
+    if (manager == nullptr) {
+        return std::nullopt;
+    }
+    manager->GetImageInfo(&info, nullptr);
+    const MaxSDK::Util::Path path = info.GetPathEx().GetResolvedAbsolutePath();
+    return NarrowName(path.GetCStr());
+}
+
+void bake_texmap(Texmap* texmap, const std::wstring& path) {
+    if (baked_textures.count(path) != 0) {
+        return;
+    }
+    BitmapInfo info;
+    info.SetName(path.c_str());
+    info.SetType(BMM_TRUE_32);
+    info.SetWidth(kBakedSize);
+    info.SetHeight(kBakedSize);
+    const std::unique_ptr<Bitmap, DeleteBitmap> bitmap(TheManager->Create(&info));
+    if (!bitmap) {
+        return;
+    }
+
+    // The path is kept even if the file can't be written, so that a folder without access costs
+    // one drawing and not one per export.
+    baked_textures.insert(path);
+    texmap->RenderBitmap(0, bitmap.get(), 1.0f, FALSE);
+    bitmap->OpenOutput(&info);
+    bitmap->Write(&info, BMM_SINGLEFRAME);
+    bitmap->Close(&info, BMM_CLOSE_COMPLETE);
+}

@@ -1,0 +1,176 @@
+#include "plugins/3dsmax/export/vertex_key_table.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+constexpr int kNone = -1;
+
+// Of the squared distance of two normals, and of the plain difference of two coordinates.
+constexpr float kTolerance = 1.1920929e-7f;
+
+// A host vertex with more output vertices than this is crowded: an axis of a cone, or a vertex that
+// faces without any smoothing share. A longer chain would make the time grow with its square.
+constexpr int kLongestChain = 32;
+
+// Keys that match lie within these distances of one another, with a margin for rounding. A cell is
+// twice as wide, so that the matches of a key lie in two cells at most along each axis.
+constexpr double kNormalReach = 3.46e-4;
+constexpr double kCoordinateReach = 1.2e-7;
+
+constexpr int kAxes = 5;
+
+struct Axis {
+    double value;
+    double reach;
+
+    double cell_of(double place) const { return std::floor(place / (2 * reach)) + 0.0; }
+};
+
+void list_axes(const VertexKey& key, Axis (&axes)[kAxes]) {
+    axes[0] = {static_cast<double>(key.normal.x), kNormalReach};
+    axes[1] = {static_cast<double>(key.normal.y), kNormalReach};
+    axes[2] = {static_cast<double>(key.normal.z), kNormalReach};
+    axes[3] = {static_cast<double>(key.u), kCoordinateReach};
+    axes[4] = {static_cast<double>(key.v), kCoordinateReach};
+}
+
+std::uint64_t mixed(std::uint64_t hash, double cell) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &cell, sizeof bits);
+    hash = (hash ^ bits) * 0x9e3779b97f4a7c15u;
+    return hash ^ (hash >> 29);
+}
+
+bool is_finite(const VertexKey& key) {
+    return std::isfinite(key.normal.x) && std::isfinite(key.normal.y) &&
+           std::isfinite(key.normal.z) && std::isfinite(key.u) && std::isfinite(key.v);
+}
+
+}  // namespace
+
+void VertexKeyTable::begin(size_t host_vertices, size_t corners, bool has_coordinates) {
+    // Only what the last part used has to be taken back.
+    for (const Vertex& vertex : vertices_) {
+        heads_[vertex.host_vertex] = kNone;
+    }
+    vertices_.clear();
+    crowds_.clear();
+    if (heads_.size() < host_vertices) {
+        heads_.resize(host_vertices, kNone);
+    }
+    vertices_.reserve(std::min(host_vertices, corners));
+    corners_ = corners;
+    has_coordinates_ = has_coordinates;
+}
+
+int VertexKeyTable::find_or_add(DWORD host_vertex, const VertexKey& key) {
+    int length = 0;
+    int last = kNone;
+    for (int i = heads_[host_vertex]; i != kNone; i = vertices_[static_cast<size_t>(i)].next) {
+        if (matches(vertices_[static_cast<size_t>(i)].key, key)) {
+            return i;
+        }
+        last = i;
+        ++length;
+    }
+    if (length == kLongestChain) {
+        return find_or_add_in_crowd(host_vertex, key);
+    }
+    const int number = add(host_vertex, key);
+    if (last == kNone) {
+        heads_[host_vertex] = number;
+    } else {
+        vertices_[static_cast<size_t>(last)].next = number;
+    }
+    return number;
+}
+
+// What is no number differs from nothing, so the tests ask whether a difference is too great.
+bool VertexKeyTable::matches(const VertexKey& found, const VertexKey& wanted) const {
+    if (std::fabs((found.normal - wanted.normal).LengthSquared()) > kTolerance) {
+        return false;
+    }
+    return !has_coordinates_ || !(std::fabs(found.u - wanted.u) > kTolerance ||
+                                  std::fabs(found.v - wanted.v) > kTolerance);
+}
+
+int VertexKeyTable::add(DWORD host_vertex, const VertexKey& key) {
+    if (vertices_.size() == vertices_.capacity()) {
+        // Hardly any mesh is smooth and split in two at once: once there are more vertices than the
+        // host has, there may be one for each corner. Room that isn't used is never touched.
+        vertices_.reserve(corners_);
+    }
+    const int number = static_cast<int>(vertices_.size());
+    vertices_.push_back({key, host_vertex, kNone});
+    return number;
+}
+
+int VertexKeyTable::find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key) {
+    Crowd& crowd = crowds_[host_vertex];
+    const int found = find_in_crowd(crowd, key);
+    if (found != kNone) {
+        return found;
+    }
+    const int number = add(host_vertex, key);
+    crowd.all.push_back(number);
+    if (!is_finite(key)) {
+        crowd.not_finite.push_back(number);
+        return number;
+    }
+    Axis axes[kAxes];
+    list_axes(key, axes);
+    std::uint64_t hash = 0;
+    for (const Axis& axis : axes) {
+        hash = mixed(hash, axis.cell_of(axis.value));
+    }
+    crowd.cells[hash].push_back(number);
+    return number;
+}
+
+// The first of all that match, as a walk along a chain would find it.
+int VertexKeyTable::find_in_crowd(const Crowd& crowd, const VertexKey& key) const {
+    if (!is_finite(key)) {
+        return first_match(crowd.all, key, kNone);
+    }
+    int best = first_match(crowd.not_finite, key, kNone);
+
+    Axis axes[kAxes];
+    list_axes(key, axes);
+    double cells[kAxes][2];
+    unsigned second_cell_of = 0;  // one bit for each axis along which two cells are in reach
+    for (int i = 0; i < kAxes; ++i) {
+        cells[i][0] = axes[i].cell_of(axes[i].value - axes[i].reach);
+        cells[i][1] = axes[i].cell_of(axes[i].value + axes[i].reach);
+        second_cell_of |= cells[i][0] != cells[i][1] ? 1u << i : 0u;
+    }
+    // Every subset of those axes stands for one of the cells.
+    for (unsigned subset = second_cell_of;; subset = (subset - 1) & second_cell_of) {
+        std::uint64_t hash = 0;
+        for (int i = 0; i < kAxes; ++i) {
+            hash = mixed(hash, cells[i][subset >> i & 1u]);
+        }
+        const auto cell = crowd.cells.find(hash);
+        if (cell != crowd.cells.end()) {
+            best = first_match(cell->second, key, best);
+        }
+        if (subset == 0) {
+            return best;
+        }
+    }
+}
+
+int VertexKeyTable::first_match(const std::vector<int>& candidates, const VertexKey& key,
+                                int best) const {
+    for (const int candidate : candidates) {
+        if (best != kNone && candidate > best) {
+            break;
+        }
+        if (matches(vertices_[static_cast<size_t>(candidate)].key, key)) {
+            return candidate;
+        }
+    }
+    return best;
+}

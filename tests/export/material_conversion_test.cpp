@@ -1,0 +1,115 @@
+#include "plugins/3dsmax/export/material_conversion.h"
+
+#include <gtest/gtest.h>
+
+#include "plugins/3dsmax/export/material_entry.h"
+#include "standins/host/memory/image_file.h"
+#include "standins/host/memory/scene_builder.h"
+#include "tests/support/emitted_calls.h"
+
+namespace {
+
+using memhost::BlockMaterial;
+
+class MaterialConversion : public testing::Test {
+protected:
+    // A map of an image file of that name.
+    Texmap* image(const std::string& name) {
+        memhost::write_png((folder_.path() / name).wstring() + L".png", memhost::Image(1, 1));
+        return &scene_.bitmap(path(name));
+    }
+
+    void want_textures(const char* diffuse, const char* specular, const char* bump) {
+        wanted_.set_diffuse_texture(path(diffuse));
+        wanted_.set_specular_texture(path(specular));
+        wanted_.set_bump_texture(path(bump));
+    }
+
+    // The conversion of `material` at tick 160 is written as `wanted_` is.
+    void expect_wanted(Mtl& material) {
+        MaterialEntry entry;
+        entry.time = 160;
+        convert_material(entry, memhost::grid_mesh(1, 1, 1).mesh(), &material);
+        EXPECT_EQ(emitted_text([&](auto& scene) { entry.material->emit(scene); }),
+                  emitted_text([&](auto& scene) { wanted_.emit(scene); }));
+    }
+
+    memhost::SceneBuilder scene_;
+    qor::SmartMaterial wanted_{"M\x41"};
+
+private:
+    std::string path(const std::string& name) const {
+        return name.empty() ? "" : folder_ / (name + ".png");
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(MaterialConversion, TakesTheNamedSlotsOfAStandardMaterialThatAreOn) {
+    auto& material = scene_.make<memhost::StandardMaterial>(L"M\u0141");
+    material.diffuse([](TimeValue t) { return Color(t == 160 ? 0.5f : 0.0f, 2, -1); });
+    material.specular({0.5f, 4, 0.1f}).shininess(0.5f);
+    material.map(memhost::kAmbientSlot, image("ambient"));
+    material.map(memhost::kDiffuseSlot, image("diffuse"));
+    material.map(memhost::kSpecularColorSlot, image("color"));
+    material.map(memhost::kSpecularLevelSlot, image("level"));
+    material.map(memhost::kBumpSlot, image("bump"), false);
+    wanted_.set_diffuse_color(0.5f, 1, 0);
+    wanted_.set_specular_color(0.25f, 1, 0.05f);
+    want_textures("diffuse", "level", "");
+    expect_wanted(material);
+}
+
+// What lies past the twentieth slot or parameter block isn't looked at.
+TEST_F(MaterialConversion, TakesWhatOtherClassesHaveInCommon) {
+    auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(1, 2));
+    material.diffuse({0.1f, 0.2f, 0.3f}).specular({0.4f, 0.5f, 4}).shininess(0.5f);
+    material.block(0).number(0, L"bump_map", 1);
+    material.block(19).number(7, L"bump_map_amt", 2.5f).map(3, L"bump_map", image("block"));
+    material.block(20).number(0, L"bump_map_amt", 9).map(1, L"bump_map", image("far"));
+    material.slot(L"Specular Color", image("other")).slot(L"Opacity", image("off"), false);
+    wanted_.set_diffuse_color(0.1f, 0.2f, 0.3f);
+    wanted_.set_specular_color(0.2f, 0.25f, 1);
+    wanted_.set_bump_height(2.5f);
+    want_textures("", "", "block");
+    expect_wanted(material);
+
+    material.slot(L"Bump", image("slot")).slot(L"Specular Map", image("specular"));
+    material.slot(L"Diffuse Color Map", image("diffuse"));
+    while (material.NumSubTexmaps() < 20) {
+        material.slot(L"", nullptr);
+    }
+    material.slot(L"Bump", image("far"));
+    want_textures("diffuse", "specular", "slot");
+    expect_wanted(material);
+}
+
+TEST_F(MaterialConversion, TakesOneColourAndTheSwitchedMapsOfItsBlocks) {
+    auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(0x37BF3F2F, 0x7034695C));
+    expect_wanted(material);
+
+    material.block(1).color(1, L"color", {0.25f, 0.5f, 2});
+    material.block(4).map(100, L"", image("diffuse")).integer(150, L"", 1);
+    material.block(4).map(103, L"", image("bump")).integer(153, L"", 0);
+    wanted_.set_diffuse_color(0.25f, 0.5f, 1);
+    wanted_.set_specular_color(0.25f, 0.5f, 1);
+    want_textures("diffuse", "", "");
+    expect_wanted(material);
+}
+
+TEST_F(MaterialConversion, TakesTheMapsOfABlockByTheirShownNames) {
+    auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(0x3F2C5FAA, 0x750008BC));
+    expect_wanted(material);
+
+    auto& block = material.block(0);
+    block.map(0, L"d", image("diffuse")).local_name(0, L"texmap_diffuse_color");
+    block.map(1, L"texmap_diffuse_color", image("other")).local_name(1, L"d");
+    block.map(2, L"texmap_specular_glossiness", image("specular"));
+    block.map(3, L"texmap_bump", image("bump")).number(4, L"texmap_bump", 1);
+    block.number(5, L"amount", 30);
+    wanted_.set_bump_height(1.5f);
+    want_textures("diffuse", "specular", "bump");
+    expect_wanted(material);
+}
+
+}  // namespace

@@ -1,0 +1,110 @@
+#include "plugins/3dsmax/export/texture_baking.h"
+
+#include <gtest/gtest.h>
+
+#include "plugins/3dsmax/export/material_entry.h"
+#include "plugins/3dsmax/export/wide_from_utf8.h"
+#include "standins/host/memory/host_text.h"
+#include "standins/host/memory/image_file.h"
+#include "standins/host/memory/scene_builder.h"
+#include "tests/support/emitted_calls.h"
+#include "tests/support/registry_entries.h"
+
+namespace {
+
+using memhost::SceneBuilder;
+using memhost::StandardMaterial;
+using memhost::units_from_utf8;
+
+std::string text_of(qor::SmartMaterial& material) {
+    return emitted_text([&material](qor::qorSceneapi_oo& scene) { material.emit(scene); });
+}
+
+// Each kind has a texture and a channel of its own; what can't be used leaves both alone.
+TEST(ApplyTexmap, TakesTheFileOfABitmapMapWhereItLies) {
+    using Material = qor::SmartMaterial;
+    const TemporaryFolder folder;
+    const std::string wood = folder / "wood_";
+    const std::string file = wood + "\xc3\xa9.png";
+    memhost::write_png(units_from_utf8(file), memhost::Image(1, 1));
+    SceneBuilder scene;
+    auto& material = scene.make<StandardMaterial>(L"m");
+    const Mesh mesh = memhost::grid_mesh(1, 1, 1).map_positions(3);
+    const struct {
+        int MaterialEntry::*channel;
+        void (Material::*set_texture)(std::string);
+    } kinds[] = {
+        {&MaterialEntry::diffuse_channel, &Material::set_diffuse_texture},
+        {&MaterialEntry::bump_channel, &Material::set_bump_texture},
+        {&MaterialEntry::specular_channel, &Material::set_specular_texture},
+        {&MaterialEntry::opacity_channel, &Material::set_opacity_texture},
+    };
+    for (int kind = 0; kind < 4; ++kind) {
+        Material wanted("m");
+        MaterialEntry entry;
+        entry.material = std::make_shared<Material>("m");
+        const auto expect_applied = [&](Texmap* map, int channel, float v_tiling) {
+            apply_texmap(entry, &material, mesh, map, static_cast<TextureKind>(kind));
+            EXPECT_EQ(entry.*kinds[kind].channel, channel);
+            EXPECT_EQ(entry.uv_transform.GetRow(1).y, v_tiling);
+            EXPECT_EQ(text_of(*entry.material), text_of(wanted));
+        };
+        expect_applied(nullptr, -1, 1);
+        expect_applied(&scene.bitmap(file).channel(2).tiling(1, 5), -1, 1);
+        expect_applied(&scene.bitmap(folder / "missing.png").channel(3).tiling(1, 2), 3, 2);
+        (wanted.*kinds[kind].set_texture)(wood + "\xe9.png");
+        expect_applied(&scene.bitmap(file).channel(3).tiling(1, 4), 3, 4);
+    }
+}
+
+// A file that can't be written isn't tried again in a second export; a picture without memory is.
+TEST(ApplyTexmap, DrawsAnyOtherMapOnceAndNamesItsFileInAnyCase) {
+    const struct {
+        const char* material;
+        bool has_memory;  // at the first export
+        int first_drawn, second_drawn;
+    } cases[] = {{"Rock", true, 1, 0}, {"no/such: \"folder\"", true, 1, 0}, {"No", false, 0, 1}};
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.path() / "textures");
+    const std::string resources = folder.path().generic_u8string();
+    const RegistryEntries velmora({{"HKEY_LOCAL_MACHINE", "SOFTWARE\\Quoria\\Velmora 11",
+                                    "ResourceFolder", "\"" + resources + "\""}});
+    for (const auto& one : cases) {
+        qor::SmartMaterial wanted("m");
+        wanted.set_bump_texture(resources + "/textures/" + one.material + "_bump.png");
+        for (const bool is_first : {true, false}) {
+            SceneBuilder scene;
+            if (is_first && !one.has_memory) {
+                scene.host().bitmaps().refuse_bitmaps();
+            }
+            auto& material = scene.make<StandardMaterial>(std::string(one.material));
+            auto& map = scene.make<memhost::ProceduralMap>(memhost::solid({255, 0, 0, 255}));
+            MaterialEntry entry;
+            entry.material = std::make_shared<qor::SmartMaterial>("m");
+            apply_texmap(entry, &material, memhost::grid_mesh(1, 1, 1), &map, TextureKind::kBump);
+            EXPECT_EQ(map.renders(), is_first ? one.first_drawn : one.second_drawn);
+            EXPECT_EQ(scene.host().bitmaps().record().alive, 0);
+            EXPECT_EQ(entry.bump_channel, 1);
+            EXPECT_EQ(text_of(*entry.material), text_of(wanted));
+        }
+    }
+    const auto rock = memhost::read_image(units_from_utf8(folder / "textures/Rock_bump.png"));
+    ASSERT_TRUE(rock && rock->width == 1024 && rock->height == 1024);
+    EXPECT_TRUE(rock->at(1023, 1023) == (memhost::Pixel{255, 0, 0, 255}));
+}
+
+// Whatever is no well-formed character comes back byte by byte.
+TEST(WideFromUtf8, HoldsUnitsOf16Bits) {
+    const std::pair<std::string, std::wstring> texts[] = {
+        {"C:/\xc2\x80\xdf\xbf\xe0\xa0\x80\xef\xbf\xbf", L"C:/\x80\x7ff\x800\xffff"},
+        {"\xf0\x90\x80\x80\xf4\x8f\xbf\xbf", {0xD800, 0xDC00, 0xDBFF, 0xDFFF}},
+        {"\xe9 \xe2\x82", L"\xe9 \xe2\x82"},
+        {"\xc0\xaf\xe0\x80\xaf\xed\xa0\x80", L"\xc0\xaf\xe0\x80\xaf\xed\xa0\x80"},
+        {"\xf4\x90\x80\x80\xff", L"\xf4\x90\x80\x80\xff"},
+    };
+    for (const auto& [utf8, units] : texts) {
+        EXPECT_TRUE(WideFromUtf8(utf8) == units) << utf8;
+    }
+}
+
+}  // namespace
