@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bench/bench_table.h"
+#include "bench/peak_memory.h"
 
 // Runs the benchmarks side by side, several times in turn, and prints medians and their ratios.
 // Times vary from run to run, so only figures of one run may be compared.
@@ -76,6 +77,9 @@ int main(int argc, char** argv) {
             std::printf(" %8.3f", ratio.at_most);
         }
         std::printf("\n");
+    }
+    if (argc == 1) {
+        print_peak_memory();  // a run of chosen benchmarks is after their times
     }
     return 0;
 }

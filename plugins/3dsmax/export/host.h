@@ -11,6 +11,7 @@
 #include <stdmat.h>
 #include <triobj.h>
 #include <MeshNormalSpec.h>
+#include <path.h>
 #include <bitmap.h>
 #include <AssetManagement/AssetType.h>
 #include <units.h>

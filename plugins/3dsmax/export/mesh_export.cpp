@@ -10,6 +10,8 @@ namespace {
 
 const Class_ID kTriangleObject(TRIOBJ_CLASS_ID, 0);
 
+const Class_ID kBoneObject(0x28bf6e8d, 0x2ecca840);
+
 // Geometry that only its own plug-in can render.
 const Class_ID kExcludedObject(0x608b1c8f, 0x2f0b0d2d);
 
@@ -31,7 +33,7 @@ bool SceneExporter::ExportMesh(INode* node) {
     scene_box_ += box;
 
     const Class_ID class_id = state.obj->ClassID();
-    if ((!options_->Bones && class_id == BONE_OBJ_CLASSID) || class_id == kExcludedObject) {
+    if ((!options_->Bones && class_id == kBoneObject) || class_id == kExcludedObject) {
         return false;
     }
 
@@ -50,12 +52,13 @@ bool SceneExporter::ExportMesh(INode* node) {
     if (mesh.numVerts < 1 || mesh.numFaces < 1) {
         return false;
     }
-    const MaterialTable table = make_material_table(mesh, node, timing_.time);
-    if (!mesh_parts_->begin(mesh, table)) {
+    if (!UsesItsOwnVertices(mesh)) {
         scene_->print_error("Mesh " + NarrowName(node->GetName()) +
                             " is left out: it has faces with vertices that it hasn't got");
         return false;
     }
+    const MaterialTable table = make_material_table(mesh, node, timing_.time);
+    mesh_parts_->begin(mesh, table);
     for (int part = 0; mesh_parts_->has_part(part); ++part) {
         ExportMeshPart(node, part, table);
     }
@@ -87,10 +90,12 @@ void SceneExporter::ExportMeshPart(INode* node, int part, const MaterialTable& t
     const Matrix3 world_from_object = node->GetObjTMAfterWSM(timing_.time);
     const Matrix3 node_from_object = world_from_object * Inverse(world_from_node);
 
-    if (!mesh_parts_->build(part, node_from_object, object)) {
+    const bool coordinates_are_sound = mesh_parts_->build(part, node_from_object, object);
+    object.set_material(table.entry(part)->material);
+    object.emit(*scene_);
+    if (!coordinates_are_sound) {
         scene_->print_error("Mesh " + name +
                             " goes without texture coordinates: some of them point nowhere");
     }
-    object.set_material(table.entry(part)->material);
-    object.emit(*scene_);
+    mesh_parts_->keep_storage_of(object);
 }

@@ -5,21 +5,21 @@
 #include "model/triangle_object.h"
 #include "plugins/3dsmax/export/material_table.h"
 
-bool MeshPartBuilder::begin(Mesh& mesh, const MaterialTable& table) {
-    mesh_ = &mesh;
-    table_ = &table;
+bool UsesItsOwnVertices(const Mesh& mesh) {
     DWORD highest = 0;
     for (int f = 0; f < mesh.numFaces; ++f) {
         for (const DWORD vertex : mesh.faces[f].v) {
             highest = vertex > highest ? vertex : highest;
         }
     }
-    if (highest >= static_cast<DWORD>(mesh.numVerts)) {
-        return false;
-    }
+    return highest < static_cast<DWORD>(mesh.numVerts);
+}
+
+void MeshPartBuilder::begin(Mesh& mesh, const MaterialTable& table) {
+    mesh_ = &mesh;
+    table_ = &table;
     normals_.compute(mesh);
     sort_faces();
-    return true;
 }
 
 bool MeshPartBuilder::has_part(int part) const {
@@ -73,19 +73,25 @@ bool MeshPartBuilder::build(int part, const Matrix3& node_from_object,
                             qor::TriangleObject& object) {
     Coordinates coordinates;
     const bool coordinates_are_sound = choose_coordinates(part, coordinates);
-    object.set_triangles(find_vertices(part, coordinates));
+    std::vector<int> triangles = find_vertices(part, coordinates);
+    object.set_arrays(std::exchange(storage_, {}));
+    object.set_triangles(std::move(triangles));
     fill_arrays(node_from_object, coordinates.verts != nullptr, object);
     return coordinates_are_sound;
+}
+
+void MeshPartBuilder::keep_storage_of(qor::TriangleObject& object) {
+    storage_ = object.take_arrays();
+    storage_.clear();
 }
 
 // One channel of the mesh reaches the renderer: that of the diffuse texture or, failing that, of
 // the opacity or the bump texture.
 bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) const {
     const MaterialEntry& entry = *table_->entry(part);
-    int channel = entry.diffuse_channel;
-    if (channel < 0) {
-        channel = entry.opacity_channel >= 0 ? entry.opacity_channel : entry.bump_channel;
-    }
+    const int channel = entry.has_diffuse_channel()   ? entry.diffuse_channel
+                        : entry.has_opacity_channel() ? entry.opacity_channel
+                                                      : entry.bump_channel;
     if (channel < 0) {
         return true;
     }
@@ -116,7 +122,8 @@ std::vector<int> MeshPartBuilder::find_vertices(int part, const Coordinates& coo
     }
     keys_.begin(static_cast<size_t>(mesh_->numVerts), corners, coordinates.verts != nullptr);
 
-    std::vector<int> triangles(corners);
+    std::vector<int> triangles = std::move(storage_.triangles);
+    triangles.resize(corners);
     int* next = triangles.data();
     for_each_face(part, [this, &coordinates, &next](int f) {
         const Face& face = mesh_->faces[f];

@@ -2,15 +2,19 @@
 
 #include <vector>
 
+#include "model/triangle_arrays.h"
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/vertex_key_table.h"
 #include "plugins/3dsmax/export/vertex_normal.h"
 
 namespace qor {
 class TriangleObject;
-}
+}  // namespace qor
 
 class MaterialTable;
+
+/// Whether every face uses vertices that the mesh has.
+bool UsesItsOwnVertices(const Mesh& mesh);
 
 /// Turns a host mesh into the arrays of triangle objects, one for each material that its faces use.
 ///
@@ -20,12 +24,13 @@ class MaterialTable;
 ///     parts.begin(mesh, table);
 ///     for (int part = 0; parts.has_part(part); ++part) {
 ///         parts.build(part, offset, object);
+///         ...
+///         parts.keep_storage_of(object);
 ///     }
 class MeshPartBuilder {
 public:
-    /// Borrows both until the last part is built. False if a face uses a vertex that the mesh
-    /// hasn't got; nothing may be built then.
-    bool begin(Mesh& mesh, const MaterialTable& table);
+    /// Borrows both until the last part is built. The mesh must use its own vertices.
+    void begin(Mesh& mesh, const MaterialTable& table);
 
     /// Whether any face has the material of that entry.
     bool has_part(int part) const;
@@ -34,6 +39,9 @@ public:
     /// normals go through `node_from_object`. False if the part's texture coordinates point
     /// nowhere; it goes without them then.
     bool build(int part, const Matrix3& node_from_object, qor::TriangleObject& object);
+
+    /// Takes the arrays of an object that isn't needed any more, for the memory that they have.
+    void keep_storage_of(qor::TriangleObject& object);
 
 private:
     // The texture coordinates of a part: the host's, by face, and what they go through.
@@ -55,6 +63,7 @@ private:
     const MaterialTable* table_ = nullptr;
     VertexNormals normals_;
     VertexKeyTable keys_;
+    qor::TriangleArrays storage_;        // empty, of the last object
     std::vector<int> faces_by_part_;     // where there are several; each part's in their order
     std::vector<size_t> ends_of_parts_;  // in that list
 };

@@ -36,7 +36,7 @@ constexpr WORD kBakedSize = 1024;  // pixels, in both directions
 // Every file baked since the plug-in was loaded.
 std::set<std::wstring> baked_textures;
 
-struct DeleteBitmap {
+struct BitmapDeleter {
     void operator()(Bitmap* bitmap) const { bitmap->DeleteThis(); }
 };
 
@@ -112,7 +112,7 @@ void bake_texmap(Texmap* texmap, const std::wstring& path) {
     info.SetType(BMM_TRUE_32);
     info.SetWidth(kBakedSize);
     info.SetHeight(kBakedSize);
-    const std::unique_ptr<Bitmap, DeleteBitmap> bitmap(TheManager->Create(&info));
+    const std::unique_ptr<Bitmap, BitmapDeleter> bitmap(TheManager->Create(&info));
     if (!bitmap) {
         return;
     }

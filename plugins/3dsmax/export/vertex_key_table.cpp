@@ -6,17 +6,9 @@
 
 namespace {
 
-constexpr int kNone = -1;
-
-// Of the squared distance of two normals, and of the plain difference of two coordinates.
-constexpr float kTolerance = 1.1920929e-7f;
-
-// A host vertex with more output vertices than this is crowded: an axis of a cone, or a vertex that
-// faces without any smoothing share. A longer chain would make the time grow with its square.
-constexpr int kLongestChain = 32;
-
 // Keys that match lie within these distances of one another, with a margin for rounding. A cell is
-// twice as wide, so that the matches of a key lie in two cells at most along each axis.
+// four times as wide, so that the matches of a key lie in two neighbouring cells at most along each
+// axis, also where a double has no digits left to tell the places within a cell apart.
 constexpr double kNormalReach = 3.46e-4;
 constexpr double kCoordinateReach = 1.2e-7;
 
@@ -26,7 +18,7 @@ struct Axis {
     double value;
     double reach;
 
-    double cell_of(double place) const { return std::floor(place / (2 * reach)) + 0.0; }
+    double cell_of(double place) const { return std::floor(place / (4 * reach)) + 0.0; }
 };
 
 void list_axes(const VertexKey& key, Axis (&axes)[kAxes]) {
@@ -44,9 +36,12 @@ std::uint64_t mixed(std::uint64_t hash, double cell) {
     return hash ^ (hash >> 29);
 }
 
-bool is_finite(const VertexKey& key) {
-    return std::isfinite(key.normal.x) && std::isfinite(key.normal.y) &&
-           std::isfinite(key.normal.z) && std::isfinite(key.u) && std::isfinite(key.v);
+// True if no cell can say what the key matches: what is no number matches everything, and so does
+// the whole of a normal with one component that is infinite in both. An infinite coordinate matches
+// itself alone, and has a cell.
+bool is_outside_the_grid(const VertexKey& key) {
+    return !std::isfinite(key.normal.x) || !std::isfinite(key.normal.y) ||
+           !std::isfinite(key.normal.z) || std::isnan(key.u) || std::isnan(key.v);
 }
 
 }  // namespace
@@ -66,48 +61,6 @@ void VertexKeyTable::begin(size_t host_vertices, size_t corners, bool has_coordi
     has_coordinates_ = has_coordinates;
 }
 
-int VertexKeyTable::find_or_add(DWORD host_vertex, const VertexKey& key) {
-    int length = 0;
-    int last = kNone;
-    for (int i = heads_[host_vertex]; i != kNone; i = vertices_[static_cast<size_t>(i)].next) {
-        if (matches(vertices_[static_cast<size_t>(i)].key, key)) {
-            return i;
-        }
-        last = i;
-        ++length;
-    }
-    if (length == kLongestChain) {
-        return find_or_add_in_crowd(host_vertex, key);
-    }
-    const int number = add(host_vertex, key);
-    if (last == kNone) {
-        heads_[host_vertex] = number;
-    } else {
-        vertices_[static_cast<size_t>(last)].next = number;
-    }
-    return number;
-}
-
-// What is no number differs from nothing, so the tests ask whether a difference is too great.
-bool VertexKeyTable::matches(const VertexKey& found, const VertexKey& wanted) const {
-    if (std::fabs((found.normal - wanted.normal).LengthSquared()) > kTolerance) {
-        return false;
-    }
-    return !has_coordinates_ || !(std::fabs(found.u - wanted.u) > kTolerance ||
-                                  std::fabs(found.v - wanted.v) > kTolerance);
-}
-
-int VertexKeyTable::add(DWORD host_vertex, const VertexKey& key) {
-    if (vertices_.size() == vertices_.capacity()) {
-        // Hardly any mesh is smooth and split in two at once: once there are more vertices than the
-        // host has, there may be one for each corner. Room that isn't used is never touched.
-        vertices_.reserve(corners_);
-    }
-    const int number = static_cast<int>(vertices_.size());
-    vertices_.push_back({key, host_vertex, kNone});
-    return number;
-}
-
 int VertexKeyTable::find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key) {
     Crowd& crowd = crowds_[host_vertex];
     const int found = find_in_crowd(crowd, key);
@@ -116,8 +69,8 @@ int VertexKeyTable::find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key
     }
     const int number = add(host_vertex, key);
     crowd.all.push_back(number);
-    if (!is_finite(key)) {
-        crowd.not_finite.push_back(number);
+    if (is_outside_the_grid(key)) {
+        crowd.outside.push_back(number);
         return number;
     }
     Axis axes[kAxes];
@@ -132,10 +85,10 @@ int VertexKeyTable::find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key
 
 // The first of all that match, as a walk along a chain would find it.
 int VertexKeyTable::find_in_crowd(const Crowd& crowd, const VertexKey& key) const {
-    if (!is_finite(key)) {
+    if (is_outside_the_grid(key)) {
         return first_match(crowd.all, key, kNone);
     }
-    int best = first_match(crowd.not_finite, key, kNone);
+    int best = first_match(crowd.outside, key, kNone);
 
     Axis axes[kAxes];
     list_axes(key, axes);

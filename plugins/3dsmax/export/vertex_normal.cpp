@@ -1,12 +1,11 @@
 #include "plugins/3dsmax/export/vertex_normal.h"
 
-#include <cmath>
+#include "plugins/3dsmax/export/arc_cosine.h"
 
 namespace {
 
 constexpr int kEndOfChain = -1;
 constexpr int kUnused = -2;  // of a record that starts a chain and has taken no normal in
-constexpr int kNoExplicitNormal = -1;
 
 // The sides of a face, in the order of its corners: side 0 leads from corner 0 to corner 1. Each
 // corner's angle needs two of them, so their lengths are worked out once.
@@ -45,7 +44,7 @@ float CornerAngle(const Point3& edge_in, const Point3& edge_out) {
     } else if (cosine > 1.0f) {
         cosine = 1.0f;
     }
-    return static_cast<float>(std::acos(static_cast<double>(cosine)));
+    return NarrowedArcCosine(cosine);
 }
 
 void VertexNormals::compute(Mesh& mesh) {
@@ -80,13 +79,6 @@ void VertexNormals::compute(Mesh& mesh) {
     for (size_t i = 0; i < head_count; ++i) {
         finish(static_cast<int>(i));
     }
-}
-
-// The id of the explicit normal of a corner itself.
-int VertexNormals::explicit_normal(int face, int corner) const {
-    const int id = spec_->GetNormalIndex(face, corner);
-    const bool counts = id >= 0 && id < spec_->GetNumNormals() && spec_->GetNormalExplicit(id);
-    return counts ? id : kNoExplicitNormal;
 }
 
 void VertexNormals::add(DWORD vertex, const Point3& weighted_normal, DWORD groups) {
@@ -148,6 +140,11 @@ void VertexNormals::add_without_groups(DWORD vertex, const Point3& weighted_norm
 }
 
 void VertexNormals::append(int last, const Point3& normal, DWORD groups) {
+    if (records_.size() == records_.capacity()) {
+        // No more can come than there are corners. Room that isn't used is never touched.
+        const size_t corners = 3 * static_cast<size_t>(mesh_->numFaces);
+        records_.reserve(static_cast<size_t>(mesh_->numVerts) + corners);
+    }
     records_[static_cast<size_t>(last)].next = static_cast<int>(records_.size());
     records_.push_back({normal, groups, kEndOfChain});
 }
@@ -168,26 +165,4 @@ void VertexNormals::finish(int head) {
         }
         record.normal = Normalize(record.normal);
     }
-}
-
-Point3 VertexNormals::lookup(int face, int corner) const {
-    const Face& corners = mesh_->faces[face];
-    const DWORD vertex = corners.v[corner];
-    if (spec_ != nullptr) {
-        // Explicit normals go by face and vertex: of two corners on one vertex the later one
-        // counts.
-        for (int i = 2; i >= 0; --i) {
-            if (corners.v[i] == vertex) {
-                const int id = explicit_normal(face, i);
-                if (id != kNoExplicitNormal) {
-                    return spec_->Normal(id);
-                }
-            }
-        }
-    }
-    const VertexNormal* record = &records_[vertex];
-    while ((record->smoothing & corners.smGroup) == 0 && record->next >= 0) {
-        record = &records_[static_cast<size_t>(record->next)];
-    }
-    return record->normal;
 }

@@ -33,6 +33,8 @@ public:
     Point3 lookup(int face, int corner) const;
 
 private:
+    static constexpr int kNoExplicitNormal = -1;
+
     void add(DWORD vertex, const Point3& weighted_normal, DWORD groups);
     void add_without_groups(DWORD vertex, const Point3& weighted_normal);
     void append(int last, const Point3& normal, DWORD groups);
@@ -47,3 +49,32 @@ private:
 /// The angle by which a face turns at a corner, in radians: what a corner's normal is weighted
 /// with. `edge_in` leads to the corner and `edge_out` away from it, both of unit length.
 float CornerAngle(const Point3& edge_in, const Point3& edge_out);
+
+// The id of the explicit normal of a corner itself.
+inline int VertexNormals::explicit_normal(int face, int corner) const {
+    const int id = face < spec_->GetNumFaces() ? spec_->GetNormalIndex(face, corner) : -1;
+    const bool counts = id >= 0 && id < spec_->GetNumNormals() && spec_->GetNormalExplicit(id);
+    return counts ? id : kNoExplicitNormal;
+}
+
+inline Point3 VertexNormals::lookup(int face, int corner) const {
+    const Face& corners = mesh_->faces[face];
+    const DWORD vertex = corners.v[corner];
+    if (spec_ != nullptr) {
+        // Explicit normals go by face and vertex: of two corners on one vertex the later one
+        // counts.
+        for (int i = 2; i >= 0; --i) {
+            if (corners.v[i] == vertex) {
+                const int id = explicit_normal(face, i);
+                if (id != kNoExplicitNormal) {
+                    return spec_->Normal(id);
+                }
+            }
+        }
+    }
+    const VertexNormal* record = &records_[vertex];
+    while ((record->smoothing & corners.smGroup) == 0 && record->next >= 0) {
+        record = &records_[static_cast<size_t>(record->next)];
+    }
+    return record->normal;
+}

@@ -1,0 +1,103 @@
+#include "bench/peak_memory.h"
+
+#include <malloc.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <string>
+
+#include "bench/mesh_scenes.h"
+#include "bench/scratch_file.h"
+#include "plugins/3dsmax/export/scene_exporter.h"
+#include "tools/vsqinfo/vsq_reader.h"
+
+namespace {
+
+using mesh_scenes::Shading;
+
+constexpr double kMebibyte = 1024.0 * 1024.0;
+
+// A value of the process's status, in bytes.
+double status_value(const std::string& name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.compare(0, name.size() + 1, name + ":") == 0) {
+            return std::stod(line.substr(name.size() + 1)) * 1024.0;
+        }
+    }
+    return 0;
+}
+
+// What the export of a scene takes at its peak beyond what is there before.
+double peak_of_export(memhost::SceneBuilder& scene, const std::string& path) {
+    malloc_trim(0);
+    const double before = status_value("VmRSS");
+    std::ofstream("/proc/self/clear_refs") << "5";  // the peak begins anew
+    memhost::MemoryHost& host = scene.host();
+    {
+        SceneExporter exporter(&host, host.GetRootNode(), std::make_shared<Qor::Options>(&host),
+                               {});
+        exporter.Run(path, false, true, false);
+    }
+    return status_value("VmHWM") - before;
+}
+
+double bytes_of_mesh(const Mesh& mesh) {
+    const double normals = mesh.numFaces;
+    Mesh copy(mesh);
+    const MeshNormalSpec* spec = copy.GetSpecifiedNormals();
+    return 12.0 * mesh.numVerts + 20.0 * mesh.numFaces + 12.0 * mesh.getNumMapVerts(1) +
+           12.0 * mesh.numFaces +
+           (spec == nullptr ? 0.0 : 12.0 * normals + 13.0 * spec->GetNumNormals());
+}
+
+// Each in a process of its own, so that nothing is left of the one before.
+void in_a_process(const std::function<void()>& work) {
+    std::fflush(stdout);
+    const pid_t child = fork();
+    if (child == 0) {
+        work();
+        std::fflush(stdout);
+        _exit(0);
+    }
+    waitpid(child, nullptr, 0);
+}
+
+void print_surface(const char* name, int triangles, Shading shading, double at_most) {
+    in_a_process([=] {
+        const std::string path = scratch_path("memory.vsq");
+        const auto scene = mesh_scenes::scene_of(mesh_scenes::surface(triangles, shading));
+        const double peak = peak_of_export(*scene, path);
+        const double arrays = static_cast<double>(vsqinfo::read_vsq_file(path).file_size);
+        const double mesh = bytes_of_mesh(mesh_scenes::surface(triangles, shading));
+        std::remove(path.c_str());
+        std::printf("%-60s %8.3f %8.3f   (%.0f MiB)\n", name, peak / (mesh + arrays), at_most,
+                    peak / kMebibyte);
+    });
+}
+
+void print_boxes(const char* name, int count, double at_most) {
+    in_a_process([=] {
+        const std::string path = scratch_path("memory.vsq");
+        const auto scene = mesh_scenes::scene_of_boxes(count);
+        const double peak = peak_of_export(*scene, path);
+        std::remove(path.c_str());
+        std::printf("%-60s %8.3f %8.3f\n", name, peak / kMebibyte, at_most);
+    });
+}
+
+}  // namespace
+
+void print_peak_memory() {
+    std::printf("\n%-60s %8s %8s\n", "Peak memory beyond the scene, to copy and arrays", "is",
+                "at most");
+    print_surface("smooth", 1'000'000, Shading::kSmooth, 1.8);
+    print_surface("10 million", 10'000'000, Shading::kSmooth, 1.8);
+    print_surface("hard edges", 1'000'000, Shading::kHard, 2.6);
+    print_surface("explicit normals", 1'000'000, Shading::kExplicit, 1.6);
+    print_boxes("20,000 boxes, in MiB", 20'000, 8);
+    print_boxes("40,000 boxes, in MiB", 40'000, 8);
+}

@@ -1,0 +1,38 @@
+#include "plugins/3dsmax/export/arc_cosine.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+namespace {
+
+void expect_exact(float x) {
+    const float wanted = static_cast<float>(std::acos(static_cast<double>(x)));
+    const float given = NarrowedArcCosine(x);
+    ASSERT_EQ(std::memcmp(&given, &wanted, sizeof given), 0) << x;
+}
+
+TEST(ArcCosine, HasTheBitsOfTheExactOne) {
+    for (const float edge : {0.0f, -0.0f, 0.5f, -0.5f, 1.0f, -1.0f, 1e-30f, -1e-30f}) {
+        expect_exact(edge);
+        expect_exact(std::nextafter(edge, 0.0f));
+    }
+    // From bit pattern to bit pattern, so that numbers near 0 and 1 come as often as the others.
+    for (std::uint32_t bits = 0; bits <= 0x3f800000u; bits += 797) {
+        float x = 0;
+        std::memcpy(&x, &bits, sizeof x);
+        expect_exact(x);
+        expect_exact(-x);
+    }
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> number(-1, 1);
+    for (int i = 0; i < 1000000; ++i) {
+        expect_exact(number(random));
+    }
+    EXPECT_TRUE(std::isnan(NarrowedArcCosine(std::numeric_limits<float>::quiet_NaN())));
+}
+
+}  // namespace
