@@ -1,0 +1,273 @@
+#include <cstdint>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/exported_meshes.h"
+#include "tests/support/exported_scene.h"
+#include "tests/support/registry_entries.h"
+#include "tools/vsqinfo/vsq_reader.h"
+
+namespace {
+
+using memhost::ConvertibleObject;
+using memhost::MeshBuilder;
+using memhost::MultiMaterial;
+using memhost::NodeBuilder;
+using memhost::SceneBuilder;
+using memhost::StandardMaterial;
+using memhost::Triangle;
+
+const Class_ID kPrimitive(0x10, 0);
+const std::vector<Point3> kCorners = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+
+// So many faces, all alike, with the material ids 0, 1, 2 and so on.
+MeshBuilder stack_mesh(size_t faces) {
+    std::vector<MtlID> ids;
+    for (size_t id = 0; id < faces; ++id) {
+        ids.push_back(static_cast<MtlID>(id));
+    }
+    return MeshBuilder(kCorners, std::vector<Triangle>(faces, {0, 1, 2})).material_ids(ids);
+}
+
+// Materials of one name.
+Mtl& materials(SceneBuilder& scene, size_t count) {
+    std::vector<Mtl*> subs;
+    for (size_t i = 0; i < count; ++i) {
+        auto& map = scene.bitmap(L"missing.png");
+        subs.push_back(&scene.make<StandardMaterial>(L"Twin").map(memhost::kDiffuseSlot, &map));
+    }
+    return scene.make<MultiMaterial>(L"all", subs);
+}
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+struct Case {
+    const char* name;
+    Class_ID class_id;
+    Mesh mesh;
+    size_t materials;
+    std::string objects;  // the triangles of each, with "uv" if it has coordinates
+    std::string error;
+    void (*change)(NodeBuilder, ConvertibleObject&, Qor::Options&) = nullptr;
+};
+
+std::string repeated(const std::string& text, int count) {
+    return count == 0 ? "" : text + repeated(text, count - 1);
+}
+
+std::string summary_of(const std::vector<ExportedMesh>& meshes, const std::string& material) {
+    std::string summary;
+    for (const ExportedMesh& mesh : meshes) {
+        EXPECT_EQ(mesh.normals.size(), mesh.vertices.size());
+        EXPECT_EQ(mesh.name, "\"Node\"");
+        EXPECT_EQ(mesh.material, material);
+        const std::string uv = mesh.uvs.empty() ? " " : "uv ";
+        summary += std::to_string(mesh.triangles.size() / 3) + uv;
+    }
+    return summary;
+}
+
+// A second node behind the case's own shows that an export goes on. The meshes of both have to be
+// given back.
+TEST(MeshExport, TakesWhatItCanUseAndTellsWhatIsBroken) {
+    const Class_ID bone = BONE_OBJ_CLASSID;
+    const Mesh two = stack_mesh(2);
+    const std::string left_out =
+        "Mesh Node is left out: it has faces with vertices that it hasn't got";
+    const std::string no_coordinates =
+        "Mesh Node goes without texture coordinates: some of them point nowhere";
+    const auto without_bones = [](NodeBuilder, ConvertibleObject&, Qor::Options& options) {
+        options.Bones = false;
+    };
+    const auto hide = [](NodeBuilder node, ConvertibleObject&, Qor::Options&) { node.hidden(); };
+    const auto hold_nothing = [](NodeBuilder node, ConvertibleObject&, Qor::Options&) {
+        node.object(std::make_shared<memhost::PlainObject>(GEOMOBJECT_CLASS_ID, kPrimitive));
+    };
+    const auto deform = [](NodeBuilder, ConvertibleObject& object, Qor::Options&) {
+        object.set_validity(Interval(0, 0));
+    };
+    const auto deform_unwanted = [](NodeBuilder, ConvertibleObject& object, Qor::Options& options) {
+        object.set_validity(Interval(0, 0));
+        options.Deformable = false;
+    };
+    const Mesh no_numbers =
+        MeshBuilder({{kNan, 0, 0}, {kInfinity, 0, -kInfinity}, {0, 0, 0}, {0, 1, 0}},
+                    {{0, 1, 2}, {2, 2, 2}, {2, 3, 3}, {1, 2, 3}});
+    const Mesh half_mapped = stack_mesh(2).map(1, kCorners, {{0, 1, 2}, {0, 1, 3}});
+    const Case cases[] = {
+        {"a primitive", kPrimitive, two, 0, "2 ", ""},
+        {"a bone", bone, two, 0, "2 ", ""},
+        {"a bone that isn't wanted", bone, two, 0, "", "", without_bones},
+        {"for a plug-in alone", Class_ID(0x608b1c8f, 0x2f0b0d2d), two, 0, "", ""},
+        {"geometry that is no mesh", kPrimitive, two, 0, "", "", hold_nothing},
+        {"hidden", kPrimitive, two, 0, "", "", hide},
+        {"empty", kPrimitive, MeshBuilder({}, {}), 0, "", ""},
+        {"no faces", kPrimitive, MeshBuilder(kCorners, {}), 0, "", ""},
+        {"no vertices", kPrimitive, MeshBuilder({}, {{0, 0, 0}}), 0, "", ""},
+        {"a face past the end", kPrimitive, MeshBuilder(kCorners, {{0, 1, 3}}), 0, "", left_out},
+        {"a face far past it", kPrimitive, MeshBuilder(kCorners, {{~0u, 1, 2}}), 0, "", left_out},
+        {"coordinates nowhere", kPrimitive, half_mapped, 1, "2 ", no_coordinates},
+        {"in one part of two", kPrimitive, half_mapped, 2, "1uv 1 ", no_coordinates},
+        {"no places, no directions", kPrimitive, no_numbers, 0, "4 ", ""},
+        {"ids past the materials", kPrimitive, stack_mesh(5), 2, "3 2 ", ""},
+        {"ids past the slots", kPrimitive, stack_mesh(130), 130, "2 2 " + repeated("1 ", 126), ""},
+        {"changing", kPrimitive, two, 0, "", "", deform},
+        {"changing, wanted at rest", kPrimitive, two, 0, "2 ", "", deform_unwanted},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.name);
+        SceneBuilder scene;
+        Qor::Options options(&scene.host());
+        const auto object = std::make_shared<ConvertibleObject>(one.mesh, one.class_id);
+        const NodeBuilder node = scene.node(L"Node").wire(1, 2, 3).object(object);
+        if (one.materials > 0) {
+            node.material(materials(scene, one.materials));
+        }
+        if (one.change != nullptr) {
+            one.change(node, *object, options);
+        }
+        scene.node(L"Next").object(std::make_shared<ConvertibleObject>(two, kPrimitive));
+
+        const std::string text = exported(scene, options);
+        EXPECT_EQ(ConvertibleObject::live_conversions(), 0);
+        std::vector<ExportedMesh> meshes = ExportedMeshReader::read(text);
+        ASSERT_FALSE(meshes.empty());
+        EXPECT_EQ(meshes.back().name, "\"Next\"");
+        meshes.pop_back();
+        const char* material =
+            one.materials > 0 ? "\"Twin\"" : "\"Node - EmptyMaterial#0 : 1:2:3\"";
+        EXPECT_EQ(summary_of(meshes, material), one.objects);
+        std::istringstream stream(text);
+        const std::vector<std::string> errors = vsqinfo::read_vsq(stream).error_texts;
+        EXPECT_EQ(errors, std::vector<std::string>(one.error.empty() ? 0 : 1, one.error));
+    }
+}
+
+TEST(MeshExport, GivesItsMeshBackWhenAConversionFails) {
+    SceneBuilder scene;
+    auto& material = scene.make<StandardMaterial>(L"m").diffuse(
+        [](TimeValue) -> Color { throw std::runtime_error("no colour"); });
+    scene.node(L"Node")
+        .object(std::make_shared<ConvertibleObject>(stack_mesh(1), kPrimitive))
+        .material(material);
+    EXPECT_THROW(exported(scene), std::runtime_error);
+    EXPECT_EQ(ConvertibleObject::live_conversions(), 0);
+}
+
+TEST(MeshExport, AppliesTheObjectOffset) {
+    SceneBuilder scene;
+    scene.node(L"Node")
+        .transform(memhost::rotation_z(90) * memhost::translation(10, 0, 0))
+        .offset(memhost::scaling(2, 2, 2) * memhost::translation(1, 0, 5))
+        .mesh(stack_mesh(1));
+    const std::vector<ExportedMesh> meshes = ExportedMeshReader::read(exported(scene));
+    ASSERT_EQ(meshes.size(), 1u);
+    using Vectors = std::vector<ExportedMesh::Vector>;
+    EXPECT_EQ(meshes[0].vertices, (Vectors{{10, 1, 5}, {10, 3, 5}, {8, 1, 5}}));
+    EXPECT_EQ(meshes[0].normals, Vectors(3, {0, 0, 1}));
+}
+
+// All systems of the host are little-endian.
+template <typename Number>
+std::string array_text(const std::string& name, char tag, const std::vector<Number>& numbers) {
+    const auto count = static_cast<std::uint32_t>(numbers.size());
+    std::string text = "\"" + name + "\" [ \1\2\3" + tag;
+    text.append(reinterpret_cast<const char*>(&count), sizeof count);
+    text.append(reinterpret_cast<const char*>(numbers.data()), count * sizeof(Number));
+    return text + "] ,\n";
+}
+
+// Two sides that meet at a hard edge, whose vertices split.
+TEST(MeshExport, WritesOneBlockByteForByte) {
+    SceneBuilder scene;
+    const MeshBuilder mesh =
+        MeshBuilder({{0, 0, 0}, {2, 0, 0}, {0, 2, 0}, {0, 0, 2}}, {{0, 1, 2}, {0, 2, 3}})
+            .groups({1, 2})
+            .map_positions(1);
+    auto& map = scene.bitmap(L"missing.png").tiling(0.5f, 1, 3, 0);
+    auto& material = scene.make<StandardMaterial>(L"Stone")
+                         .diffuse({0.5f, 0.25f, 1})
+                         .specular({1, 0.5f, 0})
+                         .shininess(0.5f)
+                         .map(memhost::kDiffuseSlot, &map);
+    scene.node(L"Box\u00e9").at(1, 2, 3).mesh(mesh).material(material);
+    using Floats = std::vector<float>;
+    EXPECT_EQ(exported_nodes(scene),
+              "\ngroup xX426f78e9 {\n"
+              "object xX426f78e9 {\n"
+              "flags 0\n"
+              "geometry \"triangles\" {\n" +
+                  array_text("vertices", 'c',
+                             Floats{0, 0, 0, 2, 0, 0, 0, 2, 0, 0, 0, 0, 0, 2, 0, 0, 0, 2}) +
+                  array_text("triangles", 'i', std::vector<std::int32_t>{0, 1, 2, 3, 4, 5}) +
+                  array_text("uv_tex", 'f', Floats{3, 0, 4, 0, 3, 2, 3, 0, 3, 2, 3, 0}) +
+                  array_text("normals", 'c',
+                             Floats{0, 0, 1, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 1, 0, 0}) +
+                  "}\n"
+                  "material \"Stone\" {\n"
+                  "#define shader 1 qor_plastic_simple {\n"
+                  "\"diffuse\" 0.5 0.25 1,\n"
+                  "\"specular\" 0.5 0.25 0,\n"
+                  "\"roughness\" 0,\n"
+                  "}\n"
+                  "surface 1\n"
+                  "flags 4096\n"
+                  "}\n"
+                  "}\n"
+                  "transform 1 0 0 0 0 1 0 0 0 0 1 0 1 2 3 1\n"
+                  "}\n");
+}
+
+class TextureList : public vsqinfo::VsqListener {
+public:
+    void parameter(const std::string& name, const std::string& value) override {
+        if (name == "texture") {
+            files.push_back(value);
+        }
+    }
+    std::vector<std::string> files;
+};
+
+// The scene names the drawn picture wherever it would have gone.
+TEST(MeshExport, NamesTexturesThatCantBeWritten) {
+    namespace fs = std::filesystem;
+    const std::pair<const char*, void (*)(const fs::path&)> folders[] = {
+        {"sound", [](const fs::path& path) { fs::create_directory(path); }},
+        {"missing", [](const fs::path&) {}},
+        {"a file", [](const fs::path& path) { std::ofstream(path) << "text"; }},
+        {"read-only",
+         [](const fs::path& path) {
+             fs::create_directory(path);
+             fs::permissions(path, fs::perms::owner_read | fs::perms::owner_exec);
+         }},
+    };
+    for (const auto& [name, make_folder] : folders) {
+        SCOPED_TRACE(name);
+        const TemporaryFolder folder;
+        make_folder(folder.path() / "textures");
+        const std::string resources = folder.path().generic_u8string();
+        const RegistryEntries velmora({{"HKEY_LOCAL_MACHINE", "SOFTWARE\\Quoria\\Velmora 11",
+                                        "ResourceFolder", "\"" + resources + "\""}});
+        std::vector<std::string> wanted;
+        SceneBuilder scene;
+        for (const std::string material : {"Rock", "no/such: \"file\"\n", ""}) {
+            auto& map = scene.make<memhost::ProceduralMap>(memhost::solid({255, 0, 0, 255}));
+            scene.node(L"Node")
+                .mesh(memhost::grid_mesh(1, 1, 1))
+                .material(scene.make<StandardMaterial>(material).map(memhost::kDiffuseSlot, &map));
+            wanted.push_back(resources + "/textures/" + material + "_diffuse.png");
+        }
+        TextureList textures;
+        std::istringstream stream(exported(scene));
+        const vsqinfo::VsqSummary summary = vsqinfo::read_vsq(stream, &textures);
+        EXPECT_EQ(textures.files, wanted);
+        EXPECT_EQ(summary.triangles, 6u);
+        EXPECT_EQ(summary.errors, 0u);
+    }
+}
+
+}  // namespace

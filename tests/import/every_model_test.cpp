@@ -1,0 +1,70 @@
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "standins/host/import/model_import.h"
+#include "tests/support/exported_scene.h"
+#include "tests/support/registry_entries.h"
+#include "tools/vsqinfo/vsq_reader.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A face is a triangle of the file; the importer hands none on that points nowhere.
+std::uint64_t faces_of(memhost::SceneBuilder& scene) {
+    std::uint64_t faces = 0;
+    for (const auto& node : scene.host().nodes()) {
+        if (auto* object = dynamic_cast<TriObject*>(node->EvalWorldState(0).obj)) {
+            faces += static_cast<std::uint64_t>(object->GetMesh().numFaces);
+        }
+    }
+    return faces;
+}
+
+// Many of these files are broken on purpose; the others become scenes that hold all of them.
+TEST(EveryModel, EndsAsAWholeSceneOrWithOneLine) {
+    if (!fs::is_directory(fs::u8path(VSQ_TEST_MODELS))) {
+        GTEST_SKIP() << "assimp-testmodels is not at " << VSQ_TEST_MODELS;
+    }
+    const TemporaryFolder folder;
+    fs::create_directory(folder.path() / "textures");
+    const RegistryEntries velmora(
+        {{"HKEY_LOCAL_MACHINE", "SOFTWARE\\Quoria\\Velmora 11", "ResourceFolder",
+          "\"" + folder.path().generic_u8string() + "\""}});
+    const std::string target = folder / "scene.vsq";
+    int exported = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(fs::u8path(VSQ_TEST_MODELS))) {
+        if (!entry.is_regular_file()) {
+            continue;
+        }
+        const std::string path = entry.path().u8string();
+        SCOPED_TRACE(path);
+        memhost::SceneBuilder scene;
+        try {
+            memhost::import_model(path, scene);
+        } catch (const std::runtime_error& refusal) {
+            const std::string line = refusal.what();
+            EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+            EXPECT_GT(line.size(), path.size() + 2) << "there is no reason";
+            continue;
+        }
+        try {
+            SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
+                                   std::make_shared<Qor::Options>(&scene.host()), {});
+            exporter.Run(target, false, true, false);
+            const vsqinfo::VsqSummary summary = vsqinfo::read_vsq_file(target);
+            EXPECT_EQ(summary.groups, scene.host().nodes().size() - 1);
+            EXPECT_EQ(summary.triangles, faces_of(scene));
+            EXPECT_EQ(summary.error_texts, std::vector<std::string>());
+            ++exported;
+        } catch (const std::exception& failure) {
+            ADD_FAILURE() << failure.what();
+        }
+    }
+    EXPECT_GT(exported, 300);
+}
+
+}  // namespace
