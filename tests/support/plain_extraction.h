@@ -143,11 +143,11 @@ Part extract(Mesh& mesh, const std::vector<VertexNormal>& vertex_normals, const 
                 candidate.v = t.y;
             }
             for (const Key& key : keys[v]) {
-                const bool far =
+                const bool differs =
                     std::fabs((key.normal - candidate.normal).LengthSquared()) > tolerance ||
                     (map_verts != nullptr && (std::fabs(key.u - candidate.u) > tolerance ||
                                               std::fabs(key.v - candidate.v) > tolerance));
-                if (!far) {
+                if (!differs) {
                     candidate.index = key.index;
                     break;
                 }
