@@ -76,13 +76,14 @@ bool MeshPartBuilder::build(int part, const Matrix3& node_from_object,
     std::vector<int> triangles = find_vertices(part, coordinates);
     object.set_arrays(std::exchange(storage_, {}));
     object.set_triangles(std::move(triangles));
-    fill_arrays(node_from_object, coordinates.verts != nullptr, object);
+    fill_arrays(node_from_object, object);
     return coordinates_are_sound;
 }
 
 void MeshPartBuilder::keep_storage_of(qor::TriangleObject& object) {
     storage_ = object.take_arrays();
     storage_.clear();
+    keys_.keep_storage(std::move(storage_.normals), std::move(storage_.uv_tex));
 }
 
 // One channel of the mesh reaches the renderer: that of the diffuse texture or, failing that, of
@@ -141,21 +142,22 @@ std::vector<int> MeshPartBuilder::find_vertices(int part, const Coordinates& coo
     return triangles;
 }
 
-void MeshPartBuilder::fill_arrays(const Matrix3& node_from_object, bool has_coordinates,
-                                  qor::TriangleObject& object) const {
-    const size_t count = keys_.vertices().size();
-    object.reserve_vertices(count);
-    object.reserve_normals(count);
-    if (has_coordinates) {
-        object.reserve_uv_tex(count);
-    }
-    for (const VertexKeyTable::Vertex& vertex : keys_.vertices()) {
-        const Point3 position = mesh_->verts[vertex.host_vertex] * node_from_object;
+void MeshPartBuilder::fill_arrays(const Matrix3& node_from_object, qor::TriangleObject& object) {
+    object.reserve_vertices(keys_.host_vertices().size());
+    for (const DWORD host_vertex : keys_.host_vertices()) {
+        const Point3 position = mesh_->verts[host_vertex] * node_from_object;
         object.add_vertex(position.x, position.y, position.z);
-        const Point3 normal = Normalize(node_from_object.VectorTransform(vertex.key.normal));
-        object.add_normal(normal.x, normal.y, normal.z);
-        if (has_coordinates) {
-            object.add_uv(vertex.key.u, vertex.key.v);
-        }
     }
+    object.set_uv_tex(keys_.take_coordinates());
+
+    std::vector<float> normals = keys_.take_normals();
+    for (size_t i = 0; i < normals.size(); i += 3) {
+        float* numbers = &normals[i];
+        const Point3 normal =
+            Normalize(node_from_object.VectorTransform(Point3(numbers[0], numbers[1], numbers[2])));
+        numbers[0] = normal.x;
+        numbers[1] = normal.y;
+        numbers[2] = normal.z;
+    }
+    object.set_normals(std::move(normals));
 }

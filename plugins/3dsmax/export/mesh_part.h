@@ -56,8 +56,7 @@ private:
     void for_each_face(int part, Visit visit) const;
     bool choose_coordinates(int part, Coordinates& coordinates) const;
     std::vector<int> find_vertices(int part, const Coordinates& coordinates);
-    void fill_arrays(const Matrix3& node_from_object, bool has_coordinates,
-                     qor::TriangleObject& object) const;
+    void fill_arrays(const Matrix3& node_from_object, qor::TriangleObject& object);
 
     Mesh* mesh_ = nullptr;
     const MaterialTable* table_ = nullptr;

@@ -48,17 +48,35 @@ bool is_outside_the_grid(const VertexKey& key) {
 
 void VertexKeyTable::begin(size_t host_vertices, size_t corners, bool has_coordinates) {
     // Only what the last part used has to be taken back.
-    for (const Vertex& vertex : vertices_) {
-        heads_[vertex.host_vertex] = kNone;
+    for (const DWORD host_vertex : host_vertices_) {
+        heads_[host_vertex] = kNone;
     }
-    vertices_.clear();
+    host_vertices_.clear();
+    next_.clear();
+    normals_.clear();
+    coordinates_.clear();
     crowds_.clear();
     if (heads_.size() < host_vertices) {
         heads_.resize(host_vertices, kNone);
     }
-    vertices_.reserve(std::min(host_vertices, corners));
     corners_ = corners;
     has_coordinates_ = has_coordinates;
+    make_room(std::min(host_vertices, corners));
+}
+
+void VertexKeyTable::make_room(size_t vertices) {
+    host_vertices_.reserve(vertices);
+    next_.reserve(vertices);
+    normals_.reserve(3 * vertices);
+    if (has_coordinates_) {
+        coordinates_.reserve(2 * vertices);
+    }
+    room_ = vertices;
+}
+
+void VertexKeyTable::keep_storage(std::vector<float> normals, std::vector<float> coordinates) {
+    normals_ = std::move(normals);
+    coordinates_ = std::move(coordinates);
 }
 
 int VertexKeyTable::find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key) {
@@ -121,7 +139,7 @@ int VertexKeyTable::first_match(const std::vector<int>& candidates, const Vertex
         if (best != kNone && candidate > best) {
             break;
         }
-        if (matches(vertices_[static_cast<size_t>(candidate)].key, key)) {
+        if (matches(candidate, key)) {
             return candidate;
         }
     }
