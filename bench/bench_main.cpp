@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* kFamilies[] = {
     "^(array|text|tree)/",
-    "^(dedupe|crowded)/",
+    "^(stage|dedupe|crowded)/",
     "^mesh/20,000 boxes",
     "^mesh/hard edges",
     "^mesh/(smooth|explicit normals|no smoothing groups|10 million)",
