@@ -1,5 +1,8 @@
 #include "standins/host/memory/demo_scenes.h"
 
+#include "standins/host/memory/demo_cameras.h"
+#include "standins/host/memory/demo_curves.h"
+#include "standins/host/memory/demo_lights.h"
 #include "standins/host/memory/demo_materials.h"
 #include "standins/host/memory/demo_smoothing.h"
 
@@ -34,14 +37,18 @@ void build_motion(SceneBuilder& scene) {
     const NodeBuilder turntable = scene.node(L"Turntable").motion([](TimeValue t) {
         return rotation_z(t * 360.0 / (2.0 * TIME_TICKSPERSEC));
     });
-    turntable.child(L"Lamp").transform(rotation_x(35) * translation(0, 20, 15));
+    turntable.mesh(box_mesh(60, 60, 4));
+    turntable.child(L"Lamp")
+        .transform(rotation_x(35) * translation(0, 20, 15))
+        .mesh(box_mesh(4, 4, 20));
 
     // Up for the first second, down for the next.
-    scene.node(L"Lift").motion([](TimeValue t) {
+    const NodeBuilder lift = scene.node(L"Lift").motion([](TimeValue t) {
         const double seconds = t / static_cast<double>(TIME_TICKSPERSEC);
         const double height = seconds < 1.0 ? seconds : 2.0 - seconds;
         return translation(40, 0, static_cast<float>(50.0 * height));
     });
+    lift.mesh(box_mesh(20, 20, 20));
 
     // Rests at each stop, so that its matrix holds for many frames.
     const NodeBuilder gate = scene.node(L"Gate").keys({
@@ -49,9 +56,13 @@ void build_motion(SceneBuilder& scene) {
         {20 * ticks_per_frame, rotation_z(45) * translation(-40, 0, 0)},
         {40 * ticks_per_frame, rotation_z(90) * translation(-40, 0, 0)},
     });
-    gate.child(L"Bolt").at(0, 0, 12);
+    gate.mesh(box_mesh(2, 30, 20));
+    gate.child(L"Bolt").at(0, 0, 12).mesh(box_mesh(4, 4, 4));
 
-    scene.node(L"Floor").at(0, 0, -1);
+    // A helper has nothing to show, so its motion isn't wanted either.
+    scene.node(L"Hand").motion([](TimeValue t) { return translation(0, 0, t * 0.01f); });
+
+    scene.node(L"Floor").at(0, 0, -1).mesh(box_mesh(120, 120, 2));
 }
 
 }  // namespace
@@ -61,10 +72,16 @@ const std::vector<DemoScene>& demo_scenes() {
         {"hierarchy", "a small crane: nested, turned and scaled nodes, one of them hidden",
          build_hierarchy},
         {"motion", "nodes that turn, ride and stop: functions of time and keys", build_motion},
+        {"cameras", "cameras that stand, ride, clip and show without perspective", build_cameras},
+        {"lights", "lights of every kind: points, a measured one, shapes, a sky with a picture",
+         build_lights},
         {"materials", "materials of every kind: files, drawn maps, several on one node, none",
          build_materials},
         {"smoothing", "smoothing groups, none of them, a seam of coordinates, fixed normals",
          build_smoothing},
+        {"curves", "shapes, for the option GeneralCurves: open, closed, several, not rendered",
+         build_curves},
+        {"hair", "hair in two colours and in one, on meshes with a name and without", build_hair},
     };
     return scenes;
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "standins/host/memory/memory_param_block.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -76,45 +77,6 @@ private:
     Mtl* of_number(int number);
 
     std::vector<Mtl*> materials_;
-};
-
-/// A parameter block that holds what it is given. An id that it doesn't have reads as a number
-/// without a name, so that a stray question is answered as an unset parameter.
-class MemoryParamBlock final : public IParamBlock2 {
-public:
-    MemoryParamBlock& number(ParamID id, const std::wstring& name, float value);
-    MemoryParamBlock& integer(ParamID id, const std::wstring& name, int value);
-    MemoryParamBlock& color(ParamID id, const std::wstring& name, const Color& value);
-    MemoryParamBlock& map(ParamID id, const std::wstring& name, Texmap* value);
-    /// Instead of the internal name, which a parameter otherwise shows to the user too.
-    MemoryParamBlock& local_name(ParamID id, const std::wstring& name);
-
-    int NumParams() override { return static_cast<int>(params_.size()); }
-    ParamID IndextoID(int i) override { return params_[static_cast<std::size_t>(i)].def.ID; }
-    ParamDef& GetParamDef(ParamID id) override;
-    ParamType2 GetParameterType(ParamID id) override { return find(id).def.type; }
-    MSTR GetLocalName(ParamID id, int tab_index = -1, bool localized = true) override;
-    float GetFloat(ParamID id, TimeValue t = 0, int tab_index = 0) override;
-    int GetInt(ParamID id, TimeValue t = 0, int tab_index = 0) override;
-    Color GetColor(ParamID id, TimeValue t = 0, int tab_index = 0) override;
-    Texmap* GetTexmap(ParamID id, TimeValue t = 0, int tab_index = 0) override;
-
-private:
-    struct Param {
-        ParamDef def;
-        std::wstring name;
-        std::wstring local_name;
-        float number = 0;
-        int integer = 0;
-        Color color;
-        Texmap* map = nullptr;
-    };
-
-    Param& add(ParamID id, ParamType2 type, const std::wstring& name);
-    Param& find(ParamID id);
-
-    std::vector<Param> params_;  // in the order of their indices
-    Param unset_;
 };
 
 /// A material of any class, made of parameter blocks and of slots for maps.

@@ -34,7 +34,18 @@ MemoryHost* MemoryHost::current() {
 
 MemoryNode& MemoryHost::add_node(MemoryNode& parent, const std::wstring& name) {
     nodes_.push_back(std::make_unique<MemoryNode>(*this, &parent, name));
+    events_.note(&INodeEventCallback::Added, *nodes_.back());
     return *nodes_.back();
+}
+
+void MemoryHost::delete_node(MemoryNode& node) {
+    const auto found = std::find_if(nodes_.begin() + 1, nodes_.end(),
+                                    [&node](const auto& owned) { return owned.get() == &node; });
+    if (found != nodes_.end()) {
+        events_.note(&INodeEventCallback::Deleted, node);
+        node.leave_tree();
+        nodes_.erase(found);
+    }
 }
 
 void MemoryHost::set_unit(int type, float scale) {
@@ -101,6 +112,15 @@ BOOL MemoryHost::GetCancel() {
         cancel_.store(true);
     }
     return cancel_.load();
+}
+
+void MemoryHost::answer_save_dialog(const std::string& path_utf8) {
+    save_path_ = units_from_utf8(path_utf8);
+}
+
+bool MemoryHost::DoMaxSaveAsDialog(HWND, const MSTR&, MSTR& filename, MSTR&, FilterList&) {
+    filename = MSTR(save_path_.c_str());
+    return !save_path_.empty();
 }
 
 }  // namespace memhost

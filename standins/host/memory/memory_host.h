@@ -11,6 +11,8 @@
 
 #include "standins/host/memory/bitmap_manager.h"
 #include "standins/host/memory/memory_node.h"
+#include "standins/host/memory/scene_events.h"
+#include "standins/host/memory/script_runner.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -42,8 +44,12 @@ public:
 
     MemoryNode& root() { return *nodes_.front(); }
 
-    /// The node comes behind its parent's other children, and lives as long as the host.
+    /// The node comes behind its parent's other children, and lives until it is deleted.
     MemoryNode& add_node(MemoryNode& parent, const std::wstring& name);
+
+    /// The node's children go to its parent, behind those that are there, and keep their matrices.
+    /// The root can't be deleted.
+    void delete_node(MemoryNode& node);
 
     /// Every node of the scene, the root first, in the order of their making.
     const std::vector<std::unique_ptr<MemoryNode>>& nodes() const { return nodes_; }
@@ -60,6 +66,11 @@ public:
 
     /// The manager is the host's `TheManager` for as long as the host is the core interface.
     MemoryBitmapManager& bitmaps() { return bitmaps_; }
+
+    SceneEvents& events() { return events_; }
+
+    /// What runs the scripts that are given to the host.
+    ScriptRunner& scripts() { return scripts_; }
 
     /// In ticks; both ends belong to the range.
     void set_animation_range(const Interval& ticks) { animation_range_ = ticks; }
@@ -79,6 +90,9 @@ public:
     /// Called for each `ProgressUpdate`, with the title that the bar shows then.
     void on_progress(std::function<void(int percent, const std::wstring& title)> callback);
 
+    /// What the save dialog answers, UTF-8. Empty, as it is at the start, is the user's cancel.
+    void answer_save_dialog(const std::string& path_utf8);
+
     /// What the user's Esc does: safe from any thread and from a signal handler.
     void request_cancel() { cancel_.store(true); }
     /// The `count`th call of `GetCancel` from now on answers true, and those after it; so a test
@@ -88,6 +102,8 @@ public:
     /// Called by nodes: every world matrix has to be computed anew.
     void transforms_changed() { ++transform_version_; }
     std::uint64_t transform_version() const { return transform_version_; }
+
+    TimeValue time() const { return time_; }
 
     TimeValue GetTime() override { return time_; }
     void SetTime(TimeValue t, BOOL redraw = TRUE) override;
@@ -105,12 +121,16 @@ public:
                         const MCHAR* title = nullptr) override;
     void ProgressEnd() override;
     BOOL GetCancel() override;
+    bool DoMaxSaveAsDialog(HWND parent, const MSTR& title, MSTR& filename, MSTR& initial_dir,
+                           FilterList& filters) override;
     void SetCancel(BOOL cancel) override { cancel_.store(cancel != FALSE); }
 
 private:
     std::vector<std::unique_ptr<MemoryNode>> nodes_;  // the root first
     std::vector<std::unique_ptr<MtlBase>> materials_;
     MemoryBitmapManager bitmaps_;
+    SceneEvents events_;
+    ScriptRunner scripts_;
     std::uint64_t transform_version_ = 1;  // a node that was never evaluated has 0
     ViewExp view_;
     TimeValue time_ = 0;
@@ -120,6 +140,7 @@ private:
     float unit_scale_ = 1.0f;
     std::map<MaxSDK::AssetManagement::AssetType, std::vector<std::wstring>> asset_folders_;
     std::wstring config_folder_;
+    std::wstring save_path_;
     ProgressRecord progress_;
     std::function<void(int, const std::wstring&)> on_progress_;
     std::atomic<bool> cancel_{false};

@@ -1,5 +1,6 @@
 #include "standins/host/memory/memory_node.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "standins/host/memory/host_text.h"
@@ -17,10 +18,56 @@ MemoryNode::MemoryNode(MemoryHost& host, MemoryNode* parent, const std::wstring&
 
 void MemoryNode::set_name(const std::wstring& name) {
     name_ = units_from_wide(name.substr(0, name.find(L'\0')));
+    note(&INodeEventCallback::NameChanged);
 }
 
 void MemoryNode::set_local_transform(LocalTransform transform) {
     local_ = std::move(transform);
+    host_.transforms_changed();
+    note(&INodeEventCallback::ControllerOtherEvent);
+}
+
+void MemoryNode::set_object_offset(const Matrix3& node_from_object) {
+    object_offset_ = node_from_object;
+    note(&INodeEventCallback::ControllerOtherEvent);
+}
+
+void MemoryNode::set_object(std::shared_ptr<Object> object) {
+    object_ = std::move(object);
+    note(&INodeEventCallback::ModelStructured);
+}
+
+void MemoryNode::set_hidden(bool hidden) {
+    hidden_ = hidden;
+    note(&INodeEventCallback::HideChanged);
+}
+
+void MemoryNode::set_wire_color(COLORREF color) {
+    wire_color_ = color;
+    note(&INodeEventCallback::WireColorChanged);
+}
+
+void MemoryNode::set_hair(std::shared_ptr<const HairModifier> hair) {
+    hair_ = std::move(hair);
+    note(&INodeEventCallback::ModelStructured);
+}
+
+void MemoryNode::set_material(Mtl* material) {
+    material_ = material;
+    note(&INodeEventCallback::MaterialStructured);
+}
+
+void MemoryNode::note(NodeEvent event) {
+    host_.events().note(event, *this);
+}
+
+void MemoryNode::leave_tree() {
+    std::vector<MemoryNode*>& siblings = parent_->children_;
+    siblings.erase(std::find(siblings.begin(), siblings.end(), this));
+    for (MemoryNode* child : children_) {
+        child->parent_ = parent_;
+        siblings.push_back(child);
+    }
     host_.transforms_changed();
 }
 

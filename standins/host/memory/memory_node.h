@@ -3,14 +3,17 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "standins/host/memory/local_transform.h"
+#include "standins/host/memory/scene_events.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
 
 class MemoryHost;
+struct HairModifier;
 
 /// A node of the in-memory host. The host makes and owns its nodes (`MemoryHost::add_node`); they
 /// only refer to one another, so that a tree of any depth is built, evaluated and destroyed
@@ -18,23 +21,34 @@ class MemoryHost;
 class MemoryNode final : public INode {
 public:
     MemoryNode(MemoryHost& host, MemoryNode* parent, const std::wstring& name);
+    ~MemoryNode() override { forget_handle(this); }
+
+    // Each edit is told to whoever listens to the host's events.
 
     /// Characters past 0xFFFF become surrogate pairs; a zero ends the name.
     void set_name(const std::wstring& name);
     void set_local_transform(LocalTransform transform);
     /// From the object's space to the node's.
-    void set_object_offset(const Matrix3& node_from_object) { object_offset_ = node_from_object; }
+    void set_object_offset(const Matrix3& node_from_object);
     /// Nodes can share an object. Null takes the node's object away.
-    void set_object(std::shared_ptr<Object> object) { object_ = std::move(object); }
-    void set_hidden(bool hidden) { hidden_ = hidden; }
-    void set_wire_color(COLORREF color) { wire_color_ = color; }
+    void set_object(std::shared_ptr<Object> object);
+    void set_hidden(bool hidden);
+    void set_wire_color(COLORREF color);
+    /// Nodes can share hair. Null takes the node's own away.
+    void set_hair(std::shared_ptr<const HairModifier> hair);
     /// The host owns it. Null takes the node's material away.
-    void set_material(Mtl* material) { material_ = material; }
+    void set_material(Mtl* material);
 
     MemoryHost& host() const { return host_; }
     MemoryNode* parent() const { return parent_; }
     const std::vector<MemoryNode*>& children() const { return children_; }
     const std::wstring& name() const { return name_; }
+    const LocalTransform& local_transform() const { return local_; }
+    /// Null for a node without.
+    const HairModifier* hair() const { return hair_.get(); }
+
+    /// Gives the children to the parent. Called by the host for a node that it deletes.
+    void leave_tree();
 
     const MCHAR* GetName() override { return name_.c_str(); }
     Matrix3 GetNodeTM(TimeValue t, Interval* valid = nullptr) override;
@@ -57,6 +71,7 @@ private:
         std::uint64_t version = 0;
     };
 
+    void note(NodeEvent event);
     bool knows_world_at(TimeValue t) const;
     void compute_world_at(TimeValue t);
     const WorldMatrix& world_at(TimeValue t);
@@ -69,6 +84,7 @@ private:
     Matrix3 object_offset_;
     WorldMatrix world_;
     std::shared_ptr<Object> object_;
+    std::shared_ptr<const HairModifier> hair_;
     ObjectState state_;
     COLORREF wire_color_ = 0x00808080;
     Mtl* material_ = nullptr;  // the host's

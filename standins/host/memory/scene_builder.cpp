@@ -49,8 +49,19 @@ NodeBuilder NodeBuilder::mesh(const Mesh& mesh) const {
     return object(std::make_shared<MeshObject>(mesh));
 }
 
+MemoryCamera& NodeBuilder::camera() const {
+    const auto camera = std::make_shared<MemoryCamera>();
+    node_->set_object(camera);
+    return *camera;
+}
+
 NodeBuilder NodeBuilder::without_object() const {
     return object(nullptr);
+}
+
+NodeBuilder NodeBuilder::hair(const HairModifier& hair) const {
+    node_->set_hair(std::make_shared<HairModifier>(hair));
+    return *this;
 }
 
 NodeBuilder NodeBuilder::hidden(bool hidden) const {

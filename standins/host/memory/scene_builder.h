@@ -5,6 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "standins/host/memory/cameras.h"
+#include "standins/host/memory/hair.h"
+#include "standins/host/memory/lights.h"
 #include "standins/host/memory/local_transform.h"
 #include "standins/host/memory/maps.h"
 #include "standins/host/memory/materials.h"
@@ -37,9 +40,20 @@ public:
 
     NodeBuilder offset(const Matrix3& node_from_object) const;
     NodeBuilder object(std::shared_ptr<Object> object) const;
+    /// Makes the node's object of `arguments` and gives the object back.
+    template <typename T, typename... Arguments>
+    T& make_object(Arguments&&... arguments) const {
+        const auto made = std::make_shared<T>(std::forward<Arguments>(arguments)...);
+        object(made);
+        return *made;
+    }
     /// A `MeshObject` with a copy of `mesh`.
     NodeBuilder mesh(const Mesh& mesh) const;
+    /// Gives the node a new camera, and the camera back.
+    MemoryCamera& camera() const;
     NodeBuilder without_object() const;
+    /// Grows on the node's mesh.
+    NodeBuilder hair(const HairModifier& hair) const;
     NodeBuilder hidden(bool hidden = true) const;
     /// Components from 0 to 255.
     NodeBuilder wire(int red, int green, int blue) const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "standins/host/sdk/color.h"
+#include "standins/host/sdk/interval.h"
 #include "standins/host/sdk/ref.h"
 #include "standins/host/sdk/strclass.h"
 
@@ -11,6 +12,7 @@ enum ParamType2 {
     TYPE_FLOAT = 0,
     TYPE_INT = 1,
     TYPE_RGBA = 2,
+    TYPE_STRING = 6,
     TYPE_TEXMAP = 15,
 };
 
@@ -37,4 +39,14 @@ public:
     virtual int GetInt(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
     virtual Color GetColor(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
     virtual Texmap* GetTexmap(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
+    virtual const MCHAR* GetStr(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
+
+    /// False, and the value as it was, for a parameter of another type. `valid` is narrowed to the
+    /// time around `t` in which the value holds.
+    virtual BOOL GetValue(ParamID id, TimeValue t, float& value, Interval& valid,
+                          int tab_index = 0) = 0;
+    virtual BOOL GetValue(ParamID id, TimeValue t, Color& value, Interval& valid,
+                          int tab_index = 0) = 0;
+    virtual BOOL GetValue(ParamID id, TimeValue t, Texmap*& value, Interval& valid,
+                          int tab_index = 0) = 0;
 };

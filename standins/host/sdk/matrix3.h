@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 #include "standins/host/sdk/point3.h"
 
@@ -33,6 +35,11 @@ public:
                        b.VectorTransform(rows_[2]), b.VectorTransform(rows_[3]) + b.rows_[3]);
     }
     Matrix3& operator*=(const Matrix3& b) { return *this = *this * b; }
+
+    /// Removes shear: turns the second row square to the first and the third to both, each with the
+    /// length it had. A row that lies in the others takes any direction that is left. Without a
+    /// finite length of every row nothing is done.
+    inline void Orthogonalize();
 
 private:
     Point3 rows_[4];
@@ -88,4 +95,50 @@ inline Matrix3 Inverse(const Matrix3& m) {
         return Matrix3();
     }
     return Matrix3(inverse_rows[0], inverse_rows[1], inverse_rows[2], inverse_rows[3]);
+}
+
+inline void Matrix3::Orthogonalize() {
+    // What is left of a unit vector below this is rounding.
+    constexpr double kLeastRest = 1e-6;
+    using Vector = std::array<double, 3>;
+
+    Vector directions[3];
+    double lengths[3];
+    for (int i = 0; i < 3; ++i) {
+        const Point3 row = rows_[i];
+        Vector& direction = directions[i];
+        direction = {row.x, row.y, row.z};
+        lengths[i] = std::sqrt(direction[0] * direction[0] + direction[1] * direction[1] +
+                               direction[2] * direction[2]);
+        if (!std::isfinite(lengths[i])) {
+            return;
+        }
+        for (double& number : direction) {
+            number = lengths[i] == 0.0 ? 0.0 : number / lengths[i];
+        }
+    }
+
+    for (int i = 0; i < 3; ++i) {
+        // Of two directions or less, one axis at least is far from them.
+        const Vector candidates[4] = {directions[i], {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+        for (const Vector& candidate : candidates) {
+            Vector rest = candidate;
+            for (int j = 0; j < i; ++j) {
+                const Vector& other = directions[j];
+                const double along = rest[0] * other[0] + rest[1] * other[1] + rest[2] * other[2];
+                for (std::size_t k = 0; k < 3; ++k) {
+                    rest[k] -= along * other[k];
+                }
+            }
+            const double size =
+                std::sqrt(rest[0] * rest[0] + rest[1] * rest[1] + rest[2] * rest[2]);
+            if (size > kLeastRest) {
+                directions[i] = {rest[0] / size, rest[1] / size, rest[2] / size};
+                break;
+            }
+        }
+        for (std::size_t k = 0; k < 3; ++k) {
+            rows_[i][static_cast<int>(k)] = static_cast<float>(directions[i][k] * lengths[i]);
+        }
+    }
 }

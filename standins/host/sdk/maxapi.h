@@ -4,6 +4,7 @@
 #include "standins/host/sdk/inode.h"
 #include "standins/host/sdk/interval.h"
 #include "standins/host/sdk/maxtypes.h"
+#include "standins/host/sdk/strclass.h"
 
 /// `which` of `Interface::GetDir` for the folder of the plug-ins' settings files.
 constexpr int APP_PLUGCFG_DIR = 9;
@@ -57,8 +58,20 @@ public:
     virtual void SetCancel(BOOL cancel) = 0;
 };
 
+/// What a file dialog offers: descriptions and patterns by turns.
+class FilterList {
+public:
+    void Append(const MCHAR*) {}
+};
+
 /// The same host; the number tells which release brought the operations.
-class Interface8 : public Interface {};
+class Interface8 : public Interface {
+public:
+    /// Asks the user for a file to write. False if there is to be none. `filename` and
+    /// `initial_dir` say what the dialog starts with, and then what was chosen.
+    virtual bool DoMaxSaveAsDialog(HWND parent, const MSTR& title, MSTR& filename,
+                                   MSTR& initial_dir, FilterList& filters) = 0;
+};
 
 /// Null as long as there is no host.
 Interface* GetCOREInterface();

@@ -11,6 +11,8 @@ class BaseObject : public ReferenceTarget {
 public:
     /// The box in world space of the object as `node` places it; empty if it has no extent.
     virtual void GetWorldBoundBox(TimeValue, INode*, ViewExp*, Box3& box) { box.Init(); }
+    /// The same in the object's own space.
+    virtual void GetLocalBoundBox(TimeValue, INode*, ViewExp*, Box3& box) { box.Init(); }
 };
 
 /// What a node puts into the scene.
@@ -46,20 +48,32 @@ public:
     int IsRenderable() override { return TRUE; }
 };
 
+/// What a camera is set to at a time.
+struct CameraState {
+    DWORD cbsize = sizeof(CameraState);
+    BOOL isOrtho = FALSE;
+    float fov = 0;    ///< from side to side, in radians
+    float tdist = 0;  ///< to the target
+    BOOL horzLine = FALSE;
+    int manualClip = FALSE;
+    float hither = 0;  ///< the near clipping plane
+    float yon = 0;     ///< the far one
+    float nearRange = 0;
+    float farRange = 0;
+};
+
+/// Looks along the negative z axis of its node, with y up.
 class CameraObject : public Object {
 public:
     SClass_ID SuperClassID() override { return CAMERA_CLASS_ID; }
     int IsRenderable() override { return FALSE; }
+
+    /// Fills `state`; `valid` is narrowed to the time around `t` in which it holds.
+    virtual RefResult EvalCameraState(TimeValue t, Interval& valid, CameraState* state) = 0;
 };
 
 class LightObject : public Object {
 public:
     SClass_ID SuperClassID() override { return LIGHT_CLASS_ID; }
-    int IsRenderable() override { return FALSE; }
-};
-
-class ShapeObject : public Object {
-public:
-    SClass_ID SuperClassID() override { return SHAPE_CLASS_ID; }
     int IsRenderable() override { return FALSE; }
 };

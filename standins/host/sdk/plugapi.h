@@ -11,8 +11,10 @@ constexpr SClass_ID LIGHT_CLASS_ID = 0x30;
 constexpr SClass_ID SHAPE_CLASS_ID = 0x40;
 constexpr SClass_ID HELPER_CLASS_ID = 0x50;
 constexpr SClass_ID PARAMETER_BLOCK2_CLASS_ID = 0x82;
+constexpr SClass_ID REF_MAKER_CLASS_ID = 0x100;
 constexpr SClass_ID MATERIAL_CLASS_ID = 0xc00;
 constexpr SClass_ID TEXMAP_CLASS_ID = 0xc10;
+constexpr SClass_ID CUST_ATTRIB_CLASS_ID = 0x1160;
 
 /// Which parameter of a block, and which block of its owner: not the place in a list.
 using ParamID = short;

@@ -4,9 +4,16 @@
 
 enum RefResult { REF_FAIL = 0, REF_SUCCEED = 1 };
 
+class ReferenceTarget;
+using RefTargetHandle = ReferenceTarget*;
+
 /// Whatever refers to other parts of the scene.
 class ReferenceMaker : public Animatable {
 public:
+    virtual int NumRefs() { return 0; }
+    /// Null for a place that is empty.
+    virtual RefTargetHandle GetReference(int) { return nullptr; }
+
     /// Frees an object that the host made for the caller.
     virtual RefResult DeleteMe() {
         delete this;

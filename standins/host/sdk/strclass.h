@@ -17,6 +17,9 @@ private:
     std::string bytes_;
 };
 
+/// Text in the host's code page, which is that of UTF-8.
+using CStr = UTF8Str;
+
 /// The host's text: 16-bit units, a surrogate pair for each character past 0xFFFF.
 class WStr {
 public:
@@ -41,6 +44,7 @@ public:
 
     /// A surrogate without its partner becomes the replacement character U+FFFD.
     UTF8Str ToUTF8() const;
+    CStr ToCStr() const { return ToUTF8(); }
 
 private:
     std::wstring text_;

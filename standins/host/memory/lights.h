@@ -1,0 +1,124 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "standins/host/memory/memory_param_block.h"
+#include "standins/host/sdk/max.h"
+
+namespace memhost {
+
+/// A number of a light, which stays as it is or is a function of time.
+class LightNumber {
+public:
+    LightNumber(float fixed) : fixed_(fixed) {}
+    template <typename Function, typename = decltype(std::declval<Function>()(TimeValue()))>
+    LightNumber(Function moving) : moving_(std::move(moving)) {}
+
+    float at(TimeValue t, Interval& valid) const;
+
+private:
+    float fixed_ = 0;
+    std::function<float(TimeValue)> moving_;  // empty for a number that stays
+};
+
+/// A light of one of the host's standard kinds, which converts to its own class alone.
+class StandardLight : public GenLight {
+public:
+    StandardLight(Class_ID class_id, int type) : class_id_(class_id), type_(type) {}
+
+    StandardLight& intensity(LightNumber multiplier);
+    /// Components from 0 to 1.
+    StandardLight& color(const Point3& rgb);
+
+    Class_ID ClassID() override { return class_id_; }
+    int CanConvertToType(Class_ID type) override { return type == class_id_; }
+    int Type() override { return type_; }
+    float GetIntensity(TimeValue t, Interval& valid) override { return intensity_.at(t, valid); }
+    Point3 GetRGBColor(TimeValue, Interval&) override { return color_; }
+
+private:
+    Class_ID class_id_;
+    int type_;
+    LightNumber intensity_ = 1.0f;
+    Point3 color_{1, 1, 1};
+};
+
+class OmniLight final : public StandardLight {
+public:
+    OmniLight() : StandardLight(Class_ID(OMNI_LIGHT_CLASS_ID, 0), OMNI_LIGHT) {}
+};
+
+/// Without a target.
+class SpotLight final : public StandardLight {
+public:
+    SpotLight() : StandardLight(Class_ID(0x1014, 0), 3) {}
+};
+
+/// Light from all around. Its first reference is an empty place.
+class SkyLight final : public LightObject {
+public:
+    /// Adds a parameter block that holds the map, which may be null.
+    SkyLight& map(Texmap* map);
+    /// Adds a reference to something else.
+    SkyLight& reference(ReferenceTarget& target);
+
+    Class_ID ClassID() override { return Class_ID(0x7BF61478, 0x522E4705); }
+    int CanConvertToType(Class_ID type) override { return type == ClassID(); }
+    int NumRefs() override { return static_cast<int>(references_.size()); }
+    RefTargetHandle GetReference(int i) override {
+        return references_[static_cast<std::size_t>(i)];
+    }
+
+private:
+    std::vector<std::unique_ptr<MemoryParamBlock>> blocks_;
+    std::vector<ReferenceTarget*> references_ = {nullptr};
+};
+
+/// A photometric light of any type, with the shape that its type has until it is given another.
+class PhotometricLight final : public LightscapeLight {
+public:
+    explicit PhotometricLight(LightTypes type);
+
+    PhotometricLight& distribution(DistTypes distribution);
+    PhotometricLight& shape(std::vector<Point3> points);
+    PhotometricLight& radius(float radius);
+    PhotometricLight& kelvin(LightNumber kelvin);
+    PhotometricLight& lumens(LightNumber lumens);
+    /// Wide text or UTF-8; angles are in degrees. Makes the web the distribution, too.
+    PhotometricLight& web_file(const std::wstring& path, const Point3& rotation = {});
+    PhotometricLight& web_file(const std::string& path_utf8, const Point3& rotation = {});
+
+    Class_ID ClassID() override { return LIGHTSCAPE_LIGHT_CLASS; }
+    IParamBlock2* GetParamBlockByID(BlockID id) override;
+    int Type() override { return type_; }
+    float GetIntensity(TimeValue t, Interval& valid) override { return lumens_.at(t, valid); }
+    Point3 GetRGBColor(TimeValue, Interval&) override { return {1, 1, 1}; }
+    DistTypes GetDistribution() const override { return distribution_; }
+    int GetShape(Point3* points, int size) const override;
+    float GetRadius(TimeValue, Interval&) const override { return radius_; }
+    float GetKelvin(TimeValue t, Interval& valid) const override { return kelvin_.at(t, valid); }
+    float GetResultingFlux(TimeValue t, Interval& valid) const override {
+        return lumens_.at(t, valid);
+    }
+
+private:
+    LightTypes type_;
+    DistTypes distribution_ = ISOTROPIC_DIST;
+    std::vector<Point3> shape_;
+    float radius_ = 1;
+    LightNumber kelvin_ = 6500.0f;
+    LightNumber lumens_ = 1000.0f;
+    std::unique_ptr<MemoryParamBlock> web_;  // null as long as there is no file
+};
+
+/// Shapes of lights, in the plane of x and y around the origin. `sides` is that of one ring.
+std::vector<Point3> rectangle_shape(float width, float length);
+std::vector<Point3> disc_shape(float radius, int sides);
+/// Two rings, the lower one first.
+std::vector<Point3> cylinder_shape(float radius, float height, int sides);
+
+}  // namespace memhost

@@ -1,0 +1,76 @@
+#include "standins/host/memory/splines.h"
+
+#include <atomic>
+
+namespace memhost {
+namespace {
+
+std::atomic<int> live_conversion_count{0};
+
+class Conversion final : public SplineObject {
+public:
+    explicit Conversion(SplineObject& source) : SplineObject({}) {
+        Interval valid = FOREVER;
+        shape = source.shape;
+        thickness(source.GetThickness(0, valid)).renderable(source.IsRenderable() != 0);
+        ++live_conversion_count;
+    }
+    ~Conversion() override { --live_conversion_count; }
+};
+
+// Of the control points of all segments, which the curves can't leave.
+Box3 box_of(BezierShape& shape, const Matrix3& to) {
+    Box3 box;
+    for (int i = 0; i < shape.SplineCount(); ++i) {
+        const Spline3D& spline = *shape.GetSpline(i);
+        for (int k = 0; k < spline.Segments(); ++k) {
+            if (k == 0) {
+                box += spline.InterpBezier3D(0, 0) * to;
+            }
+            box += spline.GetOutVec(k) * to;
+            box += spline.GetInVec((k + 1) % spline.KnotCount()) * to;
+            box += spline.InterpBezier3D(k, 1) * to;
+        }
+    }
+    return box;
+}
+
+}  // namespace
+
+Spline3D polyline(const std::vector<Point3>& points, bool closed) {
+    std::vector<Spline3D::Knot> knots;
+    for (const Point3& point : points) {
+        knots.push_back({point, point, point});
+    }
+    const std::size_t segments = closed || knots.empty() ? knots.size() : knots.size() - 1;
+    for (std::size_t i = 0; i < segments; ++i) {
+        Spline3D::Knot& start = knots[i];
+        Spline3D::Knot& end = knots[(i + 1) % knots.size()];
+        const Point3 third = (end.point - start.point) / 3.0f;
+        start.out = start.point + third;
+        end.in = end.point - third;
+    }
+    return Spline3D(std::move(knots), closed);
+}
+
+ICustAttribContainer* SplineObject::GetCustAttribContainer() {
+    return attributes_.GetNumCustAttribs() == 0 ? nullptr : &attributes_;
+}
+
+void SplineObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
+    box = box_of(shape, node->GetObjTMAfterWSM(t));
+}
+
+void SplineObject::GetLocalBoundBox(TimeValue, INode*, ViewExp*, Box3& box) {
+    box = box_of(shape, Matrix3());
+}
+
+int ConvertibleShape::live_conversions() {
+    return live_conversion_count;
+}
+
+Object* ConvertibleShape::ConvertToType(TimeValue, Class_ID type) {
+    return CanConvertToType(type) ? new Conversion(splines_) : nullptr;
+}
+
+}  // namespace memhost

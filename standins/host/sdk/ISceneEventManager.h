@@ -1,0 +1,76 @@
+#pragma once
+
+#include "standins/host/sdk/animatable.h"
+#include "standins/host/sdk/tab.h"
+
+class INode;
+
+namespace NodeEventNamespace {
+
+using NodeKey = AnimHandle;
+using NodeKeyTab = Tab<NodeKey>;
+
+/// The node of that key, or null if it is gone or is no node.
+INode* GetNodeByKey(NodeKey key);
+
+}  // namespace NodeEventNamespace
+
+/// Whoever wants to be told of what happens in the scene.
+class ISceneEventCallback {
+public:
+    virtual ~ISceneEventCallback() = default;
+};
+
+/// Events that nodes take part in. They come in batches, between two calls of their own, some time
+/// after what they tell of.
+class INodeEventCallback : public ISceneEventCallback {
+public:
+    using NodeKeyTab = NodeEventNamespace::NodeKeyTab;
+
+    virtual void CallbackBegin() {}
+    virtual void CallbackEnd() {}
+    /// Whether the nodes below a deleted one are named as well.
+    virtual BOOL VerboseDeleted() { return FALSE; }
+
+    virtual void Added(NodeKeyTab&) {}
+    virtual void Deleted(NodeKeyTab&) {}
+    virtual void LinkChanged(NodeKeyTab&) {}
+    virtual void LayerChanged(NodeKeyTab&) {}
+    virtual void GroupChanged(NodeKeyTab&) {}
+    virtual void HierarchyOtherEvent(NodeKeyTab&) {}
+    virtual void ModelStructured(NodeKeyTab&) {}
+    virtual void GeometryChanged(NodeKeyTab&) {}
+    virtual void TopologyChanged(NodeKeyTab&) {}
+    virtual void MappingChanged(NodeKeyTab&) {}
+    virtual void ExtentionChannelChanged(NodeKeyTab&) {}
+    virtual void ModelOtherEvent(NodeKeyTab&) {}
+    virtual void MaterialStructured(NodeKeyTab&) {}
+    virtual void MaterialOtherEvent(NodeKeyTab&) {}
+    virtual void ControllerStructured(NodeKeyTab&) {}
+    virtual void ControllerOtherEvent(NodeKeyTab&) {}
+    virtual void NameChanged(NodeKeyTab&) {}
+    virtual void WireColorChanged(NodeKeyTab&) {}
+    virtual void RenderPropertiesChanged(NodeKeyTab&) {}
+    virtual void DisplayPropertiesChanged(NodeKeyTab&) {}
+    virtual void UserPropertiesChanged(NodeKeyTab&) {}
+    virtual void PropertiesOtherEvent(NodeKeyTab&) {}
+    virtual void SubobjectSelectionChanged(NodeKeyTab&) {}
+    virtual void SelectionChanged(NodeKeyTab&) {}
+    virtual void HideChanged(NodeKeyTab&) {}
+    virtual void FreezeChanged(NodeKeyTab&) {}
+    virtual void DisplayOtherEvent(NodeKeyTab&) {}
+};
+
+class ISceneEventManager {
+public:
+    using CallbackKey = DWORD;
+
+    virtual ~ISceneEventManager() = default;
+
+    /// Without polling and delay the events come when the host is next idle.
+    virtual CallbackKey RegisterCallback(ISceneEventCallback* callback, BOOL polling = FALSE,
+                                         DWORD delay_milliseconds = 0, BOOL mouse_up = FALSE) = 0;
+    virtual void UnRegisterCallback(CallbackKey key) = 0;
+};
+
+ISceneEventManager* GetISceneEventManager();

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "standins/host/sdk/ref.h"
+
+/// A group of parameters that was added to an object from outside.
+class CustAttrib : public ReferenceTarget {
+public:
+    SClass_ID SuperClassID() override { return CUST_ATTRIB_CLASS_ID; }
+
+    virtual const MCHAR* GetName(bool localized) = 0;
+};
