@@ -1,0 +1,265 @@
+#include "model/deformable_triangle_animation.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+#include <new>
+
+#include "importers/sceneapi/dev/installation.h"
+#include "importers/sceneapi/dev/qorscene_api.h"
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "model/material.h"
+#include "model/qort_writer.h"
+#include "model/triangle_object.h"
+#include "platform/files.h"
+
+namespace qor {
+
+namespace {
+
+// The versions of the renderer whose resource folder will do.
+constexpr int kMinVersion = 5;
+constexpr int kMaxVersion = 20;
+
+constexpr double kTimeUnitsPerSecond = 1000.0;
+
+std::string default_folder() {
+    const std::string resources = Installation::get().resource_folder(kMinVersion, kMaxVersion);
+    return (std::filesystem::u8path(resources) / "Animations").u8string();
+}
+
+// Takes what no file name can hold out of a name.
+void sanitize(std::string& text) {
+    const std::string forbidden = "\\/:?\"<>|";
+    std::replace_if(
+        text.begin(), text.end(),
+        [&forbidden](char c) { return forbidden.find(c) != forbidden.npos; }, '_');
+}
+
+bool can_be_opened(const std::string& path) {
+    const std::unique_ptr<std::FILE, platform::CloseStream> file(platform::open_file(path, "rb"));
+    return file != nullptr;
+}
+
+// Held to what the format can count, which is too much for its writer in any case.
+std::uint32_t count(std::size_t numbers, std::size_t per_element) {
+    constexpr std::size_t kLimit = std::numeric_limits<std::uint32_t>::max();
+    return static_cast<std::uint32_t>(std::min(numbers / per_element, kLimit));
+}
+
+// The frames come one after the other, so room for all of them spares copying what is there. Where
+// there is no memory for that, the array grows as it must.
+void append(std::vector<float>& array, const std::vector<float>& frame,
+            std::size_t expected_frames) {
+    if (array.empty() && expected_frames > 1 &&
+        frame.size() <= array.max_size() / expected_frames) {
+        try {
+            array.reserve(frame.size() * expected_frames);
+        } catch (const std::bad_alloc&) {
+            array.clear();
+        }
+    }
+    array.insert(array.end(), frame.begin(), frame.end());
+}
+
+template <typename T>
+T* data_or_null(std::vector<T>& array) {
+    return array.empty() ? nullptr : array.data();
+}
+
+std::vector<std::uint32_t> unsigned_copy(const std::vector<int>& indices) {
+    return std::vector<std::uint32_t>(indices.begin(), indices.end());
+}
+
+}  // namespace
+
+DeformableTriangleAnimation::DeformableTriangleAnimation(std::string name, float start_time,
+                                                         float duration, std::string folder,
+                                                         std::string library)
+    : LightGeometry(std::move(name)),
+      start_time_(start_time),
+      duration_(duration),
+      folder_(folder.empty() ? default_folder() : std::move(folder)),
+      library_(library.empty() ? get_name() : std::move(library)) {}
+
+void DeformableTriangleAnimation::add_frame(const MeshFrame& entry) {
+    const TriangleObject& object = *entry.object;
+    std::shared_ptr<const Topology> topology;
+    if (!frames_.empty() && has_same_topology(object)) {
+        topology = frames_.back().topology;
+    } else {
+        if (!frames_.empty() && frames_.back().topology->triangles != object.triangles()) {
+            constant_topology_ = false;
+        }
+        Topology copy;
+        copy.triangles = object.triangles();
+        copy.uv_tex = object.uv_tex();
+        copy.triangles_uv = object.triangles_uv();
+        copy.triangles_norm = object.triangles_norm();
+        copy.vcolors = object.vcolors();
+        topology = std::make_shared<const Topology>(std::move(copy));
+    }
+    append(vertices_, object.vertices(), expected_frames_);
+    append(normals_, object.normals(), expected_frames_);
+    frames_.push_back({entry.frame, vertices_.size(), normals_.size(), std::move(topology)});
+}
+
+bool DeformableTriangleAnimation::has_same_topology(const TriangleObject& object) const {
+    const Topology& last = *frames_.back().topology;
+    return last.triangles == object.triangles() && last.uv_tex == object.uv_tex() &&
+           last.triangles_uv == object.triangles_uv() &&
+           last.triangles_norm == object.triangles_norm() && last.vcolors == object.vcolors();
+}
+
+void DeformableTriangleAnimation::write_library() {
+    if (!constant_topology_ || frames_.empty()) {
+        return;
+    }
+    make_library_path();
+    write_library_file();
+    drop_frames();
+    library_written_ = true;
+}
+
+// An older library is never written over: a scene may refer to it.
+void DeformableTriangleAnimation::make_library_path() {
+    std::string library_name = library_;
+    std::string object_name = get_name();
+    if (get_material() != nullptr) {
+        object_name += "_" + get_material()->get_name();
+    }
+    sanitize(library_name);
+    sanitize(object_name);
+
+    const std::string directory = folder_ + "/" + library_name;
+    platform::create_folder(directory);
+    const std::string base = directory + "/" + object_name;
+    library_path_ = base + ".qorT";
+    for (int n = 1; can_be_opened(library_path_); ++n) {
+        library_path_ = base + "_" + std::to_string(n) + ".qorT";
+    }
+}
+
+void DeformableTriangleAnimation::write_library_file() {
+    const Topology& first = *frames_.front().topology;
+    std::vector<std::uint32_t> triangles = unsigned_copy(first.triangles);
+    std::vector<std::uint32_t> normal_indices = unsigned_copy(first.triangles_norm);
+    std::vector<std::uint32_t> uv_indices = unsigned_copy(first.triangles_uv);
+    std::vector<float> uvs = first.uv_tex;
+
+    QorTMesh mesh;
+    mesh.triangle_count = count(triangles.size(), 3);
+    mesh.uv_count = count(uvs.size(), 2);
+    std::vector<QorTFrame> records;
+    records.reserve(frames_.size());
+    for (std::size_t i = 0; i < frames_.size(); ++i) {
+        const std::uint32_t vertices_end = count(frames_[i].vertices_end, 3);
+        const std::uint32_t normals_end = count(frames_[i].normals_end, 3);
+        QorTFrame record = {};
+        record.frame = static_cast<std::uint32_t>(frames_[i].frame);
+        record.time = static_cast<float>(timestamps_[i] / kTimeUnitsPerSecond);
+        record.triangles_count = mesh.triangle_count;
+        record.vertices_start = mesh.vertex_count;
+        record.vertices_count = vertices_end - mesh.vertex_count;
+        record.normals_start = mesh.normal_count;
+        record.normals_count = normals_end - mesh.normal_count;
+        record.uvs_count = mesh.uv_count;
+        records.push_back(record);
+        mesh.vertex_count = vertices_end;
+        mesh.normal_count = normals_end;
+    }
+
+    mesh.triangles = data_or_null(triangles);
+    mesh.normal_indices = data_or_null(normal_indices);
+    mesh.uv_indices = data_or_null(uv_indices);
+    mesh.vertices = data_or_null(vertices_);
+    mesh.normals = data_or_null(normals_);
+    mesh.uvs = data_or_null(uvs);
+    mesh.frames = data_or_null(records);
+    mesh.frame_count = static_cast<std::uint32_t>(records.size());
+    write_qort_file(mesh, library_path_.c_str(), 0);
+}
+
+void DeformableTriangleAnimation::drop_frames() {
+    frames_ = {};
+    vertices_ = {};
+    normals_ = {};
+}
+
+void DeformableTriangleAnimation::emit(qorSceneapi_oo& scene) {
+    scene.begin_group(get_name());
+    scene.set_flags(flags_);
+    if (library_written_) {
+        emit_library(scene);
+    } else {
+        emit_frames(scene);
+    }
+    scene.end_group();
+}
+
+void DeformableTriangleAnimation::emit_library(qorSceneapi_oo& scene) {
+    qorScene_api& api = *scene.get_api();
+    api.begin_object(get_name().c_str(), true);
+    const int id = scene.next_id();
+    api.begin_geometry("triangles");
+    scene.set_parameter("file", library_path_);
+    api.end_geometry();
+    get_material()->emit(scene);
+    api.end_object();
+
+    api.begin_animation("deformable_qortlib", (get_name() + "_deformable").c_str());
+    set_times(scene);
+    scene.set_parameter("target_object_id", id);
+    api.end_animation();
+}
+
+void DeformableTriangleAnimation::emit_frames(qorSceneapi_oo& scene) {
+    qorScene_api& api = *scene.get_api();
+    api.begin_animation("deformable", (get_name() + "_deformable").c_str());
+    set_times(scene);
+    scene.set_array("timestamps", timestamps_);
+    api.end_animation();
+
+    for (std::size_t i = 0; i < frames_.size(); ++i) {
+        emit_frame(i, scene);
+    }
+}
+
+void DeformableTriangleAnimation::emit_frame(std::size_t index, qorSceneapi_oo& scene) {
+    const StoredFrame& stored = frames_[index];
+    const std::size_t vertices_start = index == 0 ? 0 : frames_[index - 1].vertices_end;
+    const std::size_t normals_start = index == 0 ? 0 : frames_[index - 1].normals_end;
+    const auto slice = [](const std::vector<float>& array, std::size_t start, std::size_t end) {
+        return std::vector<float>(array.data() + start, array.data() + end);
+    };
+    TriangleArrays arrays = *stored.topology;
+    arrays.vertices = slice(vertices_, vertices_start, stored.vertices_end);
+    arrays.normals = slice(normals_, normals_start, stored.normals_end);
+
+    TriangleObject object("qor_deform_" + std::to_string(stored.frame));
+    object.set_arrays(std::move(arrays));
+    object.set_material(get_material());
+    object.emit(scene);
+}
+
+void DeformableTriangleAnimation::set_times(qorSceneapi_oo& scene) {
+    scene.set_parameter("start_time", start_time_);
+    scene.set_parameter("duration", duration_);
+    scene.set_parameter("duration_org", duration_);
+}
+
+std::size_t DeformableTriangleAnimation::data_size() const {
+    std::size_t numbers = vertices_.size() + normals_.size() + timestamps_.size();
+    const Topology* last = nullptr;
+    for (const StoredFrame& stored : frames_) {
+        if (stored.topology.get() != last) {
+            last = stored.topology.get();
+            numbers += last->triangles.size() + last->uv_tex.size() + last->triangles_uv.size() +
+                       last->triangles_norm.size() + last->vcolors.size();
+        }
+    }
+    return numbers * sizeof(float);
+}
+
+}  // namespace qor

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "model/light_geometry.h"
+#include "model/triangle_arrays.h"
+
+namespace qor {
+
+class TriangleObject;
+
+/// A mesh as it is in one frame.
+struct MeshFrame {
+    std::shared_ptr<TriangleObject> object;
+    int frame;  ///< its number, counted from the start of the range
+};
+
+/// A mesh whose shape changes over time, told frame by frame.
+///
+/// As long as all frames have the same triangles, `write_library` puts their positions and normals
+/// into one `.qorT` file, and the scene only points to it. Otherwise each frame goes into the scene
+/// as an object of its own.
+///
+///     DeformableTriangleAnimation animation("Flag", 0.0f, duration, "", "3ds max");
+///     animation.reserve_frames(101);
+///     animation.add_frame({object, 0});
+///     animation.add_timestamp(0.0f);
+///     ...
+///     animation.write_library();
+///     animation.emit(scene);
+class DeformableTriangleAnimation final : public LightGeometry {
+public:
+    /// Times are in seconds. `folder` is the base folder of libraries; empty stands for that of the
+    /// renderer's installation. `library` names a folder in it; empty stands for `name`.
+    DeformableTriangleAnimation(std::string name, float start_time, float duration,
+                                std::string folder, std::string library);
+
+    /// How many frames to expect.
+    void reserve_frames(std::size_t count) { expected_frames_ = count; }
+
+    /// Takes a copy of the frame's arrays, so that its object can be filled again. Each frame needs
+    /// a timestamp.
+    void add_frame(const MeshFrame& entry);
+
+    /// 33 units to a frame.
+    void add_timestamp(float timestamp) { timestamps_.push_back(timestamp); }
+
+    /// Writes the library and drops the frames. Does nothing if the triangles have changed on the
+    /// way. A failure is told on standard error, and the scene refers to the file all the same.
+    void write_library();
+
+    void emit(qorSceneapi_oo& scene) override;
+    /// An animation is only ever written in place, so there is nothing to define.
+    void define(qorSceneapi_oo&) override {}
+    std::size_t data_size() const override;
+
+    /// Empty until the library is written. UTF-8, with the separators that its parts came with.
+    const std::string& library_path() const { return library_path_; }
+
+private:
+    // What successive frames mostly have in common: all arrays but positions and normals.
+    using Topology = TriangleArrays;
+
+    struct StoredFrame {
+        int frame;
+        std::size_t vertices_end;  // in `vertices_`, where the next frame's begin
+        std::size_t normals_end;
+        std::shared_ptr<const Topology> topology;
+    };
+
+    bool has_same_topology(const TriangleObject& object) const;
+    void make_library_path();
+    void write_library_file();
+    void drop_frames();
+    void emit_library(qorSceneapi_oo& scene);
+    void emit_frames(qorSceneapi_oo& scene);
+    void emit_frame(std::size_t index, qorSceneapi_oo& scene);
+    void set_times(qorSceneapi_oo& scene);
+
+    float start_time_;
+    float duration_;
+    std::uint32_t flags_ = 0x1010000;
+    std::size_t expected_frames_ = 0;
+    std::vector<StoredFrame> frames_;
+    std::vector<float> vertices_;  // of all frames, one after the other
+    std::vector<float> normals_;
+    std::vector<float> timestamps_;  // one per frame
+    std::string folder_;
+    std::string library_;
+    bool constant_topology_ = true;
+    std::string library_path_;
+    bool library_written_ = false;
+};
+
+}  // namespace qor

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "importers/sceneapi/dev/scene_types.h"
+
+namespace qor {
+
+/// Turns about the x axis, then about y, then about z.
+qorMatrix EulerMatrix(double x_degrees, double y_degrees, double z_degrees);
+
+}  // namespace qor

@@ -1,0 +1,321 @@
+#include "model/qort_writer.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <memory>
+
+#include "platform/files.h"
+
+namespace qor {
+
+namespace {
+
+// Beyond any coordinate that a scene has.
+constexpr float kFarAway = 1e20f;
+
+struct Block {
+    std::uint32_t tag;
+    const void* data;
+    std::uint64_t size;  // in bytes
+};
+
+// The blocks of the separate form behind the frame table, in their order. An array of indices
+// counts only with the array that it leads into.
+struct SeparateBlocks {
+    explicit SeparateBlocks(const QorTMesh& mesh) {
+        const std::uint64_t corners_size = qort::kTriangleSize * mesh.triangle_count;
+        add(qort::kTriangles, mesh.triangles, corners_size);
+        add(qort::kVertices, mesh.vertices, qort::kVertexSize * mesh.vertex_count);
+        add(qort::kNormals, mesh.normals, qort::kVertexSize * mesh.normal_count);
+        add(qort::kNormalIndices, mesh.normals != nullptr ? mesh.normal_indices : nullptr,
+            corners_size);
+        add(qort::kUvs, mesh.uvs, qort::kUvSize * mesh.uv_count);
+        add(qort::kUvIndices, mesh.uvs != nullptr ? mesh.uv_indices : nullptr, corners_size);
+        add(qort::kColours, mesh.colours, qort::kVertexSize * mesh.vertex_count);
+    }
+
+    void add(std::uint32_t tag, const void* data, std::uint64_t size) {
+        if (data != nullptr) {
+            blocks[count++] = {tag, data, size};
+        }
+    }
+
+    Block blocks[7];
+    int count = 0;
+};
+
+std::uint64_t frames_size(const QorTMesh& mesh) {
+    return qort::kFrameSize * mesh.frame_count;
+}
+
+// The end of the data as the format counts it: without the heads of the blocks.
+std::uint64_t data_end(const QorTMesh& mesh) {
+    std::uint64_t end = qort::kHeaderSize;
+    if (mesh.frames == nullptr) {
+        return end;
+    }
+    end += frames_size(mesh);
+    const SeparateBlocks separate(mesh);
+    for (int i = 0; i < separate.count; ++i) {
+        end += separate.blocks[i].size;
+    }
+    return end;
+}
+
+// Minimum, then maximum. What compares with nothing changes nothing.
+void find_box(const QorTMesh& mesh, float (&box)[6]) {
+    const float* position = mesh.vertices != nullptr ? mesh.vertices : mesh.interleaved;
+    const int stride = mesh.vertices != nullptr ? 3 : 8;
+    for (int axis = 0; axis < 3; ++axis) {
+        box[axis] = kFarAway;
+        box[axis + 3] = -kFarAway;
+    }
+    for (std::uint32_t v = 0; v < mesh.vertex_count; ++v, position += stride) {
+        for (int axis = 0; axis < 3; ++axis) {
+            box[axis] = position[axis] < box[axis] ? position[axis] : box[axis];
+            box[axis + 3] = position[axis] > box[axis + 3] ? position[axis] : box[axis + 3];
+        }
+    }
+}
+
+template <typename T>
+void put(unsigned char* header, std::uint32_t offset, const T& value) {
+    std::memcpy(header + offset, &value, sizeof value);
+}
+
+bool write_header(const QorTMesh& mesh, std::FILE* file, const char* path) {
+    unsigned char header[qort::kHeaderSize] = {};
+    const bool has_frames = mesh.frames != nullptr;
+    float box[6];
+    find_box(mesh, box);
+    put(header, 0, qort::kMagic);
+    put(header, qort::kVersionOffset, qort::kVersion);
+    put(header, qort::kHasFramesOffset, static_cast<std::uint32_t>(has_frames));
+    put(header, qort::kFramesOffsetOffset, has_frames ? qort::kHeaderSize : 0);
+    put(header, qort::kBoxOffset, box);
+    put(header, qort::kDataEndOffset, data_end(mesh));
+    if (std::fwrite(header, sizeof header, 1, file) != 1) {
+        std::fprintf(stderr, "Failed writing header to \"%s\"\n", path);
+        return false;
+    }
+    return true;
+}
+
+bool can_be_written(const QorTMesh& mesh) {
+    if ((mesh.vertices == nullptr && mesh.interleaved == nullptr) || mesh.vertex_count == 0) {
+        std::fprintf(stderr, "Cannot write qorT triangle mesh without vertices\n");
+        return false;
+    }
+    if (mesh.triangles == nullptr || mesh.triangle_count == 0) {
+        std::fprintf(stderr, "Cannot write qorT triangle mesh without triangles\n");
+        return false;
+    }
+    return true;
+}
+
+void tell_payload_failed(std::uint32_t tag) {
+    std::fprintf(stderr, "Failed writing tag data {%d}\n", static_cast<int>(tag));
+}
+
+bool write_separate(const QorTMesh& mesh, std::FILE* file, std::uint32_t& last_tag) {
+    const SeparateBlocks separate(mesh);
+    for (int i = 0; i < separate.count; ++i) {
+        const Block& block = separate.blocks[i];
+        last_tag = block.tag;
+        if (!write_tag(mesh, block.data, block.tag, block.size, file)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool write_interleaved(QorTMesh& mesh, std::FILE* file, std::uint32_t& last_tag) {
+    last_tag = qort::kInterleaved;
+    const float* interleaved = interleave(mesh);
+    if (interleaved == nullptr) {
+        tell_payload_failed(qort::kInterleaved);
+        return false;
+    }
+    return write_tag(mesh, mesh.triangles, qort::kTriangles,
+                     qort::kTriangleSize * mesh.triangle_count, file) &&
+           write_tag(mesh, interleaved, qort::kInterleaved,
+                     qort::kInterleavedSize * mesh.vertex_count, file);
+}
+
+template <typename T>
+T* allocate(std::uint64_t count) {
+    if (count > std::numeric_limits<std::size_t>::max() / sizeof(T)) {
+        return nullptr;
+    }
+    return static_cast<T*>(std::malloc(static_cast<std::size_t>(count) * sizeof(T)));
+}
+
+// Copies one element, or zeros where there is no array, and gives the place behind it.
+float* copy_element(float* target, const float* array, std::uint32_t index, int size) {
+    if (array != nullptr) {
+        std::memcpy(target, array + static_cast<std::size_t>(size) * index,
+                    static_cast<std::size_t>(size) * sizeof(float));
+    } else {
+        std::memset(target, 0, static_cast<std::size_t>(size) * sizeof(float));
+    }
+    return target + size;
+}
+
+void free_arrays(QorTMesh& mesh) {
+    std::free(mesh.triangles);
+    std::free(mesh.normal_indices);
+    std::free(mesh.uv_indices);
+    std::free(mesh.vertices);
+    std::free(mesh.normals);
+    std::free(mesh.uvs);
+    std::free(mesh.colours);
+}
+
+float* interleave_vertices(QorTMesh& mesh) {
+    float* const made = allocate<float>(8ULL * mesh.vertex_count);
+    float* next = made;
+    for (std::uint32_t v = 0; made != nullptr && v < mesh.vertex_count; ++v) {
+        next = copy_element(next, mesh.vertices, v, 3);
+        next = copy_element(next, mesh.normals, v, 3);
+        next = copy_element(next, mesh.uvs, v, 2);
+    }
+    if (made != nullptr) {
+        mesh.interleaved = made;
+        mesh.ownership |= kOwnsInterleaved;
+    }
+    return made;
+}
+
+// Gives each corner of each triangle a vertex of its own.
+float* interleave_corners(QorTMesh& mesh) {
+    const std::uint64_t corners = 3ULL * mesh.triangle_count;
+    if (corners > std::numeric_limits<std::uint32_t>::max()) {
+        return nullptr;
+    }
+    const std::uint32_t corner_count = static_cast<std::uint32_t>(corners);
+    float* const made = allocate<float>(8 * corners);
+    std::uint32_t* const triangles = allocate<std::uint32_t>(corners);
+    // A record that comes to own its arrays owns its frames as well, and must not free a caller's.
+    const bool frames_are_borrowed = mesh.frames != nullptr && (mesh.ownership & kOwnsArrays) == 0;
+    QorTFrame* const frames =
+        frames_are_borrowed ? allocate<QorTFrame>(mesh.frame_count) : mesh.frames;
+    if (made == nullptr || triangles == nullptr || (frames_are_borrowed && frames == nullptr)) {
+        std::free(made);
+        std::free(triangles);
+        if (frames_are_borrowed) {
+            std::free(frames);
+        }
+        return nullptr;
+    }
+    if (frames_are_borrowed) {
+        std::memcpy(frames, mesh.frames, static_cast<std::size_t>(frames_size(mesh)));
+    }
+
+    const std::uint32_t* normal_of = mesh.normal_indices ? mesh.normal_indices : mesh.triangles;
+    const std::uint32_t* uv_of = mesh.uv_indices ? mesh.uv_indices : mesh.triangles;
+    float* next = made;
+    for (std::uint32_t corner = 0; corner < corner_count; ++corner) {
+        next = copy_element(next, mesh.vertices, mesh.triangles[corner], 3);
+        next = copy_element(next, mesh.normals, normal_of[corner], 3);
+        next = copy_element(next, mesh.uvs, uv_of[corner], 2);
+        triangles[corner] = corner;
+    }
+    mesh.vertex_count = corner_count;
+
+    if (mesh.ownership & kOwnsArrays) {
+        free_arrays(mesh);
+    }
+    mesh.normal_indices = nullptr;
+    mesh.uv_indices = nullptr;
+    mesh.vertices = nullptr;
+    mesh.normals = nullptr;
+    mesh.uvs = nullptr;
+    mesh.colours = nullptr;
+    mesh.triangles = triangles;
+    mesh.frames = frames;
+    mesh.interleaved = made;
+    mesh.ownership |= kOwnsArrays | kOwnsInterleaved;
+    return made;
+}
+
+}  // namespace
+
+QorTMesh::~QorTMesh() {
+    if (ownership & kOwnsArrays) {
+        free_arrays(*this);
+        std::free(frames);
+    }
+    if (ownership & kOwnsInterleaved) {
+        std::free(interleaved);
+    }
+}
+
+bool write_qort_file(QorTMesh& mesh, const char* path, std::uint32_t write_flags) {
+    if (!can_be_written(mesh)) {
+        return false;
+    }
+    std::unique_ptr<std::FILE, platform::CloseStream> file(platform::open_file(path, "wb+"));
+    if (!file) {
+        std::fprintf(stderr, "Failed opening \"%s\" for writing!\n", path);
+        return false;
+    }
+    const bool written = write_qort_stream(mesh, file.get(), path, write_flags);
+    return std::fclose(file.release()) == 0 && written;
+}
+
+bool write_qort_stream(QorTMesh& mesh, std::FILE* file, const char* path,
+                       std::uint32_t write_flags) {
+    if (!can_be_written(mesh) || !write_header(mesh, file, path)) {
+        return false;
+    }
+    if (mesh.frames != nullptr &&
+        !write_tag(mesh, mesh.frames, qort::kFrames, frames_size(mesh), file)) {
+        return false;
+    }
+    const bool is_separate = mesh.interleaved == nullptr && (write_flags & kWriteInterleaved) == 0;
+    std::uint32_t last_tag = 0;
+    const bool written = is_separate ? write_separate(mesh, file, last_tag)
+                                     : write_interleaved(mesh, file, last_tag);
+    if (!written) {
+        return false;
+    }
+    // A full disk may show only now.
+    if (std::fflush(file) != 0) {
+        tell_payload_failed(last_tag);
+        return false;
+    }
+    return true;
+}
+
+float* interleave(QorTMesh& mesh) {
+    if (mesh.interleaved != nullptr) {
+        return mesh.interleaved;
+    }
+    return mesh.normal_indices == nullptr && mesh.uv_indices == nullptr ? interleave_vertices(mesh)
+                                                                        : interleave_corners(mesh);
+}
+
+bool write_tag(const QorTMesh&, const void* data, std::uint32_t tag, std::uint64_t size,
+               std::FILE* file) {
+    if (size > std::numeric_limits<std::uint32_t>::max()) {
+        tell_payload_failed(tag);
+        return false;
+    }
+    if (std::fwrite(&tag, sizeof tag, 1, file) != 1) {
+        std::fprintf(stderr, "Failed writing tag data [%d]\n", static_cast<int>(tag));
+        return false;
+    }
+    const std::uint32_t written_size = static_cast<std::uint32_t>(size);
+    if (std::fwrite(&written_size, sizeof written_size, 1, file) != 1) {
+        std::fprintf(stderr, "Failed writing tag data (%d)\n", static_cast<int>(tag));
+        return false;
+    }
+    if (std::fwrite(data, written_size, 1, file) != 1) {
+        tell_payload_failed(tag);
+        return false;
+    }
+    return true;
+}
+
+}  // namespace qor
