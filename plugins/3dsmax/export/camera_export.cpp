@@ -1,4 +1,98 @@
-#include "plugins/3dsmax/export/scene_exporter.h"
+#include <cstdint>
+#include <memory>
+#include <string>
 
-// Cameras don't reach the scene yet.
-void SceneExporter::ExportCamera(INode*) {}
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "model/fbx_animation.h"
+#include "model/light_camera.h"
+#include "model/light_viewset.h"
+#include "plugins/3dsmax/export/light_converter.h"
+#include "plugins/3dsmax/export/narrow_name.h"
+#include "plugins/3dsmax/export/scene_exporter.h"
+#include "plugins/3dsmax/export/scene_matrix.h"
+#include "plugins/3dsmax/export/truncated_int.h"
+
+namespace {
+
+constexpr float kPi = 3.1415927f;
+
+// Up to here a near plane is taken for one that nobody has set.
+constexpr float kLeastNearPlane = 1.0f;
+
+// What a camera doesn't set is zero.
+CameraState StateOf(CameraObject& camera, TimeValue t) {
+    CameraState state;
+    state.cbsize = sizeof state;
+    state.isOrtho = state.horzLine = state.manualClip = FALSE;
+    state.fov = state.tdist = 0;
+    state.hither = state.yon = 0;
+    state.nearRange = state.farRange = 0;
+    Interval valid = FOREVER;
+    camera.EvalCameraState(t, valid, &state);
+    return state;
+}
+
+// Four times the diagonal of the scene, in 32 bits: what doesn't fit wraps, so that a scene without
+// a box, whose diagonal is infinite, has the radius 0.
+int EnvironmentRadius(const Box3& scene_box) {
+    const float diagonal = (scene_box.pmax - scene_box.pmin).Length();
+    const auto whole = static_cast<std::uint32_t>(TruncateToInt(static_cast<double>(diagonal)));
+    return static_cast<int>(whole * 4u);
+}
+
+std::unique_ptr<qor::LightCamera> MakeCamera(const std::string& name,
+                                             const std::string& environment,
+                                             const Box3& scene_box) {
+    if (environment.empty()) {
+        return std::make_unique<qor::LightCamera>(name);
+    }
+    return std::make_unique<qor::LightViewset>(name, environment, EnvironmentRadius(scene_box));
+}
+
+// The host's angles are in radians.
+void SetLens(qor::LightCamera& camera, const CameraState& state) {
+    camera.set_fov(state.fov * 180.0f / kPi);
+    if (state.hither > kLeastNearPlane && state.manualClip) {
+        camera.set_clipping(state.hither, state.yon);
+    }
+}
+
+// Unlike a node's, the track of a camera holds whole matrices, one for every frame.
+std::shared_ptr<qor::Animation> SampleMotion(INode* node, const FrameTiming& timing) {
+    auto track =
+        std::make_shared<qor::FBXAnimation>("3ds_animation", 0.0f, timing.TrackDuration(), true);
+    timing.ForEachFrame([&](TimeValue t) {
+        track->add_key(timing.KeyTimestamp(t), ToSceneMatrix(node->GetNodeTM(t)));
+    });
+    return track;
+}
+
+}  // namespace
+
+// Place and aim are carried by the matrix alone, for cameras with a target as well: the host turns
+// their nodes towards it.
+void SceneExporter::ExportCamera(INode* node) {
+    Object* object = node->EvalWorldState(timing_.rangeStart, TRUE).obj;
+    if (object == nullptr) {
+        return;
+    }
+    const CameraState state = StateOf(*static_cast<CameraObject*>(object), timing_.time);
+    const std::unique_ptr<qor::LightCamera> camera =
+        MakeCamera(NarrowName(node->GetName()), lights_->environment(), scene_box_);
+
+    Interval valid = FOREVER;
+    Matrix3 matrix = node->GetNodeTM(timing_.time, &valid);
+    const bool animated = options_->CameraAnimations && !timing_.RangeIsWithin(valid);
+    if (!animated) {
+        matrix.Orthogonalize();
+        camera->set_transform(ToSceneMatrix(matrix));
+    }
+    camera->set_direction(0, 0, -1);
+    camera->set_up(0, 1, 0);
+    camera->set_position(0, 0, 0);
+    SetLens(*camera, state);
+    if (animated) {
+        camera->set_animation(SampleMotion(node, timing_));
+    }
+    scene_->emit(*camera);
+}

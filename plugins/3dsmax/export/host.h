@@ -7,14 +7,22 @@
 #include <max.h>
 // The others rely on max.h, and some on one another.
 // clang-format off
+#include <actiontable.h>
 #include <iparamb2.h>
+#include <icustattribcontainer.h>
+#include <custattrib.h>
+#include <genlight.h>
+#include <lslights.h>
+#include <splshape.h>
 #include <stdmat.h>
 #include <triobj.h>
 #include <MeshNormalSpec.h>
 #include <path.h>
 #include <bitmap.h>
 #include <AssetManagement/AssetType.h>
+#include <ISceneEventManager.h>
 #include <units.h>
+#include <maxscript/maxscript.h>
 // clang-format on
 #else
 #include "standins/host/sdk/max.h"

@@ -2,7 +2,77 @@
 
 #include <utility>
 
-LightConverter::LightConverter(std::shared_ptr<Qor::Options> options, Interface*)
-    : options_(std::move(options)) {}
+#include "model/black_body.h"
+#include "plugins/3dsmax/export/narrow_name.h"
 
-void LightConverter::Convert(INode*, qor::qorSceneapi_oo&, TimeValue) {}
+namespace {
+
+constexpr Class_ID kSkyLightClass(0x7BF61478, 0x522E4705);
+constexpr Class_ID kOmniLightClass(OMNI_LIGHT_CLASS_ID, 0);
+
+}  // namespace
+
+LightConverter::LightConverter(std::shared_ptr<Qor::Options> options, Interface* host)
+    : options_(std::move(options)), host_(host) {}
+
+void LightConverter::Convert(INode* node, qor::qorSceneapi_oo& scene, TimeValue time) {
+    const ObjectState state = node->EvalWorldState(time, TRUE);
+    const std::string name = NarrowName(node->GetName());
+    const Job job = {scene, time, name, name + std::to_string(light_count_)};
+    ++light_count_;
+
+    if (state.obj == nullptr) {
+        return;
+    }
+    if (state.obj->IsSubClassOf(LIGHTSCAPE_LIGHT_CLASS)) {
+        ConvertPhotometricLight(static_cast<LightscapeLight&>(*state.obj), job);
+    } else {
+        ConvertStandardLight(*state.obj, job);
+    }
+}
+
+void LightConverter::ConvertPhotometricLight(LightscapeLight& light, const Job& job) {
+    struct Kind {
+        int type;
+        void (LightConverter::*convert)(LightscapeLight&, const Job&);
+    };
+    static constexpr Kind kKinds[] = {
+        {LightscapeLight::TARGET_POINT_TYPE, &LightConverter::ConvertPointLight},
+        {LightscapeLight::POINT_TYPE, &LightConverter::ConvertPointLight},
+        {LightscapeLight::TARGET_AREA_TYPE, &LightConverter::ConvertPolygonLight},
+        {LightscapeLight::AREA_TYPE, &LightConverter::ConvertPolygonLight},
+        {LightscapeLight::SPHERE_TYPE, &LightConverter::ConvertSphereLight},
+        {LightscapeLight::CYLINDER_TYPE, &LightConverter::ConvertRingLight},
+    };
+
+    if (!options_->PhotometricLights) {
+        return;
+    }
+    const int type = light.Type();
+    for (const Kind& kind : kKinds) {
+        if (kind.type == type) {
+            (this->*kind.convert)(light, job);
+            return;
+        }
+    }
+}
+
+void LightConverter::ConvertStandardLight(Object& object, const Job& job) {
+    if (options_->SkyLights && object.CanConvertToType(kSkyLightClass)) {
+        ConvertSkyLight(object, job.time);
+        return;
+    }
+    if (!object.CanConvertToType(kOmniLightClass)) {
+        return;
+    }
+    // What can become an omni light need not be a light with a type.
+    auto* const light = dynamic_cast<GenLight*>(&object);
+    if (light != nullptr && light->Type() == OMNI_LIGHT) {
+        ConvertOmniLight(*light, job);
+    }
+}
+
+Point3 LightConverter::KelvinToColor(LightscapeLight& light, TimeValue time) {
+    const qorColor color = qor::BlackbodyColor(light.GetKelvin(time));
+    return Point3(color.r, color.g, color.b);
+}

@@ -1,4 +1,56 @@
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "importers/sceneapi/dev/repeat_link_factory.h"
+#include "platform/message_box.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
-// There is no link to a running renderer yet.
-void SceneExporter::ExportOverLink(const std::string&) {}
+namespace {
+
+// The renderer that this exporter's scenes are made for.
+constexpr int kRendererVersion = 11;
+
+// In the flags of the root group: the scene comes over a link, and it is a whole one, which takes
+// the place of what the renderer has.
+constexpr std::uint32_t kLinkFlag = 0x8000;
+constexpr std::uint32_t kWholeSceneFlag = 0x400;
+
+}  // namespace
+
+// Whatever goes wrong on the way to the renderer and with it is told alike.
+void SceneExporter::ExportOverLink(const std::string& path) {
+    auto link = std::make_unique<qor::RepeatLinkFactory>();
+    link->set_min_version(kRendererVersion);
+    link->set_max_version(kRendererVersion);
+    link->set_scene_name(path);
+    link->set_connect_any(true);
+    factory_ = std::move(link);
+
+    bool sent = false;
+    try {
+        sent = SendOverLink();
+    } catch (...) {
+        sent = false;
+    }
+    if (!sent) {
+        platform::show_message_box(
+            host_->GetMAXHWnd(),
+            "Could not connect to a existing Velmora instance or launch a new.", "Error",
+            platform::kMessageBoxError);
+    }
+    scene_.reset();
+    factory_.reset();
+}
+
+// False if there is no renderer to be had.
+bool SceneExporter::SendOverLink() {
+    scene_ = std::make_unique<qor::qorSceneapi_oo>(*factory_);
+    if (scene_->get_api() == nullptr) {
+        return false;
+    }
+    ExportPass(!update_, true, update_ ? kLinkFlag : kLinkFlag | kWholeSceneFlag);
+    return true;
+}

@@ -6,17 +6,6 @@
 #include "plugins/3dsmax/export/scene_exporter.h"
 #include "plugins/3dsmax/export/scope_guard.h"
 
-namespace {
-
-const Class_ID kTriangleObject(TRIOBJ_CLASS_ID, 0);
-
-const Class_ID kBoneObject(0x28bf6e8d, 0x2ecca840);
-
-// Geometry that only its own plug-in can render.
-const Class_ID kExcludedObject(0x608b1c8f, 0x2f0b0d2d);
-
-}  // namespace
-
 // True if the node was handled as a mesh, also where a part of it came to nothing.
 bool SceneExporter::ExportMesh(INode* node) {
     if (!NodeIsWanted(node)) {
@@ -32,8 +21,7 @@ bool SceneExporter::ExportMesh(INode* node) {
     state.obj->GetWorldBoundBox(timing_.time, node, host_->GetActiveViewExp().ToPointer(), box);
     scene_box_ += box;
 
-    const Class_ID class_id = state.obj->ClassID();
-    if ((!options_->Bones && class_id == kBoneObject) || class_id == kExcludedObject) {
+    if (IsLeftOutAsMesh(state.obj->ClassID(), *options_)) {
         return false;
     }
 

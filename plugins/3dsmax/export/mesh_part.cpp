@@ -5,6 +5,12 @@
 #include "model/triangle_object.h"
 #include "plugins/3dsmax/export/material_table.h"
 
+bool IsLeftOutAsMesh(const Class_ID& class_id, const Qor::Options& options) {
+    const Class_ID bone(0x28bf6e8d, 0x2ecca840);
+    const Class_ID excluded(0x608b1c8f, 0x2f0b0d2d);
+    return (!options.Bones && class_id == bone) || class_id == excluded;
+}
+
 bool UsesItsOwnVertices(const Mesh& mesh) {
     DWORD highest = 0;
     for (int f = 0; f < mesh.numFaces; ++f) {

@@ -4,6 +4,7 @@
 
 #include "model/triangle_arrays.h"
 #include "plugins/3dsmax/export/host.h"
+#include "plugins/3dsmax/export/options.h"
 #include "plugins/3dsmax/export/vertex_key_table.h"
 #include "plugins/3dsmax/export/vertex_normal.h"
 
@@ -12,6 +13,13 @@ class TriangleObject;
 }  // namespace qor
 
 class MaterialTable;
+
+/// The class of the host's triangle objects.
+inline const Class_ID kTriangleObject(TRIOBJ_CLASS_ID, 0);
+
+/// Whether objects of that class go into no scene: bones if they aren't wanted, and geometry that
+/// only its own plug-in can render.
+bool IsLeftOutAsMesh(const Class_ID& class_id, const Qor::Options& options);
 
 /// Whether every face uses vertices that the mesh has.
 bool UsesItsOwnVertices(const Mesh& mesh);

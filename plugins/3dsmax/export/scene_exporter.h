@@ -47,7 +47,9 @@ private:
     // The roads of a run.
     void ExportFile(const std::string& path);
     void ExportAnimation(const std::string& path);
+    void ExportFrame(TimeValue t, const std::string& path);
     void ExportOverLink(const std::string& path);
+    bool SendOverLink();
     void OpenFile(const std::string& path);
     void CloseFile();
     void ExportPass(bool adjust_camera, bool adjust_environment, std::uint32_t scene_flags);

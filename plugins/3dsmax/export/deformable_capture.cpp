@@ -1,0 +1,132 @@
+#include "plugins/3dsmax/export/deformable_capture.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+
+#include "model/deformable_triangle_animation.h"
+#include "model/triangle_object.h"
+#include "plugins/3dsmax/export/material_table.h"
+#include "plugins/3dsmax/export/mesh_part.h"
+#include "plugins/3dsmax/export/narrow_name.h"
+#include "plugins/3dsmax/export/scope_guard.h"
+
+namespace {
+
+// The folder among the renderer's animations in which libraries of this plug-in lie.
+constexpr char kLibraryFolder[] = "3ds max";
+
+// Captures frame after frame into the animations of a node's parts.
+class DeformableRecorder {
+public:
+    DeformableRecorder(INode* node, const FrameTiming& timing, const Qor::Options& options,
+                       MeshPartBuilder& parts)
+        : node_(node),
+          name_(NarrowName(node->GetName())),
+          timing_(timing),
+          options_(options),
+          parts_(parts) {}
+
+    void CaptureFrame(TimeValue t, int frame);
+    DeformableCapture Finish();
+
+private:
+    void CapturePart(int part, int frame, TimeValue t, const MaterialTable& table,
+                     const Matrix3& node_from_object);
+    std::shared_ptr<qor::DeformableTriangleAnimation> MakeAnimation() const;
+
+    INode* node_;
+    std::string name_;
+    const FrameTiming& timing_;
+    const Qor::Options& options_;
+    MeshPartBuilder& parts_;
+    Mesh mesh_;  // of the frame under way; its storage serves for all frames
+    std::shared_ptr<qor::TriangleObject> object_ = std::make_shared<qor::TriangleObject>("temp");
+    std::map<int, std::shared_ptr<qor::DeformableTriangleAnimation>> animations_;  // by part
+    DeformableCapture result_;
+};
+
+// A frame in which the node has no mesh leaves a gap in the numbers, and nothing else.
+void DeformableRecorder::CaptureFrame(TimeValue t, int frame) {
+    Object* object = node_->EvalWorldState(t, TRUE).obj;
+    if (object == nullptr || object->SuperClassID() != GEOMOBJECT_CLASS_ID ||
+        IsLeftOutAsMesh(object->ClassID(), options_) ||
+        !object->CanConvertToType(kTriangleObject)) {
+        return;
+    }
+    Object* converted = object->ConvertToType(t, kTriangleObject);
+    if (converted == nullptr) {
+        return;
+    }
+    const ScopeGuard deletes_temporary([object, converted] {
+        if (converted != object) {
+            converted->DeleteMe();
+        }
+    });
+    mesh_ = static_cast<TriObject*>(converted)->GetMesh();
+    if (mesh_.numVerts < 1 || mesh_.numFaces < 1) {
+        return;
+    }
+    if (!UsesItsOwnVertices(mesh_)) {
+        result_.has_broken_frames = true;
+        return;
+    }
+
+    const MaterialTable table = make_material_table(mesh_, node_, t);
+    parts_.begin(mesh_, table);
+    const Matrix3 world_from_object = node_->GetObjTMAfterWSM(t);
+    const Matrix3 node_from_object = world_from_object * Inverse(node_->GetNodeTM(t));
+    for (int part = 0; part < table.slot_count() && parts_.has_part(part); ++part) {
+        CapturePart(part, frame, t, table, node_from_object);
+    }
+}
+
+void DeformableRecorder::CapturePart(int part, int frame, TimeValue t, const MaterialTable& table,
+                                     const Matrix3& node_from_object) {
+    if (!parts_.build(part, node_from_object, *object_)) {
+        result_.has_broken_coordinates = true;
+    }
+    std::shared_ptr<qor::DeformableTriangleAnimation>& animation = animations_[part];
+    const bool is_new = animation == nullptr;
+    if (is_new) {
+        animation = MakeAnimation();
+    }
+    animation->add_frame({object_, frame});
+    animation->add_timestamp(timing_.FrameKeyTime(t));
+    if (is_new) {
+        animation->set_material(table.entry(part)->material);
+    }
+    parts_.keep_storage_of(*object_);
+}
+
+std::shared_ptr<qor::DeformableTriangleAnimation> DeformableRecorder::MakeAnimation() const {
+    auto animation = std::make_shared<qor::DeformableTriangleAnimation>(
+        name_, 0.0f, timing_.TrackDuration(), "", kLibraryFolder);
+    animation->reserve_frames(static_cast<std::size_t>(std::max(timing_.FrameCount(), 1.0f)));
+    return animation;
+}
+
+DeformableCapture DeformableRecorder::Finish() {
+    for (const auto& [part, animation] : animations_) {
+        animation->write_library();
+        result_.animations.push_back(animation);
+    }
+    return std::move(result_);
+}
+
+}  // namespace
+
+DeformableCapture CaptureDeformable(INode* node, const FrameTiming& timing, Interface* host,
+                                    const Qor::Options& options, MeshPartBuilder& parts) {
+    DeformableRecorder recorder(node, timing, options, parts);
+    int frame = 0;
+    bool cancelled = false;
+    timing.ForEachFrame([&](TimeValue t) {
+        cancelled = cancelled || host->GetCancel();
+        if (!cancelled) {
+            recorder.CaptureFrame(t, frame);
+            ++frame;
+        }
+    });
+    return recorder.Finish();
+}

@@ -1,0 +1,133 @@
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "importers/sceneapi/dev/parameter_codes.h"
+#include "importers/sceneapi/dev/qorscene_api.h"
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "model/euler_matrix.h"
+#include "plugins/3dsmax/export/asset_files.h"
+#include "plugins/3dsmax/export/light_converter.h"
+#include "plugins/3dsmax/export/light_lumens.h"
+#include "plugins/3dsmax/export/truncated_int.h"
+
+namespace {
+
+// Parameters of the block `PB_WEB`; the rotations are in degrees.
+constexpr ParamID kWebFile = 0;
+constexpr ParamID kWebRotationX = 1;
+constexpr ParamID kWebRotationY = 2;
+constexpr ParamID kWebRotationZ = 3;
+
+// How a light spreads its power by a measured distribution.
+struct Web {
+    std::string file;
+    qorMatrix rotation;
+};
+
+bool ends_in_ies(const std::wstring& file) {
+    constexpr wchar_t kEnding[] = {L'i', L'e', L's'};
+    constexpr size_t kLength = 3;
+    if (file.size() < kLength) {
+        return false;
+    }
+    const wchar_t* unit = &file[file.size() - kLength];
+    for (const wchar_t small_letter : kEnding) {
+        if ((*unit++ | 0x20) != small_letter) {  // the bit apart from the capital
+            return false;
+        }
+    }
+    return true;
+}
+
+// None unless the light has a web and the host finds its file.
+std::optional<Web> find_web(LightscapeLight& light, Interface* host) {
+    if (light.GetDistribution() != LightscapeLight::WEB_DIST) {
+        return std::nullopt;
+    }
+    IParamBlock2* const params = light.GetParamBlockByID(LightscapeLight::PB_WEB);
+    const MCHAR* const name = params == nullptr ? nullptr : params->GetStr(kWebFile, 0, 0);
+    if (name == nullptr || !ends_in_ies(name)) {
+        return std::nullopt;
+    }
+    const std::wstring file = FindAssetFile(host, MaxSDK::AssetManagement::kPhotometricAsset, name);
+    if (file.empty()) {
+        return std::nullopt;
+    }
+    const MSTR host_text(file.c_str());
+    const auto narrow = host_text.ToCStr();
+    const auto degrees = [params](ParamID id) {
+        return static_cast<double>(params->GetFloat(id, 0, 0));
+    };
+    return Web{narrow.data(), qor::EulerMatrix(degrees(kWebRotationX) + 90.0,
+                                               degrees(kWebRotationY), degrees(kWebRotationZ))};
+}
+
+// The renderer takes light from surfaces only: a triangle without area carries the shader. The
+// caller writes the shader next, then ends the carrier.
+void begin_carrier(qor::qorSceneapi_oo& scene, const std::string& material) {
+    std::vector<float> vertices;
+    for (int i = 0; i < 3; ++i) {
+        vertices.insert(vertices.end(), 3, static_cast<float>(i * 0.001));
+    }
+    qorScene_api& api = *scene.get_api();
+    api.begin_geometry("triangles");
+    scene.set_vec3_array("vertices", vertices);
+    scene.set_array("triangles", std::vector<int>{0, 1, 2});
+    api.end_geometry();
+    api.begin_material(material.c_str(), true);
+}
+
+void end_carrier(qorScene_api& api) {
+    const qorShaderHandle shader = api.current_shader();
+    api.assign_shader(shader_kind::kSurface, shader);
+    api.end_material();
+    api.end_object();
+}
+
+void write_point_shader(qor::qorSceneapi_oo& scene, bool in_lumen, float power,
+                        const Point3& color) {
+    qorScene_api& api = *scene.get_api();
+    api.begin_shader(nullptr, "qor_point_light");
+    scene.set_parameter("lumen", in_lumen);
+    scene.set_parameter("power", TruncateToInt(power));
+    scene.set_parameter("color", qorColor{color.x, color.y, color.z});
+    api.end_shader();
+}
+
+void write_ies_shader(qor::qorSceneapi_oo& scene, const std::string& file) {
+    qorScene_api& api = *scene.get_api();
+    api.begin_shader(nullptr, "qor_ies_light");
+    scene.set_parameter("file", file);
+    api.end_shader();
+}
+
+}  // namespace
+
+void LightConverter::ConvertOmniLight(GenLight& light, const Job& job) {
+    const float power = light.GetIntensity(job.time);
+    const Point3 color = light.GetRGBColor(0) / 255.0f;
+
+    qorScene_api& api = *job.scene.get_api();
+    api.begin_object(job.name.c_str(), true);
+    begin_carrier(job.scene, job.unique);
+    write_point_shader(job.scene, false, power, color);
+    end_carrier(api);
+}
+
+void LightConverter::ConvertPointLight(LightscapeLight& light, const Job& job) {
+    const std::optional<Web> web = find_web(light, host_);
+
+    qorScene_api& api = *job.scene.get_api();
+    api.begin_object(job.name.c_str(), true);
+    if (web) {
+        api.transform(web->rotation);
+    }
+    begin_carrier(job.scene, job.unique);
+    if (web) {
+        write_ies_shader(job.scene, web->file);
+    } else {
+        write_point_shader(job.scene, true, LightLumens(light, 0), KelvinToColor(light, job.time));
+    }
+    end_carrier(api);
+}

@@ -1,0 +1,41 @@
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "plugins/3dsmax/export/light_converter.h"
+#include "plugins/3dsmax/export/texture_baking.h"
+
+namespace {
+
+constexpr ParamID kSkyMap = 2;
+
+// Null for a reference to anything else.
+IParamBlock2* as_param_block(ReferenceTarget* reference) {
+    if (reference == nullptr || reference->SuperClassID() != PARAMETER_BLOCK2_CLASS_ID) {
+        return nullptr;
+    }
+    return dynamic_cast<IParamBlock2*>(reference);
+}
+
+}  // namespace
+
+// A colour or a drawn map makes no environment.
+void LightConverter::ConvertSkyLight(Object& light, TimeValue time) {
+    for (int i = 0; i < light.NumRefs(); ++i) {
+        IParamBlock2* const params = as_param_block(light.GetReference(i));
+        if (params == nullptr) {
+            continue;
+        }
+        Texmap* map = nullptr;
+        Interval valid = FOREVER;
+        params->GetValue(kSkyMap, 0, map, valid, 0);
+        if (map == nullptr || !is_bitmap_texmap(map)) {
+            return;
+        }
+        std::optional<std::string> file = bitmap_file(*static_cast<BitmapTex*>(map), time);
+        if (!file) {
+            return;
+        }
+        environment_ = std::move(*file);
+    }
+}
