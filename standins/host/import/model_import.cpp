@@ -20,10 +20,18 @@
 #include <assimp/scene.h>
 #include <assimp/Importer.hpp>
 
+#include "standins/host/import/animation_import.h"
+#include "standins/host/import/camera_import.h"
 #include "standins/host/import/deep_stack.h"
+#include "standins/host/import/held_objects.h"
+#include "standins/host/import/light_import.h"
 #include "standins/host/import/material_import.h"
+#include "standins/host/import/matrix_conversion.h"
+#include "standins/host/import/mend_3ds_scene.h"
 #include "standins/host/import/mesh_import.h"
+#include "standins/host/import/model_reader.h"
 #include "standins/host/import/model_unit.h"
+#include "standins/host/import/node_index.h"
 #include "standins/host/import/off_file_check.h"
 #include "standins/host/import/up_axis.h"
 #include "standins/host/memory/host_text.h"
@@ -129,24 +137,6 @@ std::string name_of(const aiNode& node) {
     return node.mName.C_Str();
 }
 
-// Assimp has column vectors, its rows lie beside one another in memory.
-Matrix3 parent_from_node(const aiNode& node) {
-    const aiMatrix4x4& m = node.mTransformation;
-    return Matrix3({m.a1, m.b1, m.c1}, {m.a2, m.b2, m.c2}, {m.a3, m.b3, m.c3}, {m.a4, m.b4, m.c4});
-}
-
-bool is_identity(const Matrix3& matrix) {
-    const Matrix3 identity;
-    for (int row = 0; row < 4; ++row) {
-        for (int column = 0; column < 3; ++column) {
-            if (matrix.GetRow(row)[column] != identity.GetRow(row)[column]) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
 // True for a root that assimp made to have one, by the names that its readers give it: none,
 // "ROOT", "RootNode", or something in angle brackets.
 bool is_wrapper(const aiNode& root) {
@@ -156,27 +146,46 @@ bool is_wrapper(const aiNode& root) {
     return is_made_up && root.mNumMeshes == 0;
 }
 
-// Adds a model's nodes to a scene, with their meshes and materials. Nodes that show the same meshes
-// share one object.
+// Adds a model's nodes to a scene: places, meshes with their materials, cameras and lights. Nodes
+// that show the same meshes share one object.
 class NodeImport {
 public:
-    NodeImport(const aiScene& model, ModelMaterials& materials, SceneBuilder& scene)
-        : model_(model), materials_(materials), scene_(scene) {}
+    NodeImport(const aiScene& model, ModelMaterials& materials, SceneBuilder& scene,
+               std::vector<std::string>& warnings)
+        : model_(model), materials_(materials), scene_(scene) {
+        const NodeIndex nodes(model);
+        animation_.emplace(model, nodes, warnings);
+        import_cameras(model, nodes, held_, warnings);
+        import_lights(model, nodes, held_, warnings);
+    }
 
-    void fill(const NodeBuilder& builder, const aiNode& node);
-    void add_below(const NodeBuilder& top, const aiNode& top_node);
+    void add_all();
 
 private:
+    // A node whose children are still to be added. A camera or a light can have the node's matrix
+    // differ from the file's; the children of the file's node then come back by `own_from_file`.
+    struct Placed {
+        NodeBuilder builder;
+        const aiNode* node;
+        Matrix3 own_from_file;
+    };
+
     struct Content {
         std::shared_ptr<MeshObject> object;
         Mtl* material = nullptr;
     };
 
+    bool is_bare(const aiNode& node) const;
     Content content_of(const aiNode& node);
+    bool show_meshes(const NodeBuilder& builder, const aiNode& node);
+    Placed add(const NodeBuilder& builder, const aiNode& node, const Matrix3& parent_from_file);
+    void add_below(const Placed& top);
 
     const aiScene& model_;
     ModelMaterials& materials_;
     SceneBuilder& scene_;
+    std::optional<ModelAnimation> animation_;
+    HeldObjects held_;
     std::map<std::vector<unsigned>, Content> contents_;  // by the numbers of the meshes
 };
 
@@ -216,9 +225,10 @@ NodeImport::Content NodeImport::content_of(const aiNode& node) {
     return content;
 }
 
-void NodeImport::fill(const NodeBuilder& builder, const aiNode& node) {
+// False if the node has nothing to show.
+bool NodeImport::show_meshes(const NodeBuilder& builder, const aiNode& node) {
     if (node.mNumMeshes == 0) {
-        return;
+        return false;
     }
     const std::vector<unsigned> key(node.mMeshes, node.mMeshes + node.mNumMeshes);
     auto known = contents_.find(key);
@@ -232,15 +242,39 @@ void NodeImport::fill(const NodeBuilder& builder, const aiNode& node) {
     if (content.material) {
         builder.material(*content.material);
     }
+    return content.object != nullptr;
+}
+
+// A node has one object. Where a mesh or a camera is in the way, a camera or a light gets a node of
+// its own below; else the node is turned and moved to where its object has to be.
+NodeImport::Placed NodeImport::add(const NodeBuilder& builder, const aiNode& node,
+                                   const Matrix3& parent_from_file) {
+    bool is_taken = show_meshes(builder, node);
+    Matrix3 file_from_own;
+    Matrix3 own_from_file;
+    if (const auto held = held_.find(&node); held != held_.end()) {
+        for (const HeldObject& object : held->second) {
+            if (is_taken) {
+                builder.child(object.name)
+                    .transform(object.node_from_object * own_from_file)
+                    .object(object.object);
+                continue;
+            }
+            builder.object(object.object);
+            is_taken = true;
+            if (!is_identity(object.node_from_object)) {
+                file_from_own = object.node_from_object;
+                own_from_file = Inverse(file_from_own);
+            }
+        }
+    }
+    builder.node().set_local_transform(animation_->place(node, file_from_own, parent_from_file));
+    return {builder, &node, own_from_file};
 }
 
 // A file can nest its nodes thousands deep, so the tree is walked with a list of what is left.
-void NodeImport::add_below(const NodeBuilder& top, const aiNode& top_node) {
-    struct Placed {
-        const aiNode* node;
-        NodeBuilder builder;
-    };
-    std::vector<Placed> left = {{&top_node, top}};
+void NodeImport::add_below(const Placed& top) {
+    std::vector<Placed> left = {top};
     while (!left.empty()) {
         const Placed parent = left.back();
         left.pop_back();
@@ -250,10 +284,25 @@ void NodeImport::add_below(const NodeBuilder& top, const aiNode& top_node) {
                 continue;  // some readers count more children than they make
             }
             const NodeBuilder builder = parent.builder.child(name_of(*child));
-            builder.transform(parent_from_node(*child));
-            fill(builder, *child);
-            left.push_back({child, builder});
+            left.push_back(add(builder, *child, parent.own_from_file));
         }
+    }
+}
+
+// True for a node that has nothing but children and stays in its place.
+bool NodeImport::is_bare(const aiNode& node) const {
+    return node.mNumMeshes == 0 && !animation_->animates(node) && held_.count(&node) == 0;
+}
+
+void NodeImport::add_all() {
+    animation_->set_range(scene_);
+    const aiNode& root = *model_.mRootNode;
+    const Matrix3 turn = scene_from_model(model_);
+    if (is_wrapper(root) && is_bare(root) &&
+        is_identity(host_matrix(root.mTransformation) * turn)) {
+        add_below({NodeBuilder(scene_.host().root()), &root, Matrix3()});
+    } else {
+        add_below(add(scene_.node(name_of(root)), root, turn));
     }
 }
 
@@ -282,19 +331,14 @@ void read_model(const std::string& path_utf8, SceneBuilder& scene,
     split_polygons(importer, path_utf8);
 
     const fs::path path = fs::u8path(path_utf8);
+    if (reader_of(model) == k3dsReader) {
+        mend_3ds_scene(model, path);
+    }
     if (const std::optional<int> unit = unit_of_model(model, path.extension().u8string())) {
         scene.unit(*unit);
     }
     ModelMaterials materials(model, path.parent_path(), scene, warnings);
-    NodeImport nodes(model, materials, scene);
-    const Matrix3 scene_from_root = parent_from_node(root) * scene_from_model(model);
-    if (is_wrapper(root) && is_identity(scene_from_root)) {
-        nodes.add_below(NodeBuilder(scene.host().root()), root);
-    } else {
-        const NodeBuilder top = scene.node(name_of(root)).transform(scene_from_root);
-        nodes.fill(top, root);
-        nodes.add_below(top, root);
-    }
+    NodeImport(model, materials, scene, warnings).add_all();
 }
 
 }  // namespace

@@ -8,8 +8,11 @@
 namespace memhost {
 
 /// Reads a model file of any format that assimp knows and adds its nodes to `scene`: names,
-/// hierarchy and places, meshes and materials, in the order of the file. The meshes of a node
-/// become one, with the materials in the order of their first use.
+/// hierarchy and places, meshes and materials, cameras and point lights, in the order of the file.
+/// The meshes of a node become one, with the materials in the order of their first use.
+///
+/// Nodes move as the first animation of the file has them, and the animation range becomes that
+/// animation's, in frames of the length that `scene` has before. Without one the range stays.
 ///
 /// The host's Z is up, so the top nodes are turned where the file's is another axis; the places
 /// below are the file's own. The scene's unit becomes the file's where the format or the file tells

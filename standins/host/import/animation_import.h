@@ -1,0 +1,43 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <assimp/scene.h>
+
+#include "standins/host/import/node_index.h"
+#include "standins/host/import/node_motion.h"
+#include "standins/host/memory/local_transform.h"
+#include "standins/host/memory/scene_builder.h"
+
+namespace memhost {
+
+/// The motion that a model file gives to its nodes. Of several animations, which are takes of the
+/// same nodes, it is that of the first one that moves nodes.
+class ModelAnimation {
+public:
+    /// `warnings` gets a line for each kind of thing that is left out.
+    ModelAnimation(const aiScene& model, const NodeIndex& nodes,
+                   std::vector<std::string>& warnings);
+
+    bool animates(const aiNode& node) const { return motions_.count(&node) != 0; }
+
+    /// The node's place in its parent's space over time, with a transform applied before it and
+    /// another one after it.
+    LocalTransform place(const aiNode& node, const Matrix3& before, const Matrix3& after) const;
+
+    /// Makes the animation range of `scene` go from frame 0 to the last key, in whole frames of the
+    /// scene's length. It stays what it is if the file has no keys past time 0.
+    void set_range(SceneBuilder& scene) const;
+
+private:
+    void read(const aiAnimation& animation, const NodeIndex& nodes, double file_ticks_per_second,
+              std::vector<std::string>& warnings);
+
+    std::map<const aiNode*, std::shared_ptr<const NodeMotion>> motions_;
+    double end_seconds_ = 0;
+};
+
+}  // namespace memhost
