@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 
 namespace platform {
@@ -17,6 +19,22 @@ struct CloseStream {
 /// True if something, file or folder, has that path. The separator may be "\\" on every system, as
 /// the host's own folders have it.
 bool path_exists(const std::string& path_utf8);
+
+/// True for a folder; the separator may be "\\" as well.
+bool is_folder(const std::string& path_utf8);
+
+/// Makes a folder in one that exists. False if that fails, also where it is there already.
+bool create_folder(const std::string& path_utf8);
+
+/// In bytes. Nothing if there is no such file.
+std::optional<std::uint64_t> file_size(const std::string& path_utf8);
+
+/// What stands between the parts of a path that is made here.
+#ifdef _WIN32
+constexpr char kSeparator = '\\';
+#else
+constexpr char kSeparator = '/';
+#endif
 
 /// A stream of its own on the process's standard output, for writing bytes. Null on failure, with
 /// the reason in `errno`. The caller closes it.

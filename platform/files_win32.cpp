@@ -15,6 +15,23 @@ bool path_exists(const std::string& path_utf8) {
     return _waccess(wide_from_utf8(path_utf8).c_str(), 0) == 0;
 }
 
+bool is_folder(const std::string& path_utf8) {
+    const DWORD attributes = GetFileAttributesW(wide_from_utf8(path_utf8).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool create_folder(const std::string& path_utf8) {
+    return CreateDirectoryW(wide_from_utf8(path_utf8).c_str(), nullptr) != 0;
+}
+
+std::optional<std::uint64_t> file_size(const std::string& path_utf8) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(wide_from_utf8(path_utf8).c_str(), GetFileExInfoStandard, &data)) {
+        return std::nullopt;
+    }
+    return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+}
+
 std::FILE* duplicate_standard_output() {
     const int descriptor = _dup(1);
     std::FILE* stream = descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");

@@ -2,9 +2,10 @@
 
 namespace platform {
 
-std::optional<std::string> RegistryKey::read_text(const std::string& name) const {
+std::optional<std::string> RegistryKey::read_text(const std::string& name,
+                                                  std::size_t buffer_size) const {
     const std::optional<RegistryValue> value = read(name);
-    if (!value || value->type != RegistryType::kText) {
+    if (!value || value->type != RegistryType::kText || value->size > buffer_size) {
         return std::nullopt;
     }
     return value->text;

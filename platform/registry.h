@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +20,7 @@ struct RegistryValue {
     RegistryType type;
     std::string text;          ///< UTF-8, without the terminator; of `kText` only
     std::uint32_t number = 0;  ///< of `kNumber` only
+    std::size_t size = 0;  ///< in bytes as stored, of a text in 16-bit units with its terminator
 };
 
 /// One registry key, open for reading until the object goes.
@@ -37,8 +40,11 @@ public:
     /// Nothing if the key has no value of that name.
     std::optional<RegistryValue> read(const std::string& name) const;
 
-    /// The value of that name if it is a text.
-    std::optional<std::string> read_text(const std::string& name) const;
+    /// The value of that name if it is a text that fits a buffer of that many bytes as it is
+    /// stored.
+    std::optional<std::string> read_text(
+        const std::string& name,
+        std::size_t buffer_size = std::numeric_limits<std::size_t>::max()) const;
 
 private:
     struct State;

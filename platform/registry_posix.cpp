@@ -44,15 +44,28 @@ std::optional<std::string> take_quoted(std::string& line) {
     return std::nullopt;
 }
 
+// A character takes one unit of 16 bits, those of four bytes two, and the terminator one more.
+std::size_t stored_size(const std::string& text_utf8) {
+    std::size_t units = 1;
+    for (const char c : text_utf8) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool continues = (byte & 0xc0) == 0x80;
+        units += continues ? 0 : byte >= 0xf0 ? 2 : 1;
+    }
+    return units * 2;
+}
+
 // The right side of a value's line, or nothing for a form that nobody here asks for.
 std::optional<RegistryValue> parse_value(std::string text) {
     if (std::optional<std::string> quoted = take_quoted(text)) {
-        return RegistryValue{RegistryType::kText, std::move(*quoted), 0};
+        const std::size_t size = stored_size(*quoted);
+        return RegistryValue{RegistryType::kText, std::move(*quoted), 0, size};
     }
     const std::string number_mark = "dword:";
     if (text.compare(0, number_mark.size(), number_mark) == 0) {
         const unsigned long number = std::strtoul(text.c_str() + number_mark.size(), nullptr, 16);
-        return RegistryValue{RegistryType::kNumber, {}, static_cast<std::uint32_t>(number)};
+        return RegistryValue{
+            RegistryType::kNumber, {}, static_cast<std::uint32_t>(number), sizeof(std::uint32_t)};
     }
     return std::nullopt;
 }

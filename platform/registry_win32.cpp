@@ -44,7 +44,7 @@ std::optional<RegistryValue> RegistryKey::read(const std::string& name) const {
         return std::nullopt;
     }
 
-    RegistryValue value{static_cast<RegistryType>(type), {}, 0};
+    RegistryValue value{static_cast<RegistryType>(type), {}, 0, size};
     if (type == REG_SZ) {
         // The stored text need not be terminated, and what stands behind a terminator is no part
         // of it.

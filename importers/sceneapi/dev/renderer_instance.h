@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace qor {
+
+/// A running renderer.
+struct RendererInstance {
+    std::int32_t version_major = 0;  ///< 0 in an empty record
+    std::int32_t version_minor = 0;
+    std::int64_t process_id = 0;
+    std::int32_t livelink_port = 0;
+};
+
+/// The instances that an XML text lists, in its order, of those whose major version lies between
+/// the two. None if `xml` is null or isn't well-formed.
+std::vector<RendererInstance> ReadInstances(const char* xml, int min_version, int max_version);
+
+}  // namespace qor

@@ -1,0 +1,151 @@
+#include "importers/sceneapi/dev/repeat_link_factory.h"
+
+#include <chrono>
+#include <thread>
+
+#include "importers/sceneapi/dev/installation.h"
+#include "importers/sceneapi/dev/live_library.h"
+#include "importers/sceneapi/dev/qorscene_api.h"
+#include "importers/sceneapi/dev/scene_tree_search.h"
+#include "importers/sceneapi/dev/velmoralive_loader.h"
+
+namespace qor {
+
+namespace {
+
+// The versions whose ports are tried where no renderer is known.
+constexpr int kMinPortVersion = 5;
+constexpr int kMaxPortVersion = 20;
+
+// The third argument of a connection: to a port that may be anybody's, and to a known renderer.
+constexpr std::int32_t kSweepArgument = 1;
+constexpr std::int32_t kKnownArgument = 4;
+
+bool is_found(const RendererInstance& instance) {
+    return instance.version_major != 0;
+}
+
+// Of equal versions the first one stays.
+void keep_newer(RendererInstance& best, const RendererInstance& candidate) {
+    if (candidate.version_major > best.version_major) {
+        best = candidate;
+    }
+}
+
+}  // namespace
+
+qorScene_api* RepeatLinkFactory::get_api() {
+    error_.clear();
+    std::string reason;
+    if (api_ == nullptr && !connect(reason)) {
+        error_ = "Failed to connect. " + reason;
+    }
+    return api_;
+}
+
+bool RepeatLinkFactory::connect(std::string& reason) {
+    live_library::QueryApi* query = qor_get_query_api(min_version_, max_version_);
+    if (query == nullptr) {
+        reason = "Could not get a query api. Please check your Velmora installation.\n";
+        return false;
+    }
+    return attach(find_or_launch(*query, reason), reason);
+}
+
+// An empty record if there is no renderer, or none that has come up in time.
+RendererInstance RepeatLinkFactory::find_or_launch(live_library::QueryApi& query,
+                                                   std::string& reason) {
+    RendererInstance instance = choose_instance(query);
+    if (is_found(instance)) {
+        return instance;
+    }
+    if (!Installation::get().launch(min_version_, max_version_)) {
+        reason = "Unabled to launch Velmora. Please check your Velmora installation.";
+        return {};
+    }
+    for (std::uint32_t look = 1; look < retries_ && !is_found(instance); ++look) {
+        instance = choose_instance(query);
+        std::this_thread::sleep_for(std::chrono::milliseconds(retry_wait_ms_));
+    }
+    return instance;
+}
+
+RendererInstance RepeatLinkFactory::choose_instance(live_library::QueryApi& query) {
+    RendererInstance best_empty;
+    RendererInstance best_of_any;
+    RendererInstance best_with_scene;
+    for (const RendererInstance& instance :
+         ReadInstances(query.instances_xml(), min_version_, max_version_)) {
+        if (instance.livelink_port < 0 || !query.connect(instance.process_id)) {
+            continue;
+        }
+        if (const char* tree = query.scene_xml()) {
+            const SceneTreeFindings findings =
+                SearchSceneTree(tree, scene_name_, instance.version_major);
+            if (findings.is_empty) {
+                keep_newer(best_empty, instance);
+            }
+            if (connect_any_) {
+                keep_newer(best_of_any, instance);
+            }
+            if (findings.holds_scene) {
+                keep_newer(best_with_scene, instance);
+            }
+        }
+        query.disconnect();
+    }
+
+    found_scene_ = is_found(best_with_scene);
+    if (found_scene_) {
+        return best_with_scene;
+    }
+    return best_of_any.version_major > 0 ? best_of_any : best_empty;
+}
+
+bool RepeatLinkFactory::attach(const RendererInstance& instance, std::string& reason) {
+    api_ = qor_get_scene_api(min_version_, max_version_);
+    if (api_ == nullptr) {
+        reason = "Could not get a scene api. Please check your Velmora installation.\n";
+        return false;
+    }
+    api_->set_id(id_);
+    const bool connected = instance.livelink_port < 1
+                               ? sweep_ports()
+                               : api_->connect("localhost", instance.livelink_port, kKnownArgument);
+    if (!connected) {
+        reason =
+            "Could not connect on any known port. Please check your Velmora installation and Live "
+            "Link settings.";
+        api_ = nullptr;
+        return false;
+    }
+    connected_port_ = instance.livelink_port;
+    return true;
+}
+
+bool RepeatLinkFactory::sweep_ports() {
+    using Status = Installation::PortStatus;
+    std::int32_t first = -1;
+    std::int32_t last = -1;
+    const Status status =
+        Installation::get().live_link_ports(kMinPortVersion, kMaxPortVersion, first, last);
+    if (status != Status::kBothRead && status != Status::kNoLastPort) {
+        return false;
+    }
+    for (std::int64_t port = first; port <= last; ++port) {
+        if (api_->connect("127.0.0.1", static_cast<std::int32_t>(port), kSweepArgument)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void RepeatLinkFactory::disconnect() {
+    if (api_ != nullptr) {
+        api_->disconnect();
+        unload();
+        api_ = nullptr;
+    }
+}
+
+}  // namespace qor

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// A library that was opened at run time, for as long as the object lives.
+class DynamicLibrary {
+public:
+    /// Nothing if there is no such library or it can't be loaded. The separator in the path may be
+    /// "\\" on every system.
+    static std::optional<DynamicLibrary> open(const std::string& path_utf8);
+
+    DynamicLibrary(DynamicLibrary&& other) noexcept;
+    DynamicLibrary& operator=(DynamicLibrary&& other) noexcept;
+    ~DynamicLibrary();
+
+    /// The address of an exported function, or null.
+    void* find(const char* name) const;
+
+    /// The system's own handle, for messages.
+    void* handle() const { return handle_; }
+
+private:
+    explicit DynamicLibrary(void* handle) : handle_(handle) {}
+
+    void* handle_;
+};
+
+}  // namespace platform
