@@ -1,0 +1,53 @@
+#pragma once
+
+#include <asio.hpp>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+#include "standins/renderer/received_scene.h"
+#include "standins/renderer/wire_format.h"
+
+namespace velmora {
+
+class Renderer;
+
+/// One client's connection. It ends when the client goes or sends what no client sends; a scene
+/// that isn't finished by then is lost.
+class ClientSession : public std::enable_shared_from_this<ClientSession> {
+public:
+    /// Borrows `renderer`.
+    ClientSession(Renderer& renderer, asio::ip::tcp::socket socket);
+    ClientSession(const ClientSession&) = delete;
+    ClientSession& operator=(const ClientSession&) = delete;
+
+    void start();
+
+private:
+    bool fails_on_purpose();
+    void read();
+    void make_room();
+    void grow_to(std::size_t capacity);
+    void go_on();
+    bool handle_frames();
+    bool handle(const FrameHead& head, const char* arguments);
+    void send_answer();
+
+    Renderer& renderer_;
+    asio::ip::tcp::socket socket_;
+    struct Free {
+        void operator()(char* memory) const { std::free(memory); }
+    };
+    std::unique_ptr<char, Free> buffer_;
+    std::size_t capacity_ = 0;
+    std::size_t filled_ = 0;
+    std::size_t handled_ = 0;
+    std::uint64_t received_ = 0;
+    bool is_greeted_ = false;
+    bool ends_renderer_ = false;  // once it is answered
+    FrameWriter answer_;
+    std::unique_ptr<ReceivedScene> scene_;  // null while nothing of one has come
+};
+
+}  // namespace velmora

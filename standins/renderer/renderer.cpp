@@ -1,0 +1,131 @@
+#include "standins/renderer/renderer.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+#include "importers/sceneapi/dev/installation.h"
+#include "platform/files.h"
+#include "standins/renderer/client_session.h"
+#include "standins/renderer/operating_system.h"
+#include "standins/renderer/received_scene.h"
+
+namespace velmora {
+
+namespace {
+
+using asio::ip::tcp;
+
+// Of an installation whose ports count.
+constexpr int kMinPortVersion = 5;
+constexpr int kMaxPortVersion = 20;
+
+// Until another connection is tried after one that failed, as for want of file handles.
+constexpr std::chrono::milliseconds kPauseAfterFailure(100);
+
+constexpr int kEndingSignals[] = {
+    SIGINT,
+    SIGTERM,
+#ifdef SIGHUP
+    SIGHUP,
+#endif
+#ifdef SIGBREAK
+    SIGBREAK,
+#endif
+};
+
+bool listen_on(tcp::acceptor& acceptor, std::int32_t port) {
+    asio::error_code error;
+    acceptor.close(error);
+    acceptor.open(tcp::v4(), error);
+#ifndef _WIN32
+    // A port whose last connections are only just over is free. On Windows the option would mean
+    // that several programs share one.
+    acceptor.set_option(tcp::acceptor::reuse_address(true), error);
+#endif
+    acceptor.bind({asio::ip::address_v4::loopback(), static_cast<std::uint16_t>(port)}, error);
+    if (!error) {
+        acceptor.listen(tcp::acceptor::max_listen_connections, error);
+    }
+    return !error;
+}
+
+}  // namespace
+
+Renderer::Renderer(RendererSettings settings) : settings_(std::move(settings)) {
+    std::error_code error;
+    std::filesystem::create_directories(std::filesystem::u8path(settings_.scene_folder), error);
+    if (!platform::is_folder(settings_.scene_folder)) {
+        throw std::runtime_error("can't make the folder " + settings_.scene_folder);
+    }
+    for (const int signal : kEndingSignals) {
+        signals_.add(signal);
+    }
+    signals_.async_wait([this](const asio::error_code&, int) { stop(); });
+    listen();
+    if (!settings_.is_silent) {
+        RunningRenderer self;
+        self.process_id = own_process_id();
+        self.version_major = settings_.version_major;
+        self.version_minor = settings_.version_minor;
+        self.port = port();
+        announcement_.emplace(self);
+    }
+    accept();
+}
+
+// On the first free one of the ports that are registered, or else on any.
+void Renderer::listen() {
+    std::int32_t first = -1;
+    std::int32_t last = -1;
+    qor::Installation::get().live_link_ports(kMinPortVersion, kMaxPortVersion, first, last);
+    for (std::int32_t port = first; port >= 1 && port <= last && port <= 0xffff; ++port) {
+        if (listen_on(acceptor_, port)) {
+            return;
+        }
+    }
+    if (!listen_on(acceptor_, 0)) {
+        throw std::runtime_error("there is no port to listen on");
+    }
+}
+
+void Renderer::accept() {
+    acceptor_.async_accept([this](const asio::error_code& error, tcp::socket socket) {
+        if (error) {
+            pause_.expires_after(kPauseAfterFailure);
+            pause_.async_wait([this](const asio::error_code&) { accept(); });
+            return;
+        }
+        std::make_shared<ClientSession>(*this, std::move(socket))->start();
+        accept();
+    });
+}
+
+std::unique_ptr<ReceivedScene> Renderer::begin_scene() {
+    const std::string name =
+        "scene-" + std::to_string(own_process_id()) + "-" + std::to_string(++begun_scenes_);
+    return std::make_unique<ReceivedScene>(settings_.scene_folder + platform::kSeparator + name +
+                                           ".part");
+}
+
+bool Renderer::keep_scene(ReceivedScene& scene) {
+    const std::string file = settings_.scene_folder + platform::kSeparator + "scene-" +
+                             std::to_string(own_process_id()) + "-" +
+                             std::to_string(whole_scenes_ + 1) + ".vsq";
+    if (!scene.finish(file)) {
+        return false;
+    }
+    ++whole_scenes_;
+    if (scene.is_whole()) {
+        groups_.children.clear();
+    }
+    groups_.add(scene.groups());
+    if (announcement_) {
+        announcement_->set_scene(file, whole_scenes_);
+    }
+    return true;
+}
+
+}  // namespace velmora

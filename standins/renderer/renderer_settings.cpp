@@ -1,0 +1,92 @@
+#include "standins/renderer/renderer_settings.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+
+#include "importers/sceneapi/dev/decimal_text.h"
+#include "standins/renderer/operating_system.h"
+
+namespace velmora {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kSceneName[] = "scene-";
+
+[[noreturn]] void refuse(const char* name, const std::string& value) {
+    throw std::invalid_argument(std::string(name) + "=" + value + " means nothing (see --help)");
+}
+
+void read_version(RendererSettings& settings) {
+    const std::string value = environment_value("VELMORA_VERSION");
+    if (value.empty()) {
+        return;
+    }
+    char behind = 0;
+    if (std::sscanf(value.c_str(), "%9d.%9d%c", &settings.version_major, &settings.version_minor,
+                    &behind) != 2) {
+        refuse("VELMORA_VERSION", value);
+    }
+}
+
+Fault read_fault() {
+    const std::string value = environment_value("VELMORA_FAULT");
+    if (value.empty()) {
+        return {};
+    }
+    unsigned long long bytes = 0;
+    char behind = 0;
+    if (std::sscanf(value.c_str(), "die-after=%18llu%c", &bytes, &behind) == 1) {
+        return {Fault::Kind::kDie, bytes};
+    }
+    if (std::sscanf(value.c_str(), "hang-after=%18llu%c", &bytes, &behind) == 1) {
+        return {Fault::Kind::kHang, bytes};
+    }
+    refuse("VELMORA_FAULT", value);
+}
+
+// A renderer leaves its scenes behind for whoever wants to look at them, until the next one starts.
+void remove_old_scenes(const fs::path& folder) {
+    std::error_code error;
+    for (fs::directory_iterator file(folder, error), end; !error && file != end;
+         file.increment(error)) {
+        const std::string name = file->path().filename().u8string();
+        const size_t start = name.rfind(kSceneName, 0) == 0 ? sizeof kSceneName - 1 : name.size();
+        const std::int64_t process_id = decimal_number_64(name.substr(start));
+        std::error_code ignored;
+        if (process_id > 0 && !process_is_running(process_id)) {
+            fs::remove(file->path(), ignored);
+        }
+    }
+}
+
+}  // namespace
+
+const char kSettingsHelp[] =
+    "Environment variables, most of them for tests:\n"
+    "  VELMORA_VERSION=11.0        the version that is announced\n"
+    "  VELMORA_SILENT=1            announces nothing: reached by its port alone\n"
+    "  VELMORA_SCENES=FOLDER       where scenes are kept; without it in quoria/scenes below the\n"
+    "                              user's data, until a later renderer starts\n"
+    "  VELMORA_FAULT=die-after=N   dies once a connection has sent N bytes, 0: once it is made\n"
+    "  VELMORA_FAULT=hang-after=N  from then on neither reads nor answers on that connection\n"
+    "A look at the scene tree sends less than 100 bytes.\n"
+    "The live library takes VELMORA_LINK_TIMEOUT_MS=5000: how long a renderer may be silent.\n";
+
+RendererSettings settings_from_environment() {
+    RendererSettings settings;
+    read_version(settings);
+    settings.is_silent = !environment_value("VELMORA_SILENT").empty();
+    settings.fault = read_fault();
+    settings.scene_folder = environment_value("VELMORA_SCENES");
+    if (settings.scene_folder.empty()) {
+        const fs::path folder = fs::u8path(user_data_folder()) / "quoria" / "scenes";
+        settings.scene_folder = folder.u8string();
+        remove_old_scenes(folder);
+    }
+    return settings;
+}
+
+}  // namespace velmora

@@ -1,0 +1,131 @@
+#include "standins/renderer/running_renderers.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+#include <thread>
+
+#include "importers/sceneapi/dev/decimal_text.h"
+#include "standins/renderer/operating_system.h"
+
+namespace velmora {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kEnding[] = ".renderer";
+
+// On Windows a file can't be replaced while somebody reads it, which nobody does for long.
+constexpr int kMostAttempts = 100;
+constexpr std::chrono::milliseconds kTimeBetweenAttempts(5);
+
+fs::path running_folder() {
+    return fs::u8path(user_data_folder()) / "quoria" / "running";
+}
+
+fs::path announcement_of(std::int64_t process_id) {
+    return running_folder() / (std::to_string(process_id) + kEnding);
+}
+
+// Lines of `key=value`. Nothing if the renderer is gone, or the file by now.
+std::optional<RunningRenderer> read_announcement(const fs::path& path) {
+    RunningRenderer renderer;
+    std::ifstream file(path, std::ios::binary);
+    std::string line;
+    while (std::getline(file, line)) {
+        const size_t equals = line.find('=');
+        if (equals == std::string::npos) {
+            continue;
+        }
+        const std::string key = line.substr(0, equals);
+        const std::string value = line.substr(equals + 1);
+        if (key == "process_id") {
+            renderer.process_id = decimal_number_64(value);
+        } else if (key == "version_major") {
+            renderer.version_major = decimal_number(value);
+        } else if (key == "version_minor") {
+            renderer.version_minor = decimal_number(value);
+        } else if (key == "port") {
+            renderer.port = decimal_number(value);
+        } else if (key == "scene_number") {
+            renderer.scene_number = static_cast<std::uint64_t>(decimal_number_64(value));
+        } else if (key == "scene_file") {
+            renderer.scene_file = value;
+        }
+    }
+    file.close();
+    if (process_is_running(renderer.process_id)) {
+        return renderer;
+    }
+    if (renderer.process_id > 0) {
+        std::error_code ignored;
+        fs::remove(path, ignored);  // it died without a word
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::vector<RunningRenderer> list_running_renderers() {
+    std::vector<RunningRenderer> renderers;
+    std::error_code no_folder;
+    for (fs::directory_iterator file(running_folder(), no_folder), end; !no_folder && file != end;
+         file.increment(no_folder)) {
+        if (file->path().extension() != kEnding) {
+            continue;
+        }
+        if (std::optional<RunningRenderer> renderer = read_announcement(file->path())) {
+            renderers.push_back(std::move(*renderer));
+        }
+    }
+    std::sort(renderers.begin(), renderers.end(),
+              [](const RunningRenderer& a, const RunningRenderer& b) {
+                  return a.process_id < b.process_id;
+              });
+    return renderers;
+}
+
+Announcement::Announcement(RunningRenderer renderer) : renderer_(std::move(renderer)) {
+    write();
+}
+
+Announcement::~Announcement() {
+    std::error_code ignored;
+    fs::remove(announcement_of(renderer_.process_id), ignored);
+}
+
+void Announcement::set_scene(const std::string& file, std::uint64_t number) {
+    renderer_.scene_file = file;
+    renderer_.scene_number = number;
+    write();
+}
+
+void Announcement::write() const {
+    const fs::path path = announcement_of(renderer_.process_id);
+    fs::path unfinished = path;
+    unfinished += ".new";
+    std::error_code error;
+    fs::create_directories(path.parent_path(), error);
+    std::ofstream file(unfinished, std::ios::binary);
+    file << "process_id=" << renderer_.process_id << "\nversion_major=" << renderer_.version_major
+         << "\nversion_minor=" << renderer_.version_minor << "\nport=" << renderer_.port
+         << "\nscene_number=" << renderer_.scene_number << "\nscene_file=" << renderer_.scene_file
+         << "\n";
+    file.close();
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        fs::rename(unfinished, path, error);
+        if (!error) {
+            break;
+        }
+        std::this_thread::sleep_for(kTimeBetweenAttempts);
+    }
+    if (!file || error) {
+        throw std::runtime_error("can't write " + path.u8string());
+    }
+}
+
+}  // namespace velmora

@@ -1,0 +1,121 @@
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "importers/sceneapi/dev/decimal_text.h"
+#include "standins/renderer/link_connection.h"
+#include "standins/renderer/operating_system.h"
+#include "standins/renderer/renderer.h"
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kMisused = 2;
+
+// For each renderer that was told to end.
+constexpr std::chrono::seconds kTimeToEnd(5);
+constexpr std::chrono::milliseconds kTimeBetweenLooks(20);
+
+constexpr char kHelp[] =
+    "velmora               runs a renderer without pictures: it takes the scenes that come over\n"
+    "                      the live link and keeps each as a .vsq file. Ctrl-C ends it.\n"
+    "velmora --stop [PID]  ends the user's running renderers, or the one of that process id\n";
+
+bool is_announced(std::int64_t process_id) {
+    for (const velmora::RunningRenderer& renderer : velmora::list_running_renderers()) {
+        if (renderer.process_id == process_id) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The announcement is the last thing of a renderer to go.
+bool stop(const velmora::RunningRenderer& renderer) {
+    velmora::LinkConnection connection;
+    if (!connection.open("127.0.0.1", renderer.port) ||
+        connection.process_id() != renderer.process_id ||
+        !connection.ask_number(velmora::operation::kStop)) {
+        return !is_announced(renderer.process_id);
+    }
+    const auto deadline = std::chrono::steady_clock::now() + kTimeToEnd;
+    while (std::chrono::steady_clock::now() < deadline) {
+        if (!is_announced(renderer.process_id)) {
+            return true;
+        }
+        std::this_thread::sleep_for(kTimeBetweenLooks);
+    }
+    return false;
+}
+
+// With 0, all of them.
+int stop_renderers(std::int64_t process_id) {
+    bool found = process_id == 0;
+    int result = kDone;
+    for (const velmora::RunningRenderer& renderer : velmora::list_running_renderers()) {
+        if (process_id != 0 && renderer.process_id != process_id) {
+            continue;
+        }
+        found = true;
+        if (!stop(renderer)) {
+            std::fprintf(stderr, "velmora: the renderer of process %lld doesn't end\n",
+                         static_cast<long long>(renderer.process_id));
+            result = kFailed;
+        }
+    }
+    if (!found) {
+        std::fprintf(stderr, "velmora: process %lld is no running renderer\n",
+                     static_cast<long long>(process_id));
+        return kFailed;
+    }
+    return result;
+}
+
+int run_renderer() {
+    velmora::Renderer renderer(velmora::settings_from_environment());
+    std::printf("velmora %d.%d listens on port %d, process %lld\n",
+                renderer.settings().version_major, renderer.settings().version_minor,
+                renderer.port(), static_cast<long long>(velmora::own_process_id()));
+    std::fflush(stdout);
+    renderer.run();
+    return kDone;
+}
+
+int run(const std::vector<std::string>& arguments) {
+    if (arguments.empty()) {
+        return run_renderer();
+    }
+    if (arguments.size() == 1 && (arguments[0] == "--help" || arguments[0] == "-h")) {
+        std::printf("%s\n%s", kHelp, velmora::kSettingsHelp);
+        return kDone;
+    }
+    if (arguments[0] == "--stop" && arguments.size() == 1) {
+        return stop_renderers(0);
+    }
+    if (arguments[0] == "--stop" && arguments.size() == 2) {
+        const std::int64_t process_id = decimal_number_64(arguments[1]);
+        if (process_id > 0) {
+            return stop_renderers(process_id);
+        }
+    }
+    throw std::invalid_argument("no such command (--help lists what there is)");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run({argv + 1, argv + argc});
+    } catch (const std::invalid_argument& error) {
+        std::fprintf(stderr, "velmora: %s\n", error.what());
+        return kMisused;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "velmora: %s\n", error.what());
+        return kFailed;
+    }
+}
