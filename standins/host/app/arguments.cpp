@@ -28,6 +28,10 @@ std::vector<std::string> utf8_arguments(int, char**) {
     return arguments;
 }
 
+bool input_is_terminal() {
+    return _isatty(0) != 0;
+}
+
 bool error_output_is_terminal() {
     return _isatty(2) != 0;
 }
@@ -36,6 +40,10 @@ bool error_output_is_terminal() {
 
 std::vector<std::string> utf8_arguments(int argc, char** argv) {
     return {argv + 1, argv + argc};
+}
+
+bool input_is_terminal() {
+    return isatty(STDIN_FILENO) != 0;
 }
 
 bool error_output_is_terminal() {

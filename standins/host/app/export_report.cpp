@@ -65,6 +65,10 @@ ExportReport report_on_file(const std::string& path, double seconds) {
     }
     report.summary += "\n";
 
+    report.brief = counted(summary.objects, "object", "objects") + ", " +
+                   counted(summary.cameras, "camera", "cameras") + ", " +
+                   counted(summary.node_matrices, "matrix of a node", "matrices of nodes");
+
     if (summary.matrices_not_finite > 0) {
         report.warnings += counted(summary.matrices_not_finite, "matrix holds", "matrices hold") +
                            " a number that is not finite\n";

@@ -1,19 +1,15 @@
 #include <CLI/CLI.hpp>
-#include <chrono>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <optional>
 #include <stdexcept>
 
-#include "platform/message_box.h"
-#include "plugins/3dsmax/export/options.h"
 #include "standins/host/app/arguments.h"
-#include "standins/host/app/export_command.h"
-#include "standins/host/app/export_report.h"
 #include "standins/host/app/export_target.h"
-#include "standins/host/app/interruption.h"
-#include "standins/host/app/progress_bar.h"
+#include "standins/host/app/exporting_commands.h"
+#include "standins/host/app/scene_options.h"
 #include "standins/host/app/scene_source.h"
+#include "standins/host/app/session.h"
 
 // The headless host: a scene comes from a model file or from code, and a command line takes the
 // place of menus and dialogs.
@@ -26,156 +22,103 @@ constexpr int kMisused = 2;
 constexpr int kCancelled = 130;  // what a shell gives for a program that Ctrl-C ended
 
 struct CommandLine {
-    std::string scene;
+    app::SceneOptions options;
     std::string target;
-    std::vector<std::string> settings;  // KEY=VALUE
-    std::string frames;                 // A:B
-    int frames_per_second = 30;
-    std::string unit;
-};
-
-struct UnitName {
-    const char* name;
-    int unit;
-};
-
-constexpr UnitName kUnitNames[] = {
-    {"in", UNITS_INCHES},      {"ft", UNITS_FEET},        {"mi", UNITS_MILES},
-    {"mm", UNITS_MILLIMETERS}, {"cm", UNITS_CENTIMETERS}, {"m", UNITS_METERS},
-    {"km", UNITS_KILOMETERS},
 };
 
 void complain(const std::string& text) {
     std::fprintf(stderr, "vsqexport: %s\n", text.c_str());
 }
 
-// "1", "on" and "true" are on.
-bool parse_switch(const std::string& key, const std::string& value) {
-    for (const char* on : {"1", "on", "true"}) {
-        if (value == on) {
-            return true;
-        }
-    }
-    for (const char* off : {"0", "off", "false"}) {
-        if (value == off) {
-            return false;
-        }
-    }
-    throw std::invalid_argument("--set " + key + ": '" + value + "' is neither 1 nor 0");
+void print(const app::ExportReport& report) {
+    std::fputs(report.summary.c_str(), stdout);
+    std::fputs(report.warnings.c_str(), stderr);
 }
 
-void apply_setting(const std::string& setting, Qor::Options& options) {
-    const size_t equals = setting.find('=');
-    if (equals == std::string::npos) {
-        throw std::invalid_argument("--set takes KEY=VALUE, not '" + setting + "'");
-    }
-    const std::string key = setting.substr(0, equals);
-    std::string known;
-    for (const Qor::OptionKey& option : Qor::kOptionKeys) {
-        if (key == option.key) {
-            options.*option.field = parse_switch(key, setting.substr(equals + 1));
-            return;
-        }
-        known += (known.empty() ? "" : ", ") + std::string(option.key);
-    }
-    throw std::invalid_argument("no setting is named '" + key + "' (there are: " + known + ")");
-}
+// The plug-in starts with the host, before there is a scene.
+struct Host {
+    memhost::SceneBuilder scene;
+    app::PluginCommands plugin{scene.host()};
+};
 
-void apply_frames(const std::string& frames, memhost::SceneBuilder& scene) {
-    int first = 0;
-    int last = 0;
-    char behind = 0;
-    if (std::sscanf(frames.c_str(), "%d:%d%c", &first, &last, &behind) != 2 || first > last) {
-        throw std::invalid_argument("--frames takes FIRST:LAST, not '" + frames + "'");
+void open_scene(Host& host, const CommandLine& command, const app::Interruption& interruption) {
+    app::open_scene(command.options, host.scene, host.plugin);
+    if (interruption.happened()) {
+        throw app::Cancelled("cancelled, nothing was written");
     }
-    scene.animation_frames(first, last);
-}
-
-int parse_unit(const std::string& name) {
-    std::string known;
-    for (const UnitName& unit : kUnitNames) {
-        if (name == unit.name) {
-            return unit.unit;
-        }
-        known += (known.empty() ? "" : ", ") + std::string(unit.name);
-    }
-    throw std::invalid_argument("no unit is named '" + name + "' (there are: " + known + ")");
 }
 
 int run_export(const CommandLine& command) {
-    memhost::SceneBuilder scene;
-    memhost::MemoryHost& host = scene.host();
-    const auto options = std::make_shared<Qor::Options>(&host);
-    for (const std::string& setting : command.settings) {
-        apply_setting(setting, *options);
+    Host host;
+    const app::Interruption interruption(host.scene.host());
+    open_scene(host, command, interruption);
+    app::check_export_target(command.target, command.options.scene);
+    if (const auto report =
+            app::export_scene(host.scene.host(), host.plugin, interruption, command.target)) {
+        print(*report);
     }
-    const std::optional<int> unit =
-        command.unit.empty() ? std::nullopt : std::optional<int>(parse_unit(command.unit));
-
-    const app::Interruption interruption(host);
-    app::load_scene(command.scene, scene);
-    scene.frames_per_second(command.frames_per_second);
-    if (!command.frames.empty()) {
-        apply_frames(command.frames, scene);
-    }
-    if (unit) {
-        scene.unit(*unit);
-    }
-    if (interruption.happened()) {
-        complain("cancelled, nothing was written");
-        return kCancelled;
-    }
-    app::check_export_target(command.target, command.scene);
-
-    // Where the host would open a box, the headless one prints a line.
-    platform::set_message_box_handler(
-        [&command](const std::string& text, const std::string&, std::uint32_t) {
-            complain(command.target + ": " + text);
-        });
-    const auto start = std::chrono::steady_clock::now();
-    bool written = false;
-    {
-        app::ProgressBar bar(app::error_output_is_terminal());
-        host.on_progress(
-            [&bar](int percent, const std::wstring& title) { bar.update(percent, title); });
-        written = app::run_export_command(&host, options, command.target);
-        host.on_progress({});
-    }
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-
-    if (!written) {
-        return kFailed;
-    }
-    if (interruption.happened()) {
-        complain("cancelled, " + command.target + " holds only a part of the scene");
-        return kCancelled;
-    }
-    if (app::is_standard_output(command.target) || !app::can_be_read_back(command.target)) {
-        return kDone;
-    }
-    const app::ExportReport report = app::report_on_file(command.target, taken.count());
-    std::fputs(report.summary.c_str(), stdout);
-    std::fputs(report.warnings.c_str(), stderr);
     return kDone;
+}
+
+int run_render(const CommandLine& command) {
+    Host host;
+    const app::Interruption interruption(host.scene.host());
+    open_scene(host, command, interruption);
+    const app::SentScene sent =
+        app::send_scene(host.scene.host(), host.plugin, interruption, app::Sending::kRender);
+    std::printf("%s, %s\n", sent.renderer_text().c_str(),
+                sent.was_started ? "which was started" : "which was running");
+    print(sent.report);
+    return kDone;
+}
+
+int run_session(const CommandLine& command) {
+    Host host;
+    {
+        // In the session itself each command has its own, and Ctrl-C at the prompt ends it.
+        const app::Interruption interruption(host.scene.host());
+        open_scene(host, command, interruption);
+    }
+    app::Session session(host.scene.host(), host.plugin, command.options.scene);
+    return app::run_session(session) ? kDone : kFailed;
+}
+
+CLI::App* add_command(CLI::App& parser, const char* name, const char* description,
+                      CommandLine& command) {
+    app::SceneOptions& options = command.options;
+    CLI::App* added = parser.add_subcommand(name, description);
+    added->add_option("SCENE", options.scene, "A model file, or demo:NAME")->required();
+    added->add_option("--set", options.settings, "A setting of the export, as KEY=1 or KEY=0")
+        ->allow_extra_args(false)
+        ->type_name("KEY=VALUE");
+    added->add_option("--frames", options.frames, "The animation range")->type_name("FIRST:LAST");
+    added->add_option("--fps", options.frames_per_second, "Frames per second")
+        ->check(CLI::Range(1, 4800));
+    added->add_option("--unit", options.unit, "What a unit of the scene is: mm, cm, m, ...");
+    added->footer("Demo scenes:\n" + app::list_of_demo_scenes());
+    return added;
 }
 
 void describe_command_line(CLI::App& parser, CommandLine& command) {
     parser.name("vsqexport");
     parser.allow_windows_style_options(false);  // a path can begin with a slash
     parser.require_subcommand(1);
-    CLI::App* exporting = parser.add_subcommand("export", "Write a scene to a .vsq scene file");
-    exporting->add_option("SCENE", command.scene, "A model file, or demo:NAME")->required();
-    exporting->add_option("OUT", command.target, "The scene file; - for standard output")
+    add_command(parser, "export", "Write a scene to a .vsq scene file", command)
+        ->add_option("OUT", command.target, "The scene file; - for standard output")
         ->required();
-    exporting->add_option("--set", command.settings, "A setting of the export, as KEY=1 or KEY=0")
-        ->allow_extra_args(false)
-        ->type_name("KEY=VALUE");
-    exporting->add_option("--frames", command.frames, "The animation range")
-        ->type_name("FIRST:LAST");
-    exporting->add_option("--fps", command.frames_per_second, "Frames per second")
-        ->check(CLI::Range(1, 4800));
-    exporting->add_option("--unit", command.unit, "What a unit of the scene is: mm, cm, m, ...");
-    exporting->footer("Demo scenes:\n" + app::list_of_demo_scenes());
+    add_command(parser, "render", "Send a scene to a running renderer, or to one that is started",
+                command);
+    CLI::App* session =
+        add_command(parser, "session", "Open a scene and take commands, one a line", command);
+    session->footer("Commands of a session:\n" + app::Session::help() + "\n\n" +
+                    session->get_footer());
+}
+
+int run(const std::string& name, const CommandLine& command) {
+    if (name == "render") {
+        return run_render(command);
+    }
+    return name == "session" ? run_session(command) : run_export(command);
 }
 
 }  // namespace
@@ -198,7 +141,10 @@ int main(int argc, char** argv) {
     }
 
     try {
-        return run_export(command);
+        return run(parser.get_subcommands().front()->get_name(), command);
+    } catch (const app::Cancelled& cancelled) {
+        complain(cancelled.what());
+        return kCancelled;
     } catch (const std::invalid_argument& error) {
         complain(error.what());
         return kMisused;

@@ -1,0 +1,92 @@
+#include <exception>
+#include <string>
+#include <utility>
+
+#include "platform/message_box.h"
+#include "plugins/3dsmax/export/scene_exporter.h"
+#include "plugins/3dsmax/shell/callback.h"
+#include "plugins/3dsmax/shell/command_ids.h"
+
+namespace {
+
+struct ExportingCommand {
+    int id;
+    bool update;
+    bool to_file;
+    bool animation;
+};
+
+constexpr ExportingCommand kExportingCommands[] = {
+    {kRenderCommand, false, false, false},
+    {kUpdateCommand, true, false, false},
+    {kExportCommand, false, true, false},
+    {kExportAnimationCommand, false, true, true},
+};
+
+// Takes the host's progress bar down on every way out.
+class ProgressShown {
+public:
+    explicit ProgressShown(Interface* host) : host_(host) {
+        host_->ProgressStart(
+            L"Export VSQ File.", TRUE, [](LPVOID) -> DWORD { return 0; }, nullptr);
+    }
+    ProgressShown(const ProgressShown&) = delete;
+    ProgressShown& operator=(const ProgressShown&) = delete;
+    ~ProgressShown() { host_->ProgressEnd(); }
+
+private:
+    Interface* host_;
+};
+
+// Asks the user for a file; false if there is to be none. The path is UTF-8.
+bool ask_for_path(Interface* host, std::string& path) {
+    MSTR title(L"Vsq Export");
+    MSTR filename;
+    MSTR initial_dir;
+    FilterList filters;
+    filters.Append(L"Velmora Vsq(*.vsq)");
+    filters.Append(L"*.vsq");
+    if (!GetCOREInterface8()->DoMaxSaveAsDialog(host->GetMAXHWnd(), title, filename, initial_dir,
+                                                filters)) {
+        return false;
+    }
+    const auto utf8 = filename.ToUTF8();
+    path = utf8.data();
+    return true;
+}
+
+}  // namespace
+
+Callback::Callback(Interface* host, std::shared_ptr<Qor::Options> options)
+    : host_(host), options_(std::move(options)) {}
+
+BOOL Callback::ExecuteAction(int id) {
+    for (const ExportingCommand& command : kExportingCommands) {
+        if (command.id != id) {
+            continue;
+        }
+        std::string path;
+        if (!command.to_file || ask_for_path(host_, path)) {
+            Export(path, command.update, command.to_file, command.animation);
+        }
+    }
+    return TRUE;
+}
+
+// After a failure the changed nodes stay: what should have been sent hasn't been.
+void Callback::Export(const std::string& path, bool update, bool to_file, bool animation) {
+    try {
+        {
+            SceneExporter exporter(host_, host_->GetRootNode(), options_, changedNodes_);
+            const ProgressShown progress(host_);
+            exporter.Run(path, update, to_file, animation);
+        }
+        changedNodes_.clear();
+    } catch (const std::exception& failure) {
+        platform::show_message_box(host_->GetMAXHWnd(), failure.what(), "Error",
+                                   platform::kMessageBoxError);
+    } catch (...) {
+        platform::show_message_box(host_->GetMAXHWnd(), "The export failed for an unknown reason.",
+                                   "Error", platform::kMessageBoxError);
+    }
+}

@@ -1,0 +1,67 @@
+#include "standins/host/app/scene_options.h"
+
+#include <cstdio>
+#include <optional>
+#include <stdexcept>
+
+#include "standins/host/app/scene_source.h"
+
+namespace app {
+
+namespace {
+
+struct UnitName {
+    const char* name;
+    int unit;
+};
+
+constexpr UnitName kUnitNames[] = {
+    {"in", UNITS_INCHES},      {"ft", UNITS_FEET},        {"mi", UNITS_MILES},
+    {"mm", UNITS_MILLIMETERS}, {"cm", UNITS_CENTIMETERS}, {"m", UNITS_METERS},
+    {"km", UNITS_KILOMETERS},
+};
+
+int parse_unit(const std::string& name) {
+    std::string known;
+    for (const UnitName& unit : kUnitNames) {
+        if (name == unit.name) {
+            return unit.unit;
+        }
+        known += (known.empty() ? "" : ", ") + std::string(unit.name);
+    }
+    throw std::invalid_argument("no unit is named '" + name + "' (there are: " + known + ")");
+}
+
+void apply_frames(const std::string& frames, memhost::SceneBuilder& scene) {
+    int first = 0;
+    int last = 0;
+    char behind = 0;
+    if (std::sscanf(frames.c_str(), "%d:%d%c", &first, &last, &behind) != 2 || first > last) {
+        throw std::invalid_argument("--frames takes FIRST:LAST, not '" + frames + "'");
+    }
+    scene.animation_frames(first, last);
+}
+
+}  // namespace
+
+void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene, PluginCommands& plugin) {
+    for (const std::string& setting : options.settings) {
+        plugin.set(setting);
+    }
+    const std::optional<int> unit =
+        options.unit.empty() ? std::nullopt : std::optional<int>(parse_unit(options.unit));
+
+    // A model's range is counted in frames of this rate, and a demo scene's own rate gives way.
+    scene.frames_per_second(options.frames_per_second);
+    load_scene(options.scene, scene);
+    scene.frames_per_second(options.frames_per_second);
+    if (!options.frames.empty()) {
+        apply_frames(options.frames, scene);
+    }
+    if (unit) {
+        scene.unit(*unit);
+    }
+    scene.host().events().deliver();
+}
+
+}  // namespace app
