@@ -19,7 +19,9 @@ namespace {
 
 constexpr const char* kFamilies[] = {
     "^(array|text|tree)/",
+    "^motion/",
     "^(stage|dedupe|crowded)/",
+    "^hair/",
     "^mesh/20,000 boxes",
     "^mesh/hard edges",
     "^mesh/(smooth|explicit normals|no smoothing groups|10 million)",
