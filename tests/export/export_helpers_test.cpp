@@ -43,6 +43,17 @@ TEST(FrameTiming, CountsFramesAndTheirKeyTimes) {
     EXPECT_FALSE(timing.RangeIsWithin(NEVER));
 }
 
+// A track at least ends, whatever the host says of its frames.
+TEST(FrameTiming, WithoutAFrameLengthTheRangeIsOneFrame) {
+    for (const int ticks_per_frame : {0, -160}) {
+        const FrameTiming timing = {800, 2400, 0, ticks_per_frame};
+        std::vector<int> timestamps;
+        timing.ForEachFrame([&](TimeValue t) { timestamps.push_back(timing.KeyTimestamp(t)); });
+        EXPECT_EQ(timestamps, std::vector<int>{0});
+        EXPECT_EQ(timing.TrackDuration(), 0.033f);
+    }
+}
+
 TEST(NarrowName, KeepsTheLowByteOfEachUnit) {
     EXPECT_EQ(NarrowName(L"Box\u00e9\u0141"), "Box\xe9\x41");
     EXPECT_EQ(NarrowName(nullptr), "");

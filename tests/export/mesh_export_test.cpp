@@ -115,7 +115,7 @@ TEST(MeshExport, TakesWhatItCanUseAndTellsWhatIsBroken) {
         {"no places, no directions", kPrimitive, no_numbers, 0, "4 ", ""},
         {"ids past the materials", kPrimitive, stack_mesh(5), 2, "3 2 ", ""},
         {"ids past the slots", kPrimitive, stack_mesh(130), 130, "2 2 " + repeated("1 ", 126), ""},
-        {"changing", kPrimitive, two, 0, "", "", deform},
+        {"changing", kPrimitive, two, 0, "0 ", "", deform},
         {"changing, wanted at rest", kPrimitive, two, 0, "2 ", "", deform_unwanted},
     };
     for (const Case& one : cases) {

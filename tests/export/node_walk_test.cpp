@@ -54,8 +54,8 @@ TEST(NodeWalk, NodesWithoutAnObjectHaveNoMatrix) {
 TEST(NodeWalk, ObjectsOfEveryKindHaveTheirPlace) {
     const std::pair<SClass_ID, Class_ID> kinds[] = {
         {GEOMOBJECT_CLASS_ID, Class_ID(1, 2)}, {GEOMOBJECT_CLASS_ID, Class_ID(TARGET_CLASS_ID, 0)},
-        {CAMERA_CLASS_ID, Class_ID(1, 2)},     {LIGHT_CLASS_ID, Class_ID(1, 2)},
-        {SHAPE_CLASS_ID, Class_ID(1, 2)},      {HELPER_CLASS_ID, Class_ID(1, 2)},
+        {LIGHT_CLASS_ID, Class_ID(1, 2)},      {SHAPE_CLASS_ID, Class_ID(1, 2)},
+        {HELPER_CLASS_ID, Class_ID(1, 2)},
     };
     for (const auto& [superclass, class_id] : kinds) {
         SceneBuilder scene;

@@ -95,6 +95,21 @@ TEST(MemoryHost, StaysCancelledUntilClearedOrStartedAnew) {
     EXPECT_TRUE(host.GetCancel());
 }
 
+TEST(MemoryHost, HandsOnTheChildrenOfADeletedNode) {
+    SceneBuilder scene;
+    const NodeBuilder top = scene.node(L"Top").at(1, 0, 0);
+    const NodeBuilder gone = top.child(L"Gone").at(0, 5, 0);
+    MemoryNode& left = gone.child(L"Left").at(0, 0, 1).node();
+    MemoryNode& beside = top.child(L"Beside").node();
+    EXPECT_EQ(left.GetNodeTM(0).GetTrans().y, 5);
+    scene.host().delete_node(gone.node());
+    EXPECT_EQ(left.GetNodeTM(0).GetTrans().y, 0);
+    EXPECT_THAT(top.node().children(), ElementsAre(&beside, &left));
+    EXPECT_EQ(left.GetParentNode(), &top.node());
+    scene.host().delete_node(scene.host().root());
+    EXPECT_EQ(scene.host().nodes().size(), 4u);
+}
+
 TEST(MemoryNode, ShowsTheTreeAndItsOwnState) {
     SceneBuilder scene;
     const NodeBuilder top = scene.node(L"Top").hidden().wire(1, 2, 3);

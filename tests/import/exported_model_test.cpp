@@ -47,6 +47,9 @@ bool shares_its_place(const std::vector<Corner>& corners, size_t i) {
 std::vector<Corner> corners_of(const std::vector<ExportedMesh>& meshes) {
     std::vector<Corner> corners;
     for (const ExportedMesh& mesh : meshes) {
+        if (mesh.normals.empty()) {
+            continue;  // what carries a light
+        }
         for (const std::int32_t vertex : mesh.triangles) {
             const size_t v = static_cast<size_t>(vertex);
             Corner corner = {mesh.vertices[v], unit(mesh.normals[v]), std::nullopt};

@@ -25,6 +25,8 @@ public:
 #endif
         path_ = std::filesystem::temp_directory_path() /
                 ("vsq_test_" + std::to_string(process) + "_" + std::to_string(++count));
+        // An earlier process with this number can have left a file that it couldn't remove.
+        std::filesystem::remove_all(path_);
         std::filesystem::create_directories(path_);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;

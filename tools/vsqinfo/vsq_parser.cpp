@@ -57,6 +57,10 @@ VsqSummary VsqParser::read() {
 }
 
 void VsqParser::read_header() {
+    // Over the live link a scene's id comes in its place.
+    summary_.has_header = source_.peek() != 'i';
+    if (!summary_.has_header)
+        return;
     expect_header(kHeaderBeforeId);
     // The number ends where the dashes begin, and is never negative.
     const uint64_t start = source_.offset();

@@ -11,10 +11,10 @@ namespace vsqinfo {
 
 /// Reads a scene file from first to last byte and checks what can be checked of it.
 ///
-/// A file that is read without complaint is whole: it has its header, its version and a root
-/// group, every block is closed, every name, number and array is in its form, blocks nest as the
-/// format says, array bodies have the length that they announce, and triangles use vertices that
-/// exist. docs/vsq-format.md tells the format.
+/// A file that is read without complaint is whole: it has its header, unless it came over the live
+/// link, its version and a root group, every block is closed, every name, number and array is in
+/// its form, blocks nest as the format says, array bodies have the length that they announce, and
+/// triangles use vertices that exist. docs/vsq-format.md tells the format.
 ///
 /// Nothing of the scene is held: memory goes to a buffer of fixed size, one small entry for each
 /// block that is open, and the distinct names of materials and textures. Blocks may nest to any

@@ -51,8 +51,9 @@ std::string quoted(const std::string& name) {
 std::string summary_text(const VsqSummary& s) {
     Table table;
     table.row("size", std::to_string(s.file_size) + " bytes");
-    table.row("format",
-              "version " + std::to_string(s.version) + ", id " + std::to_string(s.header_id));
+    table.row("format", "version " + std::to_string(s.version) +
+                            (s.has_header ? ", id " + std::to_string(s.header_id)
+                                          : ", received over the live link"));
     if (!s.banner.empty())
         table.row("written by", display_text(s.banner));
     for (const VsqModule& module : s.modules) {

@@ -23,6 +23,7 @@ struct VsqSummary {
     static constexpr std::size_t kKeptOptions = 64;  ///< of each module
 
     std::uint64_t file_size = 0;  ///< bytes
+    bool has_header = false;      ///< one that a renderer received has none
     std::int64_t header_id = 0;   ///< the number in the header's third line
     std::string banner;           ///< text of the first "#print"; empty without one
     std::int64_t version = 0;     ///< of the format

@@ -1,0 +1,330 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <map>
+#include <thread>
+#include <utility>
+
+#include "importers/sceneapi/dev/null_api.h"
+#include "importers/sceneapi/dev/repeat_link_factory.h"
+#include "importers/sceneapi/dev/scene_tree_search.h"
+#include "importers/sceneapi/dev/velmoralive_loader.h"
+#include "platform/dynamic_library.h"
+#include "tests/support/installation_entries.h"
+
+namespace qor {
+namespace {
+
+namespace fs = std::filesystem;
+using Calls = std::vector<std::string>;
+
+constexpr char kEmpty[] = "<scene><top><group/><group/></top></scene>";
+constexpr char kOther[] = "<scene><top><group><object/></group></top></scene>";
+constexpr char kRoom[] = "<scene><top><group name=\"room\"><object/></group></top></scene>";
+constexpr char kUnnamed[] = "<scene name=\"\"><top><group><object/></group></top></scene>";
+
+constexpr char kNoPort[] =
+    "Failed to connect. Could not connect on any known port. Please check your Velmora "
+    "installation and Live Link settings.";
+
+struct Running {
+    int version;
+    std::int64_t process;
+    const char* tree;
+    int port;
+};
+
+std::string listed(const std::vector<Running>& all) {
+    std::string xml = "<?xml version=\"1.0\"?><velmora_instances>";
+    for (const Running& one : all) {
+        xml += "<i><process_id>" + std::to_string(one.process) + "</process_id><version_major>" +
+               std::to_string(one.version) + "</version_major><livelink_port>" +
+               std::to_string(one.port) + "</livelink_port></i>";
+    }
+    return xml + "</velmora_instances>";
+}
+
+constexpr std::int64_t kDeafProcess = 5000000000;
+
+// What the library has been asked, and what it finds and gives.
+struct Fake {
+    Calls calls;
+    std::vector<std::string> looks = {""};  // the last one stays
+    std::map<std::int64_t, const char*> trees;
+    int open_port = 0;  // every one if it is 0
+    enum { kNothing, kRoot, kQuery, kScene } gives = kScene;
+};
+Fake fake;
+
+class FakeScene final : public NullApi {
+public:
+    void set_id(std::uint32_t id) override { fake.calls.push_back("id " + std::to_string(id)); }
+    bool connect(const char* host, std::int32_t port, std::int32_t argument) override {
+        fake.calls.push_back(host + (" " + std::to_string(port)) + " " + std::to_string(argument));
+        return fake.open_port == 0 || fake.open_port == port;
+    }
+    bool disconnect() override { return fake.calls.emplace_back("disconnect").empty(); }
+};
+
+class FakeLibrary final : public live_library::Root, public live_library::QueryApi {
+public:
+    ~FakeLibrary() override { fake.calls.emplace_back("delete root"); }
+    qorScene_api* get_scene_api(int, int) override {
+        return fake.gives >= Fake::kScene ? &scene_ : nullptr;
+    }
+    QueryApi* get_query_api(int, int) override {
+        return fake.gives >= Fake::kQuery ? this : nullptr;
+    }
+    const char* instances_xml() override {
+        fake.calls.emplace_back("look");
+        xml_ = fake.looks.front();
+        fake.looks.erase(fake.looks.begin(), fake.looks.begin() + (fake.looks.size() > 1));
+        return xml_.c_str();
+    }
+    bool connect(std::int64_t process) override {
+        fake.calls.push_back("into " + std::to_string(process));
+        tree_ = fake.trees[process];
+        return process != kDeafProcess;
+    }
+    void disconnect() override { fake.calls.emplace_back("out"); }
+    const char* scene_xml() override { return tree_; }
+    void reserved_2() override {}
+    void reserved_4() override {}
+    void reserved_5() override {}
+
+private:
+    FakeScene scene_;
+    std::string xml_;
+    const char* tree_ = nullptr;
+};
+
+// An installation of version 11 with three ports and a program that can't be started.
+class LinkFactoryTest : public testing::Test {
+protected:
+    LinkFactoryTest() {
+        fake = Fake();
+        std::ofstream(folder_.path() / "velmora.exe") << "no program";
+        install("Velmora 11", "velmora.exe");
+        factory_.set_min_version(6);
+        factory_.set_max_version(11);
+        factory_.set_retry_wait_ms(1);
+        factory_.set_retries(4);
+    }
+    ~LinkFactoryTest() override {
+        factory_.close();
+        unload();
+    }
+
+    void install(const std::string& name, const std::string& program) {
+        const std::string path = folder_.path().u8string();
+        auto all = installation_entries("HKEY_CURRENT_USER", name, folder_ / program, path, path);
+        all.push_back({all[0].hive, all[0].key, "LiveLinkPort", "\"4301\""});
+        all.push_back({all[0].hive, all[0].key, "LiveLinkMaxPort", "\"4303\""});
+        registry_.reset();
+        registry_.emplace(all);
+    }
+
+    // Puts the library there, and keeps it loaded as the same one until `keeper_` goes.
+    void add_library(const std::string& name = "qorvelmoralive6_64.so") {
+        fs::copy_file(VSQ_FAKE_LIVE_LIBRARY, folder_.path() / name);
+        keeper_ = platform::DynamicLibrary::open(folder_ / name);
+        ASSERT_TRUE(keeper_);
+        using SetBehaviour = void(live_library::Initialize*, void (*)());
+        reinterpret_cast<SetBehaviour*>(keeper_->find("set_behaviour"))(
+            []() -> live_library::Root* { return fake.gives ? new FakeLibrary : nullptr; },
+            [] { fake.calls.emplace_back("unload"); });
+    }
+
+    TemporaryFolder folder_;
+    std::optional<RegistryEntries> registry_;
+    std::optional<platform::DynamicLibrary> keeper_;
+    RepeatLinkFactory factory_;
+};
+
+TEST_F(LinkFactoryTest, ChoosesAmongTheRunningRenderers) {
+    add_library();
+    const struct {
+        std::vector<Running> running;
+        const char* scene;
+        bool any;
+        int wanted_port;  // 0 for none
+        bool is_found;
+    } cases[] = {
+        {{{11, 7, kOther, 1}, {9, 8, kRoom, 2}}, "room", true, 2, true},
+        {{{9, 7, kRoom, 1}, {10, 8, kRoom, 2}}, "room", false, 2, true},
+        {{{9, 7, kRoom, 1}, {9, 8, kRoom, 2}}, "room", false, 1, true},
+        {{{11, 7, kOther, 1}}, "room", false, 0, false},
+        {{{11, 7, kUnnamed, 1}}, "", false, 0, false},
+        {{{9, 7, kEmpty, 1}, {10, 8, kOther, 2}, {10, 9, kEmpty, 3}}, "", true, 2, false},
+        {{{9, 7, "<scene>", 1}}, "", true, 1, false},
+        {{{11, 7, kOther, 1}, {9, 8, kEmpty, 2}, {10, 9, kEmpty, 3}}, "", false, 3, false},
+        {{{9, 7, kEmpty, 1}, {9, 8, kEmpty, 2}}, "", false, 1, false},
+        {{{5, 7, kEmpty, 1}, {12, 8, kEmpty, 2}}, "", true, 0, false},
+        {{{6, 7, kEmpty, 1}, {11, 8, kEmpty, 2}}, "", true, 2, false},
+        {{{11, 7, kEmpty, -1}, {9, 8, kEmpty, 2}}, "", true, 2, false},
+        {{{11, kDeafProcess, kEmpty, 1}, {9, 8, kEmpty, 2}}, "", true, 2, false},
+        {{{11, 7, nullptr, 1}, {9, 8, kEmpty, 2}}, "", true, 2, false},
+    };
+    for (const auto& c : cases) {
+        fake.looks = {listed(c.running)};
+        for (const Running& one : c.running) {
+            fake.trees[one.process] = one.tree;
+        }
+        factory_.set_scene_name(c.scene);
+        factory_.set_connect_any(c.any);
+        EXPECT_NE(factory_.get_api(), nullptr);
+        EXPECT_EQ(fake.calls.back(), c.wanted_port == 0
+                                         ? "127.0.0.1 4301 1"
+                                         : "localhost " + std::to_string(c.wanted_port) + " 4")
+            << listed(c.running);
+        EXPECT_EQ(factory_.found_scene(), c.is_found) << listed(c.running);
+        factory_.close();
+    }
+}
+
+TEST_F(LinkFactoryTest, ConnectsOnceAndUnloadsOnClosing) {
+    add_library();
+    fake.looks = {listed({{9, 7, kEmpty, 70}, {8, kDeafProcess, kEmpty, 71}, {7, 8, kEmpty, -1}})};
+    fake.trees[7] = kEmpty;
+    fake.open_port = 1;
+    factory_.set_id(5);
+    EXPECT_EQ(factory_.get_api(), nullptr);
+    EXPECT_EQ(factory_.error(), kNoPort);
+    factory_.close();  // nothing is connected, so the library stays
+    const Calls attempt = {"look", "into 7", "out", "into 5000000000", "id 5", "localhost 70 4"};
+    EXPECT_EQ(std::exchange(fake.calls, {}), attempt);
+
+    fake.open_port = 70;
+    EXPECT_NE(factory_.get_api(), nullptr);
+    EXPECT_EQ(factory_.get_api(), factory_.get_api());
+    EXPECT_EQ(factory_.error(), "");
+    EXPECT_EQ(factory_.connected_port(), 70);
+    EXPECT_EQ(std::exchange(fake.calls, {}), attempt);
+
+    keeper_.reset();
+    factory_.close();
+    factory_.close();
+    EXPECT_EQ(fake.calls, (Calls{"disconnect", "delete root", "unload"}));
+}
+
+TEST_F(LinkFactoryTest, StartsARendererOrTriesTheRegisteredPorts) {
+    add_library();
+    fs::copy_file(VSQ_STARTED_PROGRAM, folder_.path() / "started.exe");
+    const std::string shown = listed({{11, 7, kEmpty, 70}});
+    const std::string damaged = shown.substr(0, shown.size() - 1);
+    const std::string mark = folder_ / "started.exe.started";
+    const struct {
+        const char* program;
+        std::vector<std::string> looks;
+        int open_port;
+        std::string calls;
+    } cases[] = {
+        {"velmora.exe", {""}, 4302, "look,id 1,127.0.0.1 4301 1,127.0.0.1 4302 1,"},
+        {"started.exe", {"", damaged, shown}, 70, "look,look,look,into 7,out,id 1,localhost 70 4,"},
+        {"started.exe",
+         {""},
+         4303,
+         "look,look,look,look,id 1,127.0.0.1 4301 1,127.0.0.1 4302 1,127.0.0.1 4303 1,"},
+    };
+    fake.trees[7] = kEmpty;
+    for (const auto& c : cases) {
+        install("Velmora 11", c.program);
+        fake.looks = c.looks;
+        fake.open_port = c.open_port;
+        fake.calls.clear();
+        EXPECT_NE(factory_.get_api(), nullptr);
+        EXPECT_EQ(factory_.error(), "");
+        std::string calls;
+        for (const std::string& call : fake.calls) {
+            calls += call + ",";
+        }
+        EXPECT_EQ(calls, c.calls);
+        factory_.close();
+
+        // The program tells how many arguments it got, once it runs.
+        const std::string wanted = c.program == std::string("started.exe") ? "0" : "";
+        for (int tries = 0; tries < 1000 && file_contents(mark) != wanted; ++tries) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        EXPECT_EQ(file_contents(mark), wanted);
+        std::error_code ignored;
+        fs::remove(fs::u8path(mark), ignored);
+    }
+}
+
+TEST_F(LinkFactoryTest, TellsWhatIsMissing) {
+    const auto check = [this](const std::string& missing) {
+        EXPECT_EQ(factory_.get_api(), nullptr);
+        EXPECT_EQ(factory_.error(), "Failed to connect. Could not get a " + missing +
+                                        " api. Please check your Velmora installation.\n");
+    };
+    check("query");  // for lack of a library
+    add_library();
+    for (const auto gives : {Fake::kNothing, Fake::kRoot, Fake::kQuery}) {
+        fake.gives = gives;
+        check(gives == Fake::kQuery ? "scene" : "query");
+    }
+    unload();
+    registry_.reset();
+    registry_.emplace(std::vector<RegistryEntry>{});
+    check("query");  // for lack of an installation
+}
+
+// The first library of a fitting name is taken even if it is of no use.
+TEST_F(LinkFactoryTest, LooksForTheLibraryUnderItsNames) {
+    fs::create_directory(folder_.path() / "here");
+    fs::current_path(folder_.path() / "here");
+    const struct {
+        int version;
+        const char* library;
+        const char* useless_library;
+        bool is_found;
+    } cases[] = {
+        {11, "qorvelmoralive6_64.so", "qorvelmoralive6_32.so", false},
+        {11, "qorvelmoralive6_64.so", "here/qorvelmoralive6_32.so", true},
+        {11, "here/qorvelmoralive6_32.so", "here/qorvelmoralive6_64.so", true},
+        {6, "here/qorvelmoralive6_64.so", "qorvelmoralive32.so", true},
+        {5, "qorvelmoralive64.so", "qorvelmoralive6_32.so", true},
+        {5, "here/qorvelmoralive32.so", "here/qorvelmoralive64.so", true},
+    };
+    for (const auto& c : cases) {
+        install("Velmora " + std::to_string(c.version), "velmora.exe");
+        fs::copy_file(VSQ_USELESS_LIVE_LIBRARY, folder_.path() / c.useless_library);
+        add_library(c.library);
+        EXPECT_EQ(qor_get_query_api(5, 11) != nullptr, c.is_found) << c.version << c.library;
+        unload();
+        keeper_.reset();
+        fs::remove(folder_.path() / c.library);
+        fs::remove(folder_.path() / c.useless_library);
+    }
+    fs::current_path(fs::temp_directory_path());
+}
+
+TEST(SceneTree, IsSearchedAsDeepAsTheVersionHasItsScenes) {
+    const struct {
+        const char* xml;
+        int version;
+        bool is_empty, holds;
+    } cases[] = {
+        {"<a name=\"n\"/>", 11, false, true},
+        {"<a><b/></a>", 11, true, false},
+        {"<a><b><c/><c><d/></c></b></a>", 11, false, false},
+        {"<a><b/><b><c><d/></c></b></a>", 11, true, false},
+        {"<a><b><c name=\"n\"/></b></a>", 6, true, true},
+        {"<a><b><c><d name=\"n\"/></c></b></a>", 6, false, false},
+        {"<a><b><c><d name=\"n\"/></c></b></a>", 7, false, true},
+        {"<a><b><c><d><e name=\"n\"/></d></c></b></a>", 7, false, false},
+        {"<a><b modelset=\"active\" name=\"n\"/></a>", 11, true, true},
+        {"<a><b modelset=\"\" name=\"n\"/></a>", 11, true, false},
+        {"<a><b modelset=\"hidden\"><c name=\"n\"/></b></a>", 11, true, false},
+        {"<a><b modelset=\"hidden\"/><b name=\"n\"/></a>", 11, true, true},
+    };
+    for (const auto& c : cases) {
+        const SceneTreeFindings found = SearchSceneTree(c.xml, "n", c.version);
+        EXPECT_EQ(found.is_empty, c.is_empty) << c.xml;
+        EXPECT_EQ(found.holds_scene, c.holds) << c.xml << c.version;
+    }
+}
+
+}  // namespace
+}  // namespace qor

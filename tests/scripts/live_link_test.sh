@@ -1,0 +1,143 @@
+#!/bin/bash
+# live_link_test.sh FOLDER [EMULATOR]: the headless host's commands over the live link, with the
+# programs in FOLDER: the host, and what stands in for the renderer. With an emulator they are
+# Windows programs, and the registry is its own.
+set -u
+bin=$1
+emulator=${2-}
+out=$(mktemp -d)
+cd "$out" || exit 1
+mkdir config config/quoria data scenes resources
+export XDG_CONFIG_HOME=$out/config XDG_DATA_HOME=$out/data VELMORA_SCENES=$out/scenes
+ending=
+drive=
+if [[ -n $emulator ]]; then
+    export WINEPREFIX=${WINEPREFIX:-$bin/../wineprefix}
+    export VELMORA_SCENES=Z:$out/scenes
+    ending=.exe
+    drive=Z:
+fi
+failures=0
+
+# run PROGRAM ARGUMENT...
+run() {
+    local program=$bin/$1$ending
+    shift
+    ${emulator:+"$emulator"} "$program" "$@" | tr -d '\r'
+    return "${PIPESTATUS[0]}"
+}
+
+key='HKEY_LOCAL_MACHINE\SOFTWARE\Quoria\Velmora 11'
+register() {
+    local file=$out/config/quoria/registry.reg
+    printf 'Windows Registry Editor Version 5.00\r\n\r\n[%s]\r\n' "$key" >"$file"
+    printf '"BinName"="%s"\r\n"BinFolder"="%s"\r\n"ResourceFolder"="%s"\r\n' \
+        "$drive$bin/velmora$ending" "$drive$bin" "$drive$out/resources" >>"$file"
+    if [[ -n $emulator ]]; then
+        "$emulator" reg import "Z:$file" >/dev/null 2>&1
+    fi
+}
+
+unregister() {
+    rm -f "$out/config/quoria/registry.reg"
+    if [[ -n $emulator ]]; then
+        "$emulator" reg delete "$key" /f >/dev/null 2>&1
+    fi
+}
+
+clean_up() {
+    run velmora --stop
+    unregister
+    rm -rf "$out"
+}
+trap clean_up EXIT
+
+fail() {
+    echo "FAILED: $*"
+    failures=$((failures + 1))
+}
+
+# The name of the scene that the renderer was sent last.
+last_received() {
+    find scenes -name 'scene-*.vsq' -printf '%f\n' | sort -t- -k3n | tail -1
+}
+
+# objects FILE: the names of the objects in a scene, in their order.
+objects() {
+    LC_ALL=C sed -n 's/^object "\(.*\)" {$/\1/p' "$1" | tr '\n' ' '
+}
+
+# Without a renderer one line tells so, and nothing is started.
+unregister
+run vsqexport render demo:hierarchy >stdout 2>stderr </dev/null &&
+    fail "a render without a renderer"
+[[ $(<stderr) == *'Could not connect to a existing Velmora instance or launch a new.'* &&
+    $(wc -l <stderr) == 1 && ! -s stdout ]] || fail "what is told without a renderer: $(<stderr)"
+printf 'render\nnodes\n' | run vsqexport session demo:hierarchy >stdout 2>stderr &&
+    fail "a session with a failure in a pipe"
+grep -q Counterweight stdout || fail "a session goes on after a failure"
+
+# The same statements over the link as in a file, but for the lines at the head and the flags.
+register
+started=started
+for scene in $(run vsqexport export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p'); do
+    run vsqexport export "$scene" sent.vsq --set GeneralCurves=1 >/dev/null 2>&1
+    run vsqexport render "$scene" --set GeneralCurves=1 >stdout 2>stderr </dev/null ||
+        fail "$scene: $(<stderr)"
+    grep -q "^Velmora 11\.0 (process [0-9]*, port [0-9]*), which was $started\$" stdout ||
+        fail "$scene: the renderer was not $started: $(<stdout)"
+    started=running
+    received=scenes/$(last_received)
+    [[ $(head -1 "$received") == 'id 1' ]] || fail "$scene: the id"
+    tail -n +6 sent.vsq | LC_ALL=C sed '0,/^flags 0$/s//flags 33792/' >wanted
+    tail -n +2 "$received" | cmp - wanted || fail "$scene: it was received otherwise"
+done
+[[ $started == running ]] || fail "there are no demo scenes"
+
+# An update sends the objects of the nodes that have changed, and every node's matrix.
+cat >script <<'END'
+update
+update
+hide Floor
+move Lift 1 2 3
+rename Gate Door
+update
+export missing/s.vsq
+unhide Floor
+export missing/s.vsq
+update
+export sent.vsq
+update
+move Bolt 0 0 0
+render
+update
+END
+while IFS='|' read -r number names; do
+    wanted+=("$number|$names")
+done <<'END'
+1|Lamp Turntable Lift Bolt Gate Floor 
+2|
+3|Lift 
+4|Floor 
+5|
+6|Lamp Turntable Lift Bolt Door Floor 
+7|
+END
+run velmora --stop
+rm -f scenes/*
+run vsqexport session demo:motion <script >stdout 2>stderr && fail "a session with two failures"
+[[ $(wc -l <stderr) == 2 ]] || fail "two failures were wanted: $(<stderr)"
+for entry in "${wanted[@]}"; do
+    received=$(echo scenes/scene-*-"${entry%%|*}".vsq)
+    [[ -e $received ]] || fail "no scene $received"
+    [[ $(objects "$received") == "${entry#*|}" ]] ||
+        fail "$received holds: $(objects "$received")"
+    [[ $(LC_ALL=C grep -ac '^transform ' "$received") == 7 ]] || fail "$received: the matrices"
+    flags=32768
+    [[ ${entry%%|*} == 6 ]] && flags=33792
+    [[ $(LC_ALL=C grep -am1 '^flags ' "$received") == "flags $flags" ]] || fail "$received: flags"
+done
+[[ $(grep -c '^update: 0 objects, 0 cameras, 7 matrices of nodes sent to Velmora 11' stdout) == 3 ]] ||
+    fail "three updates without objects were wanted: $(<stdout)"
+
+exit $((failures > 0))

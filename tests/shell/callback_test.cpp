@@ -1,0 +1,132 @@
+#include "plugins/3dsmax/shell/callback.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/message_box.h"
+#include "plugins/3dsmax/shell/command_ids.h"
+#include "standins/host/memory/scene_builder.h"
+#include "tests/support/registry_entries.h"
+
+namespace {
+
+using Events = INodeEventCallback;
+using memhost::SceneBuilder;
+using Nodes = std::set<INode*>;
+
+Callback callback_of(SceneBuilder& scene) {
+    return Callback(&scene.host(), std::make_shared<Qor::Options>(&scene.host()));
+}
+
+Events::NodeKeyTab keys_of(std::vector<Animatable*> animatables) {
+    Events::NodeKeyTab keys;
+    for (Animatable* animatable : animatables) {
+        AnimHandle key = Animatable::GetHandleByAnim(animatable);
+        keys.Append(1, &key);
+    }
+    return keys;
+}
+
+TEST(Callback, RecordsTheNodesOfEventsThatChangeWhatIsSent) {
+    const struct {
+        memhost::NodeEvent event;
+        bool recorded;
+    } events[] = {
+        {&Events::Added, true},
+        {&Events::Deleted, true},
+        {&Events::LinkChanged, true},
+        {&Events::LayerChanged, true},
+        {&Events::GroupChanged, true},
+        {&Events::HierarchyOtherEvent, true},
+        {&Events::ModelStructured, true},
+        {&Events::GeometryChanged, true},
+        {&Events::TopologyChanged, true},
+        {&Events::MappingChanged, true},
+        {&Events::ExtentionChannelChanged, false},
+        {&Events::ModelOtherEvent, true},
+        {&Events::MaterialStructured, true},
+        {&Events::MaterialOtherEvent, true},
+        {&Events::ControllerStructured, true},
+        {&Events::ControllerOtherEvent, true},
+        {&Events::NameChanged, false},
+        {&Events::WireColorChanged, false},
+        {&Events::RenderPropertiesChanged, false},
+        {&Events::DisplayPropertiesChanged, false},
+        {&Events::UserPropertiesChanged, false},
+        {&Events::PropertiesOtherEvent, false},
+        {&Events::SubobjectSelectionChanged, false},
+        {&Events::SelectionChanged, false},
+        {&Events::HideChanged, true},
+        {&Events::FreezeChanged, false},
+        {&Events::DisplayOtherEvent, false},
+    };
+    SceneBuilder scene;
+    INode* parent = &scene.node(L"parent").node();
+    INode* child = &memhost::NodeBuilder(scene.host().root()).child(L"child").node();
+    for (const auto& [event, recorded] : events) {
+        Callback callback = callback_of(scene);
+        for (int i = 0; i < 2; ++i) {
+            Events::NodeKeyTab keys = keys_of({parent, child});
+            (callback.*event)(keys);
+        }
+        EXPECT_EQ(callback.changed_nodes(), recorded ? Nodes({parent, child}) : Nodes())
+            << "event " << &event - &events[0].event;
+    }
+}
+
+TEST(Callback, RecordsNullForWhatIsNoNode) {
+    SceneBuilder scene;
+    memhost::MemoryNode& gone = scene.node(L"gone").node();
+    Events::NodeKeyTab keys = keys_of({&gone, &scene.make<memhost::StandardMaterial>(L"m")});
+    scene.host().delete_node(gone);
+    Callback callback = callback_of(scene);
+    callback.Deleted(keys);
+    EXPECT_EQ(callback.changed_nodes(), Nodes({nullptr}));
+}
+
+TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
+    const RegistryEntries no_renderer({});
+    const TemporaryFolder folder;
+    const std::string target = folder / "s.vsq";
+    const std::string missing = folder / "missing" + "/s.vsq";
+    const std::string no_link = "Could not connect to a existing Velmora instance or launch a new.";
+    const struct {
+        const char* what;
+        int command;
+        std::string answer;  // to the save dialog
+        bool cancelled;
+        bool forgets;
+        bool shows_bar;
+        std::string told;
+    } cases[] = {
+        {"an export", kExportCommand, target, false, true, true, ""},
+        {"a cancelled export", kExportCommand, target, true, true, true, ""},
+        {"no file chosen", kExportCommand, "", false, false, false, ""},
+        {"no file made", kExportCommand, missing, false, false, true,
+         "could not open file: \"" + missing + "\""},
+        {"a render without a renderer", kRenderCommand, "", false, true, true, no_link},
+        {"an update without one", kUpdateCommand, "", false, true, true, no_link},
+        {"no command", 7, "", false, false, false, ""},
+    };
+    for (const auto& command : cases) {
+        SCOPED_TRACE(command.what);
+        std::string told;
+        platform::set_message_box_handler(
+            [&told](const std::string& text, const std::string&, std::uint32_t) { told += text; });
+        SceneBuilder scene;
+        INode* node = &scene.node(L"a").node();
+        scene.host().answer_save_dialog(command.answer);
+        scene.host().cancel_at_poll(command.cancelled ? 1 : 0);
+        Callback callback = callback_of(scene);
+        Events::NodeKeyTab keys = keys_of({node});
+        callback.HideChanged(keys);
+
+        EXPECT_TRUE(callback.ExecuteAction(command.command));
+        EXPECT_EQ(callback.changed_nodes(), command.forgets ? Nodes() : Nodes({node}));
+        EXPECT_EQ(scene.host().progress().started, command.shows_bar ? 1 : 0);
+        EXPECT_EQ(scene.host().progress().ended, command.shows_bar ? 1 : 0);
+        EXPECT_EQ(told, command.told);
+    }
+    platform::set_message_box_handler({});
+}
+
+}  // namespace

@@ -1,0 +1,163 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "standins/renderer/running_renderers.h"
+#include "tests/support/temporary_folder.h"
+
+#ifdef _WIN32
+#include "platform/wide_text.h"
+#else
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#endif
+
+/// Sets an environment variable of this process and of those that it starts.
+inline void set_environment(const std::string& name, const std::string& value) {
+#ifdef _WIN32
+    SetEnvironmentVariableW(platform::wide_from_utf8(name).c_str(),
+                            value.empty() ? nullptr : platform::wide_from_utf8(value).c_str());
+#else
+    value.empty() ? unsetenv(name.c_str()) : setenv(name.c_str(), value.c_str(), 1);
+#endif
+}
+
+/// Keeps the running renderers of a test, and their scenes, apart from the user's own.
+class RendererFolder {
+public:
+    RendererFolder() {
+        set_environment("XDG_DATA_HOME", folder_.path().u8string());
+        set_environment("LOCALAPPDATA", folder_.path().u8string());
+    }
+    std::filesystem::path scenes() const { return folder_.path() / "quoria/scenes"; }
+
+private:
+    TemporaryFolder folder_;
+};
+
+/// A running renderer, which ends when the object goes and when the test dies.
+class VelmoraProcess {
+public:
+    explicit VelmoraProcess(const std::string& program,
+                            const std::map<std::string, std::string>& environment = {}) {
+        for (const auto& [name, value] : environment) {
+            set_environment(name, value);
+        }
+        start(program);
+        for (const auto& variable : environment) {
+            set_environment(variable.first, {});
+        }
+        for (int look = 0; look < 1000 && !announced(); ++look) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+    }
+    VelmoraProcess(const VelmoraProcess&) = delete;
+    VelmoraProcess& operator=(const VelmoraProcess&) = delete;
+    ~VelmoraProcess();
+
+    std::int64_t id() const { return id_; }
+
+    std::optional<velmora::RunningRenderer> announced() const {
+        for (const velmora::RunningRenderer& renderer : velmora::list_running_renderers()) {
+            if (renderer.process_id == id_) {
+                return renderer;
+            }
+        }
+        return std::nullopt;
+    }
+
+    /// False if it hasn't ended after some seconds.
+    bool wait_for_end() {
+        for (int look = 0; look < 1000; ++look) {
+            if (has_ended()) {
+                return true;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return false;
+    }
+
+private:
+    void start(const std::string& program);
+    bool has_ended();
+
+    std::int64_t id_ = 0;
+#ifdef _WIN32
+    HANDLE process_ = nullptr;
+    HANDLE job_ = nullptr;
+#else
+    bool has_ended_ = false;
+#endif
+};
+
+#ifdef _WIN32
+
+inline void VelmoraProcess::start(const std::string& program) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(platform::wide_from_utf8(program).c_str(), nullptr, nullptr, nullptr, FALSE,
+                        0, nullptr, nullptr, &startup, &started)) {
+        throw std::runtime_error("can't start " + program);
+    }
+    CloseHandle(started.hThread);
+    process_ = started.hProcess;
+    id_ = started.dwProcessId;
+    job_ = CreateJobObjectW(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    SetInformationJobObject(job_, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    AssignProcessToJobObject(job_, process_);
+}
+
+inline bool VelmoraProcess::has_ended() {
+    return WaitForSingleObject(process_, 0) == WAIT_OBJECT_0;
+}
+
+inline VelmoraProcess::~VelmoraProcess() {
+    TerminateProcess(process_, 1);
+    WaitForSingleObject(process_, 5000);
+    CloseHandle(process_);
+    CloseHandle(job_);
+}
+
+#else
+
+inline void VelmoraProcess::start(const std::string& program) {
+    const pid_t child = fork();
+    if (child == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
+        execl(program.c_str(), program.c_str(), static_cast<char*>(nullptr));
+        _exit(1);
+    }
+    if (child < 0) {
+        throw std::runtime_error("can't start " + program);
+    }
+    id_ = child;
+}
+
+inline bool VelmoraProcess::has_ended() {
+    has_ended_ = has_ended_ || waitpid(static_cast<pid_t>(id_), nullptr, WNOHANG) != 0;
+    return has_ended_;
+}
+
+inline VelmoraProcess::~VelmoraProcess() {
+    if (!has_ended()) {
+        kill(static_cast<pid_t>(id_), SIGKILL);
+        waitpid(static_cast<pid_t>(id_), nullptr, 0);
+    }
+}
+
+#endif
