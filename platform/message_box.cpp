@@ -19,6 +19,8 @@ void show_message_box(void* parent, const std::string& text, const std::string& 
                       std::uint32_t style) {
     if (handler()) {
         handler()(text, title, style);
+    } else if (HostMessageBox* show = find_host_message_box()) {
+        show(text.c_str(), title.c_str(), style);
     } else {
         show_native_message_box(parent, text, title, style);
     }

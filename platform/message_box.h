@@ -14,6 +14,11 @@ constexpr std::uint32_t kMessageBoxError = 16;
 void show_message_box(void* parent, const std::string& text, const std::string& title,
                       std::uint32_t style);
 
+/// A program without windows that loads others as libraries takes their boxes too: it exports a
+/// function of this type under this name, and whoever in the process has no handler calls that.
+using HostMessageBox = void(const char* text, const char* title, std::uint32_t style);
+constexpr char kHostMessageBox[] = "vsq_host_message_box";
+
 /// What `show_message_box` does in place of opening a window.
 using MessageBoxHandler =
     std::function<void(const std::string& text, const std::string& title, std::uint32_t style)>;
