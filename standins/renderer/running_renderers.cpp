@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <thread>
 
@@ -18,8 +19,10 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kEnding[] = ".renderer";
+constexpr char kUnfinishedEnding[] = ".new";  // behind the other
 
-// On Windows a file can't be replaced while somebody reads it, which nobody does for long.
+// On Windows a file can't be replaced while somebody reads it, nor read while it is replaced;
+// neither takes long.
 constexpr int kMostAttempts = 100;
 constexpr std::chrono::milliseconds kTimeBetweenAttempts(5);
 
@@ -31,10 +34,26 @@ fs::path announcement_of(std::int64_t process_id) {
     return running_folder() / (std::to_string(process_id) + kEnding);
 }
 
+// Nothing if the file is gone.
+std::ifstream open_announcement(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    for (int attempt = 1; !file && attempt < kMostAttempts; ++attempt) {
+        fs::path unfinished = path;
+        unfinished += kUnfinishedEnding;
+        std::error_code ignored;
+        if (!fs::exists(path, ignored) && !fs::exists(unfinished, ignored)) {
+            break;
+        }
+        std::this_thread::sleep_for(kTimeBetweenAttempts);
+        file.open(path, std::ios::binary);
+    }
+    return file;
+}
+
 // Lines of `key=value`. Nothing if the renderer is gone, or the file by now.
 std::optional<RunningRenderer> read_announcement(const fs::path& path) {
     RunningRenderer renderer;
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file = open_announcement(path);
     std::string line;
     while (std::getline(file, line)) {
         const size_t equals = line.find('=');
@@ -71,14 +90,22 @@ std::optional<RunningRenderer> read_announcement(const fs::path& path) {
 }  // namespace
 
 std::vector<RunningRenderer> list_running_renderers() {
-    std::vector<RunningRenderer> renderers;
+    std::set<fs::path> announcements;
     std::error_code no_folder;
     for (fs::directory_iterator file(running_folder(), no_folder), end; !no_folder && file != end;
          file.increment(no_folder)) {
-        if (file->path().extension() != kEnding) {
-            continue;
+        // Of one that is being replaced there may be only the new file, under its own name.
+        fs::path path = file->path();
+        if (path.extension() == kUnfinishedEnding) {
+            path.replace_extension();
         }
-        if (std::optional<RunningRenderer> renderer = read_announcement(file->path())) {
+        if (path.extension() == kEnding) {
+            announcements.insert(path);
+        }
+    }
+    std::vector<RunningRenderer> renderers;
+    for (const fs::path& path : announcements) {
+        if (std::optional<RunningRenderer> renderer = read_announcement(path)) {
             renderers.push_back(std::move(*renderer));
         }
     }
@@ -107,7 +134,7 @@ void Announcement::set_scene(const std::string& file, std::uint64_t number) {
 void Announcement::write() const {
     const fs::path path = announcement_of(renderer_.process_id);
     fs::path unfinished = path;
-    unfinished += ".new";
+    unfinished += kUnfinishedEnding;
     std::error_code error;
     fs::create_directories(path.parent_path(), error);
     std::ofstream file(unfinished, std::ios::binary);
