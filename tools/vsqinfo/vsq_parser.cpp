@@ -53,6 +53,7 @@ VsqSummary VsqParser::read() {
     summary_.materials = materials_.size();
     summary_.textures = textures_.size();
     summary_.environments = environments_.size();
+    summary_.library_paths.assign(libraries_.begin(), libraries_.end());
     return std::move(summary_);
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <istream>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -151,6 +152,7 @@ private:
     std::unordered_set<std::string> materials_;
     std::unordered_set<std::string> textures_;
     std::unordered_set<std::string> environments_;
+    std::set<std::string> libraries_;
     std::uint64_t object_depth_ = 0;  // entries of the stack up to the object that is open, else 0
 };
 

@@ -132,6 +132,7 @@ void VsqParser::note_parameter() {
         (stack_.back().is_environment ? environments_ : textures_).insert(value_);
     } else if (block() == BlockKind::kGeometry && name_ == "file") {
         ++summary_.library_files;
+        libraries_.insert(value_);
     }
 }
 

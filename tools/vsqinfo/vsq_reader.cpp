@@ -1,9 +1,6 @@
 #include "tools/vsqinfo/vsq_reader.h"
 
-#include <filesystem>
-#include <fstream>
-#include <system_error>
-
+#include "tools/vsqinfo/input_file.h"
 #include "tools/vsqinfo/vsq_parser.h"
 
 namespace vsqinfo {
@@ -13,14 +10,7 @@ VsqSummary read_vsq(std::istream& stream, VsqListener* listener) {
 }
 
 VsqSummary read_vsq_file(const std::string& path, VsqListener* listener) {
-    const std::filesystem::path file = std::filesystem::u8path(path);
-    std::error_code error;
-    if (std::filesystem::is_directory(file, error))
-        throw UnreadableFile("is a folder");
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream)
-        throw UnreadableFile(std::filesystem::exists(file, error) ? "can't be opened"
-                                                                  : "does not exist");
+    std::ifstream stream = open_input_file(path);
     return read_vsq(stream, listener);
 }
 

@@ -1,46 +1,10 @@
 #include "tools/vsqinfo/vsq_summary.h"
 
-#include <initializer_list>
-#include <utility>
-
 #include "tools/vsqinfo/display_text.h"
+#include "tools/vsqinfo/summary_table.h"
 
 namespace vsqinfo {
 namespace {
-
-class Table {
-public:
-    void row(const std::string& title, const std::string& value) {
-        text_ += title;
-        text_.append(title.size() < kWidth ? kWidth - title.size() : 1, ' ');
-        text_ += value;
-        text_ += '\n';
-    }
-
-    // `details` are further counts behind the first; those of 0 are left out.
-    struct Detail {
-        std::uint64_t count;
-        const char* what;
-    };
-    void count(const std::string& title, std::uint64_t number,
-               std::initializer_list<Detail> details = {}) {
-        std::string value = std::to_string(number);
-        const char* separator = "  (";
-        for (const Detail& detail : details) {
-            if (detail.count == 0)
-                continue;
-            value += separator + std::to_string(detail.count) + " " + detail.what;
-            separator = ", ";
-        }
-        row(title, value + (separator[0] == ',' ? ")" : ""));
-    }
-
-    std::string take() { return std::move(text_); }
-
-private:
-    static constexpr std::size_t kWidth = 14;
-    std::string text_;
-};
 
 std::string quoted(const std::string& name) {
     return "\"" + display_text(name) + "\"";
@@ -49,7 +13,7 @@ std::string quoted(const std::string& name) {
 }  // namespace
 
 std::string summary_text(const VsqSummary& s) {
-    Table table;
+    SummaryTable table;
     table.row("size", std::to_string(s.file_size) + " bytes");
     table.row("format", "version " + std::to_string(s.version) +
                             (s.has_header ? ", id " + std::to_string(s.header_id)
@@ -69,6 +33,8 @@ std::string summary_text(const VsqSummary& s) {
     table.count("groups", s.groups, {{s.definitions, "definitions"}});
     table.count("objects", s.objects,
                 {{s.instances, "instances"}, {s.library_files, "with triangles in a library"}});
+    for (const std::string& path : s.library_paths)
+        table.row("library", display_text(path));
     table.count("triangles", s.triangles, {{s.vertices, "vertices"}});
     table.count("curves", s.curves, {{s.curve_points, "points"}});
     table.count("materials", s.materials,

@@ -43,6 +43,7 @@ struct VsqSummary {
     std::uint64_t curve_points = 0;   ///< control points of all strands
     std::uint64_t instances = 0;      ///< geometries that repeat a defined one
     std::uint64_t library_files = 0;  ///< geometries whose triangles lie in a file of their own
+    std::vector<std::string> library_paths;  ///< the distinct files of those, sorted
 
     std::uint64_t materials = 0;            ///< distinct names of the material blocks
     std::uint64_t material_blocks = 0;      ///< each use writes its block anew

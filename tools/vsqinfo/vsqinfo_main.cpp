@@ -8,6 +8,8 @@
 
 #include "tools/vsqinfo/display_text.h"
 #include "tools/vsqinfo/group_tree.h"
+#include "tools/vsqinfo/input_file.h"
+#include "tools/vsqinfo/qort_reader.h"
 #include "tools/vsqinfo/vsq_reader.h"
 #include "tools/vsqinfo/vsq_summary.h"
 
@@ -18,24 +20,33 @@ struct Arguments {
     bool tree = false;
 };
 
-void show_scene(const Arguments& arguments) {
+void show_scene(std::istream& stream, bool with_tree) {
     vsqinfo::GroupTree tree(std::cout);
-    const vsqinfo::VsqSummary summary =
-        vsqinfo::read_vsq_file(arguments.file, arguments.tree ? &tree : nullptr);
-    if (arguments.tree)
+    const vsqinfo::VsqSummary summary = vsqinfo::read_vsq(stream, with_tree ? &tree : nullptr);
+    if (with_tree)
         std::cout << '\n';
     std::cout << vsqinfo::summary_text(summary);
 }
 
+// Which of the two kinds a file is shows in its contents; its name may be any.
+void show_file(const Arguments& arguments) {
+    std::ifstream stream = vsqinfo::open_input_file(arguments.file);
+    if (vsqinfo::begins_as_qort(stream))
+        std::cout << vsqinfo::summary_text(vsqinfo::read_qort(stream));
+    else
+        show_scene(stream, arguments.tree);
+}
+
 // `words` are the arguments as UTF-8, without the program's name.
 int run(std::vector<std::string> words) {
-    CLI::App app("Says what a scene file holds, and refuses a malformed one.", "vsqinfo");
+    CLI::App app("Says what a scene file or a mesh file holds, and refuses a malformed one.",
+                 "vsqinfo");
     // Else a path that begins with a slash would be an option on Windows.
     app.allow_windows_style_options(false);
     Arguments arguments;
-    app.add_option("FILE", arguments.file, "Scene file (.vsq)")->required();
+    app.add_option("FILE", arguments.file, "Scene file (.vsq) or mesh file (.qorT)")->required();
     app.add_flag("--tree", arguments.tree,
-                 "Print the tree of groups with their matrices in front of the summary");
+                 "Print a scene's tree of groups with their matrices in front of the summary");
     try {
         std::reverse(words.begin(), words.end());
         app.parse(std::move(words));
@@ -45,7 +56,7 @@ int run(std::vector<std::string> words) {
 
     try {
         std::ios::sync_with_stdio(false);
-        show_scene(arguments);
+        show_file(arguments);
         std::cout.flush();
         return std::cout ? 0 : 1;
     } catch (const std::exception& error) {

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "tests/support/installation_entries.h"
+#include "tests/support/temporary_folder.h"
+
+/// An installation of the renderer, registered while the object lives, with a resource folder that
+/// exports put their mesh libraries in.
+class ExportedLibraries {
+public:
+    ExportedLibraries()
+        : entries_(installation_entries("HKEY_CURRENT_USER", "Velmora 11", folder_ / "program",
+                                        folder_ / "", folder_ / "")) {
+        std::ofstream(folder_.path() / "program") << "program";
+        std::filesystem::create_directories(folder_.path() / "textures");
+        std::filesystem::create_directories(animations());
+    }
+
+    /// The folder in which the exports' own is made.
+    std::filesystem::path animations() const { return folder_.path() / "Animations"; }
+
+    /// Of the files so far, by name.
+    std::vector<std::string> paths() const {
+        std::vector<std::string> found;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(animations())) {
+            if (entry.is_regular_file()) {
+                found.push_back(entry.path().u8string());
+            }
+        }
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+
+    /// The same without their folder.
+    std::vector<std::string> names() const {
+        std::vector<std::string> result;
+        for (const std::string& path : paths()) {
+            result.push_back(std::filesystem::u8path(path).filename().u8string());
+        }
+        return result;
+    }
+
+private:
+    TemporaryFolder folder_;
+    RegistryEntries entries_;
+};
+
+/// The blocks of a library as numbers. It takes the file to be well formed.
+struct LibraryArrays {
+    using Vector = std::array<float, 3>;
+    struct Frame {
+        std::uint32_t number;
+        float time;
+        std::uint32_t ranges[8];  // starts and counts of triangles, vertices, normals and uvs
+    };
+
+    explicit LibraryArrays(const std::string& path_utf8) {
+        const std::string bytes = file_contents(path_utf8);
+        size_t at = 64;
+        while (at < bytes.size()) {
+            std::uint32_t head[2];
+            std::memcpy(head, bytes.data() + at, sizeof head);
+            payloads[head[0]] = bytes.substr(at + 8, head[1]);
+            at += 8 + size_t{head[1]};
+        }
+        frames = array<Frame>(9);
+        triangles = array<std::uint32_t>(1);
+        vertices = array<Vector>(2);
+        normals = array<Vector>(3);
+        uvs = array<std::array<float, 2>>(5);
+    }
+
+    template <typename Element>
+    std::vector<Element> array(std::uint32_t tag) {
+        const std::string& payload = payloads[tag];
+        std::vector<Element> elements(payload.size() / sizeof(Element));
+        std::copy(payload.begin(), payload.end(), reinterpret_cast<char*>(elements.data()));
+        return elements;
+    }
+
+    std::map<std::uint32_t, std::string> payloads;  // by tag
+    std::vector<Frame> frames;
+    std::vector<std::uint32_t> triangles;
+    std::vector<Vector> vertices;
+    std::vector<Vector> normals;
+    std::vector<std::array<float, 2>> uvs;
+};

@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "tests/support/qort_bytes.h"
+#include "tools/vsqinfo/qort_reader.h"
+
+namespace {
+
+using namespace qort_bytes;
+
+vsqinfo::QortSummary read(const std::string& bytes) {
+    std::istringstream stream(bytes);
+    return vsqinfo::read_qort(stream);
+}
+
+const std::vector<float> kBox = {0, 0, 0, 1, 2, 3};
+
+// One triangle in two frames. Blocks begin at 64, 152, 172, 252 and 332.
+std::string library() {
+    return header(true, kBox, 64 + 80 + 12 + 72 + 72 + 24) +
+           block(9, frame(3, 0.099f, {0, 1, 0, 3, 0, 3, 0, 3}) +
+                        frame(5, 0.165f, {0, 1, 3, 3, 3, 3, 0, 3})) +
+           block(1, words({0, 1, 2})) +
+           block(2, floats({0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 3, 1, 0, 3, 0, 2, 3})) +
+           block(3, floats(std::vector<float>(18, 0.5f))) + block(5, floats({0, 0, 1, 0, 0, 1}));
+}
+
+// With everything that frames don't go with. Blocks begin at 64, 84, 128, 148, 168, 192 and 212.
+std::string mesh() {
+    return header(false, kBox, 64) + block(1, words({0, 1, 2})) +
+           block(2, floats({0, 0, 0, 1, 0, 0, 0, 2, 3})) + block(3, floats({0, 0, 1})) +
+           block(4, words({0, 0, 0})) + block(5, floats({0, 0, 1, 0})) +
+           block(6, words({0, 1, 0})) + block(7, floats({1, 1, 1, 0, 0, 0, 1, 0, 0}));
+}
+
+std::string interleaved() {
+    return header(true, kBox, 64 + 40 + 12 + 36) + block(9, frame(0, 0, {0, 1, 0, 3, 0, 0, 0, 0})) +
+           block(1, words({0, 1, 2})) + block(8, floats(std::vector<float>(24, 0.25f)));
+}
+
+TEST(QortReader, SaysWhatAFileHolds) {
+    EXPECT_EQ(vsqinfo::summary_text(read(library())),
+              "size          364 bytes\n"
+              "format        mesh, version 3, separate arrays\n"
+              "frames        2  (numbers 3 to 5 with gaps, times 0.099 to 0.165 s)\n"
+              "triangles     1\n"
+              "vertices      6\n"
+              "normals       6\n"
+              "uvs           3\n"
+              "colours       0\n"
+              "box           0 0 0 to 1 2 3\n");
+    EXPECT_NE(vsqinfo::summary_text(read(mesh()))
+                  .find("frames        none\n"
+                        "triangles     1\n"
+                        "vertices      3\n"
+                        "normals       1  (1 index triples)\n"
+                        "uvs           2  (1 index triples)\n"
+                        "colours       3\n"),
+              std::string::npos);
+    EXPECT_NE(vsqinfo::summary_text(read(interleaved())).find("interleaved\nframes        1  "),
+              std::string::npos);
+    // What is no number lies in any box.
+    EXPECT_NO_THROW(read(library().replace(180, 4, words({0x7fc00000}))));
+}
+
+TEST(QortReader, RefusesAFileCutAtAnyByte) {
+    for (const std::string& file : {library(), interleaved()}) {
+        for (size_t length = 0; length < file.size(); ++length) {
+            try {
+                read(file.substr(0, length));
+                ADD_FAILURE() << "cut to " << length << " bytes, it is accepted";
+            } catch (const vsqinfo::MalformedFile& error) {
+                EXPECT_EQ(error.offset(), length) << error.what();
+            }
+        }
+    }
+    // Without frames nothing tells of arrays to come: a mesh is whole with fewer of them, too.
+    std::vector<size_t> whole;
+    for (size_t length = 0; length < mesh().size(); ++length) {
+        try {
+            read(mesh().substr(0, length));
+            whole.push_back(length);
+        } catch (const vsqinfo::MalformedFile& error) {
+            EXPECT_LE(error.offset(), length);
+        }
+    }
+    EXPECT_EQ(whole, (std::vector<size_t>{128, 168, 212}));
+}
+
+TEST(QortReader, NamesThePlaceOfTheFault) {
+    const struct {
+        const char* what;
+        std::string file;
+        size_t at;          // where the file is changed,
+        std::string bytes;  // to this
+        std::uint64_t offset;
+    } cases[] = {
+        {"magic", library(), 3, "t", 3},
+        {"version", library(), 4, words({4}), 4},
+        {"has frames", library(), 8, words({2}), 8},
+        {"offset of frames", library(), 12, words({72}), 12},
+        {"offset without frames", mesh(), 12, words({64}), 12},
+        {"box too small", library(), 32, floats({1.5f}), 208},
+        {"box that is none", library(), 16, words({0x7fc00000}), 180},
+        {"box of interleaved vertices", interleaved(), 28, floats({0.125f}), 140},
+        {"data ends early", library(), 40, words({300}), 332},
+        {"data ends in a block", library(), 40, words({299}), 40},
+        {"data ends late", library(), 40, words({325}), 364},
+        {"data ends late without frames", mesh(), 40, words({65}), 40},
+        {"data ends beyond 32 bits", mesh(), 44, words({1}), 40},
+        {"reserved", library(), 63, "\1", 63},
+        {"unknown tag", library(), 152, words({10}), 152},
+        {"tag 0", library(), 152, words({0}), 152},
+        {"no frames where they belong", library(), 64, words({7, 72}), 64},
+        {"triangles missing", mesh(), 64, words({3}), 64},
+        {"a block twice", mesh(), 212, words({2}), 212},
+        {"indices without an array", mesh().erase(128, 20), 0, "q", 128},
+        {"size 0", library(), 156, words({0}), 156},
+        {"size of no whole triangles", library(), 156, words({16}), 156},
+        {"size beyond the end", library(), 336, words({32}), 364},
+        {"triangles of a frame", library(), 80, words({1}), 80},
+        {"vertices of a frame", library(), 128, words({4}), 128},
+        {"vertices that wrap around", library(), 128, words({0xfffffffe}), 128},
+        {"vertices of no frame", library(), 128, words({2}), 128},
+        {"normals of a frame", library(), 136, words({4}), 136},
+        {"fewer normals than vertices", library(), 100, words({2}), 100},
+        {"texture coordinates of a frame", library(), 104, words({1}), 104},
+        {"fewer texture coordinates", library(), 108, words({2}), 108},
+        {"vertex of another frame", library(), 168, words({3}), 168},
+        {"vertex index", mesh(), 76, words({3}), 76},
+        {"vertex index, interleaved", interleaved(), 124, words({3}), 124},
+        {"normal index", mesh(), 160, words({1}), 160},
+        {"index of texture coordinates", mesh(), 204, words({2}), 204},
+        {"fewer colours than vertices", mesh().replace(212, 44, block(7, floats({1, 1, 1}))), 0,
+         "q", 216},
+        {"bytes behind a library", library() + "a", 0, "q", 364},
+        {"bytes behind colours", mesh() + mesh(), 0, "q", 256},
+        {"bytes behind interleaved vertices", interleaved() + "a", 0, "q", 236},
+    };
+    for (const auto& test : cases) {
+        std::string file = test.file;
+        file.replace(test.at, test.bytes.size(), test.bytes);
+        try {
+            read(file);
+            ADD_FAILURE() << test.what << ": accepted";
+        } catch (const vsqinfo::MalformedFile& error) {
+            EXPECT_EQ(error.offset(), test.offset) << test.what << ": " << error.what();
+        }
+    }
+}
+
+}  // namespace

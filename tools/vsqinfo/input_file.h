@@ -1,0 +1,12 @@
+#pragma once
+
+#include <fstream>
+#include <string>
+
+namespace vsqinfo {
+
+/// Opens the file at `path`, which is UTF-8, in binary mode. Throws `UnreadableFile` for a folder,
+/// and for what isn't there or can't be opened.
+std::ifstream open_input_file(const std::string& path);
+
+}  // namespace vsqinfo
