@@ -7,7 +7,10 @@
 #include <max.h>
 // The others rely on max.h, and some on one another.
 // clang-format off
+#include <guplib.h>
 #include <actiontable.h>
+#include <imenuman.h>
+#include <imenus.h>
 #include <iparamb2.h>
 #include <icustattribcontainer.h>
 #include <custattrib.h>
@@ -20,8 +23,12 @@
 #include <path.h>
 #include <bitmap.h>
 #include <AssetManagement/AssetType.h>
+#include <notify.h>
 #include <ISceneEventManager.h>
+#include <ILayerProperties.h>
 #include <units.h>
+#include <Util/IniUtil.h>
+#include <winutil.h>
 #include <maxscript/maxscript.h>
 // clang-format on
 #else

@@ -1,5 +1,51 @@
+#include <cstdint>
+
+#include "importers/sceneapi/dev/qorscene_api.h"
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
-// The host's layers can't be asked for yet.
-void SceneExporter::CountLayerNodes() {}
-void SceneExporter::ExportLayers() {}
+namespace {
+
+// Marks the groups of a scene that goes by layers, down to those of its nodes.
+constexpr std::uint32_t kLayersFlag = 1;
+
+template <typename Visit>
+void ForEachLayer(Visit visit) {
+    auto* layers = static_cast<IFPLayerManager*>(GetCOREInterface(LAYERMANAGER_INTERFACE));
+    for (int i = 0; i < layers->getCount(); ++i) {
+        visit(layers->getLayer(i));
+    }
+}
+
+void BeginFlaggedGroup(qor::qorSceneapi_oo& scene, const MCHAR* name) {
+    scene.begin_group(NarrowName(name));
+    scene.get_api()->set_flags(kLayersFlag);
+}
+
+}  // namespace
+
+void SceneExporter::CountLayerNodes() {
+    ForEachLayer([this](ILayerProperties* layer) {
+        Tab<INode*> nodes;
+        layer->Nodes(nodes);
+        node_count_ += static_cast<std::uint32_t>(nodes.Count());
+    });
+}
+
+// A layer's nodes stand side by side, wherever they are in the tree, and so have world matrices.
+void SceneExporter::ExportLayers() {
+    ForEachLayer([this](ILayerProperties* layer) {
+        BeginFlaggedGroup(*scene_, layer->getName());
+        Tab<INode*> nodes;
+        layer->Nodes(nodes);
+        for (int i = 0; i < nodes.Count(); ++i) {
+            INode* node = nodes[i];
+            ReportProgress(node);
+            BeginFlaggedGroup(*scene_, node->GetName());
+            ExportLayerNode(node);
+            scene_->end_group();
+        }
+        scene_->end_group();
+    });
+}

@@ -1,17 +1,37 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 #include "plugins/3dsmax/export/host.h"
 
 namespace Qor {
 
+/// The size of a buffer for the path of the settings file, with the zero at its end.
+constexpr std::size_t kSettingsPathSize = 260;
+
 /// What the user wants an export to take along. One object serves as long as the host runs: it is
 /// shared by the commands and read directly by every conversion.
+///
+/// The flags are kept in a settings file of the host, "velmoraexport7.ini", which is read once and
+/// written when the user confirms the dialog. The radius multiplier starts anew with the host.
 class Options {
 public:
-    /// Borrows `host`.
+    /// Borrows `host`, and loads the settings.
     explicit Options(Interface* host);
+
+    /// What the file doesn't hold becomes what it is at the first start. Always 0: that there is no
+    /// file is no failure.
+    int Load();
+    void Save() const;
+
+    /// Fills `out`, of `kSettingsPathSize` characters. The path is empty if it would not fit; then
+    /// nothing is read and nothing written.
+    void GetSettingsPath(wchar_t* out) const;
+
+    /// Lets the user edit the settings, and saves them. False if the user cancels. The core leaves
+    /// this operation to the plug-in's shell, which defines it.
+    bool ShowDialog();
 
     bool HairAndFur = true;      ///< hair becomes curves
     bool GeneralCurves = false;  ///< shapes that aren't hair
@@ -31,21 +51,22 @@ public:
 struct OptionKey {
     const char* section;
     const char* key;
+    bool initially;
     bool Options::*field;
 };
 
 /// All of them, in the order in which they are loaded and saved.
 constexpr std::array<OptionKey, 10> kOptionKeys = {{
-    {"Curves", "HairAndFur", &Options::HairAndFur},
-    {"Curves", "GeneralCurves", &Options::GeneralCurves},
-    {"Lights", "PhotometricLights", &Options::PhotometricLights},
-    {"Lights", "SkyLights", &Options::SkyLights},
-    {"Animation", "Bones", &Options::Bones},
-    {"Animation", "TransformAnimations", &Options::TransformAnimations},
-    {"Animation", "CameraAnimations", &Options::CameraAnimations},
-    {"Animation", "Deformable", &Options::Deformable},
-    {"General", "cameras", &Options::cameras},
-    {"General", "Layers", &Options::Layers},
+    {"Curves", "HairAndFur", true, &Options::HairAndFur},
+    {"Curves", "GeneralCurves", false, &Options::GeneralCurves},
+    {"Lights", "PhotometricLights", true, &Options::PhotometricLights},
+    {"Lights", "SkyLights", true, &Options::SkyLights},
+    {"Animation", "Bones", true, &Options::Bones},
+    {"Animation", "TransformAnimations", true, &Options::TransformAnimations},
+    {"Animation", "CameraAnimations", true, &Options::CameraAnimations},
+    {"Animation", "Deformable", true, &Options::Deformable},
+    {"General", "cameras", true, &Options::cameras},
+    {"General", "Layers", false, &Options::Layers},
 }};
 
 }  // namespace Qor

@@ -47,6 +47,7 @@ public:
 
 private:
     void Record(NodeKeyTab& nodes);
+    void CarryOut(int id);
     void Export(const std::string& path, bool update, bool to_file, bool animation);
 
     std::set<INode*> changedNodes_;

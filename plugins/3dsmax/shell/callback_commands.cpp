@@ -61,6 +61,23 @@ Callback::Callback(Interface* host, std::shared_ptr<Qor::Options> options)
     : host_(host), options_(std::move(options)) {}
 
 BOOL Callback::ExecuteAction(int id) {
+    try {
+        CarryOut(id);
+    } catch (const std::exception& failure) {
+        platform::show_message_box(host_->GetMAXHWnd(), failure.what(), "Error",
+                                   platform::kMessageBoxError);
+    } catch (...) {
+        platform::show_message_box(host_->GetMAXHWnd(), "The command failed for an unknown reason.",
+                                   "Error", platform::kMessageBoxError);
+    }
+    return TRUE;
+}
+
+void Callback::CarryOut(int id) {
+    if (id == kSettingsCommand) {
+        options_->ShowDialog();
+        return;
+    }
     for (const ExportingCommand& command : kExportingCommands) {
         if (command.id != id) {
             continue;
@@ -70,23 +87,14 @@ BOOL Callback::ExecuteAction(int id) {
             Export(path, command.update, command.to_file, command.animation);
         }
     }
-    return TRUE;
 }
 
 // After a failure the changed nodes stay: what should have been sent hasn't been.
 void Callback::Export(const std::string& path, bool update, bool to_file, bool animation) {
-    try {
-        {
-            SceneExporter exporter(host_, host_->GetRootNode(), options_, changedNodes_);
-            const ProgressShown progress(host_);
-            exporter.Run(path, update, to_file, animation);
-        }
-        changedNodes_.clear();
-    } catch (const std::exception& failure) {
-        platform::show_message_box(host_->GetMAXHWnd(), failure.what(), "Error",
-                                   platform::kMessageBoxError);
-    } catch (...) {
-        platform::show_message_box(host_->GetMAXHWnd(), "The export failed for an unknown reason.",
-                                   "Error", platform::kMessageBoxError);
+    {
+        SceneExporter exporter(host_, host_->GetRootNode(), options_, changedNodes_);
+        const ProgressShown progress(host_);
+        exporter.Run(path, update, to_file, animation);
     }
+    changedNodes_.clear();
 }

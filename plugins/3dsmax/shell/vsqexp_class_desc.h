@@ -1,0 +1,25 @@
+#pragma once
+
+#include "plugins/3dsmax/export/host.h"
+
+/// What the host learns of the library's one plug-in, `VSQExp`, and of the actions that it brings.
+class VSQExpClassDesc final : public ClassDesc {
+public:
+    int IsPublic() override { return 1; }
+    void* Create(BOOL loading = FALSE) override;
+    const MCHAR* ClassName() override;
+    const MCHAR* NonLocalizedClassName() override;
+    SClass_ID SuperClassID() override { return GUP_CLASS_ID; }
+    Class_ID ClassID() override { return Class_ID(0x066E4F53, 0x422547A2); }
+    const MCHAR* Category() override;
+
+    int NumActionTables() override { return 1; }
+    /// Made at the first call, and the host's from then on.
+    ActionTable* GetActionTable(int i) override;
+
+private:
+    ActionTable* action_table_ = nullptr;
+};
+
+/// The one description of the library.
+VSQExpClassDesc* GetVSQExpClassDesc();

@@ -1,0 +1,65 @@
+#include "plugins/3dsmax/shell/menu_actions.h"
+#include "plugins/3dsmax/shell/string_resources.h"
+#include "plugins/3dsmax/shell/vsqexp.h"
+
+namespace {
+
+MSTR menu_title() {
+    return MSTR(LoadStringResource(IDS_MENU_TITLE));
+}
+
+void show_in_context(IMenuManager* menus, IMenu* menu) {
+    static_cast<IMenuBarContext*>(menus->GetContext(kMenuContextId))->SetMenu(menu);
+}
+
+void add_actions(IMenu* menu, ActionTable* table) {
+    if (table == nullptr) {
+        return;  // the host has not taken the plug-in's actions up
+    }
+    for (const MenuAction& action : kMenuActions) {
+        IMenuItem* item = GetIMenuItem();
+        item->SetActionItem(table->GetAction(action.command_id));
+        menu->AddItem(item, -1);
+    }
+}
+
+}  // namespace
+
+void VSQExp::InstallMenu() {
+    IMenuManager* menus = Max()->GetMenuManager();
+    IActionManager* actions = Max()->GetActionManager();
+    const MSTR title = menu_title();
+
+    actions->ActivateActionTable(callback_, kActionTableId);
+    if (menus->FindMenu(title.data()) != nullptr) {
+        return;
+    }
+
+    IMenu* bar = menus->GetMainMenuBar();
+    ActionTable* table = actions->FindTable(kActionTableId);
+    menus->RegisterMenuBarContext(kMenuContextId, title.data());
+    IMenu* menu = GetIMenu();
+    menu->SetTitle(title.data());
+    menus->RegisterMenu(menu, 0);
+    show_in_context(menus, menu);
+    add_actions(menu, table);
+
+    IMenuItem* in_bar = GetIMenuItem();
+    in_bar->SetSubMenu(menu);
+    bar->AddItem(in_bar, -1);
+    menus->UpdateMenuBar();
+}
+
+void VSQExp::RemoveMenu() {
+    IMenuManager* menus = Max()->GetMenuManager();
+    IMenu* menu = menus->FindMenu(menu_title().data());
+    if (menu == nullptr) {
+        return;
+    }
+    while (menu->NumItems() >= 1) {
+        menu->RemoveItem(0);
+    }
+    show_in_context(menus, nullptr);
+    menus->UnRegisterMenu(menu);
+    menus->UpdateMenuBar();
+}
