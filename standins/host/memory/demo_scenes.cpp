@@ -2,6 +2,8 @@
 
 #include "standins/host/memory/demo_cameras.h"
 #include "standins/host/memory/demo_curves.h"
+#include "standins/host/memory/demo_deforming.h"
+#include "standins/host/memory/demo_layers.h"
 #include "standins/host/memory/demo_lights.h"
 #include "standins/host/memory/demo_materials.h"
 #include "standins/host/memory/demo_smoothing.h"
@@ -79,8 +81,12 @@ const std::vector<DemoScene>& demo_scenes() {
          build_materials},
         {"smoothing", "smoothing groups, none of them, a seam of coordinates, fixed normals",
          build_smoothing},
+        {"layers", "a tree of nodes on layers of their own, for the option Layers; some hidden",
+         build_layers},
         {"curves", "shapes, for the option GeneralCurves: open, closed, several, not rendered",
          build_curves},
+        {"deforming", "meshes that change shape: a flag, parts that come and go, one that rests",
+         build_deforming},
         {"hair", "hair in two colours and in one, on meshes with a name and without", build_hair},
     };
     return scenes;

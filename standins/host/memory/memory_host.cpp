@@ -135,6 +135,11 @@ Interface8* GetCOREInterface8() {
     return memhost::MemoryHost::current();
 }
 
+FPInterface* GetCOREInterface(Interface_ID id) {
+    memhost::MemoryHost* host = memhost::MemoryHost::current();
+    return host && id == LAYERMANAGER_INTERFACE ? &host->layers() : nullptr;
+}
+
 int GetTicksPerFrame() {
     const memhost::MemoryHost* host = memhost::MemoryHost::current();
     return host ? host->ticks_per_frame() : memhost::kDefaultTicksPerFrame;

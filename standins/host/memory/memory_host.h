@@ -9,8 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "standins/host/memory/action_manager.h"
 #include "standins/host/memory/bitmap_manager.h"
+#include "standins/host/memory/layers.h"
 #include "standins/host/memory/memory_node.h"
+#include "standins/host/memory/menu_manager.h"
+#include "standins/host/memory/notifications.h"
 #include "standins/host/memory/scene_events.h"
 #include "standins/host/memory/script_runner.h"
 #include "standins/host/sdk/max.h"
@@ -68,6 +72,11 @@ public:
     MemoryBitmapManager& bitmaps() { return bitmaps_; }
 
     SceneEvents& events() { return events_; }
+    MemoryLayers& layers() { return layers_; }
+
+    MemoryActionManager& actions() { return actions_; }
+    MemoryMenuManager& menus() { return menus_; }
+    Notifications& notifications() { return notifications_; }
 
     /// What runs the scripts that are given to the host.
     ScriptRunner& scripts() { return scripts_; }
@@ -124,12 +133,18 @@ public:
     bool DoMaxSaveAsDialog(HWND parent, const MSTR& title, MSTR& filename, MSTR& initial_dir,
                            FilterList& filters) override;
     void SetCancel(BOOL cancel) override { cancel_.store(cancel != FALSE); }
+    IActionManager* GetActionManager() override { return &actions_; }
+    IMenuManager* GetMenuManager() override { return &menus_; }
 
 private:
+    MemoryLayers layers_;
     std::vector<std::unique_ptr<MemoryNode>> nodes_;  // the root first
     std::vector<std::unique_ptr<MtlBase>> materials_;
     MemoryBitmapManager bitmaps_;
     SceneEvents events_;
+    MemoryActionManager actions_;
+    MemoryMenuManager menus_{actions_};
+    Notifications notifications_;
     ScriptRunner scripts_;
     std::uint64_t transform_version_ = 1;  // a node that was never evaluated has 0
     ViewExp view_;

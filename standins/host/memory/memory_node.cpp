@@ -5,6 +5,7 @@
 
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/memory_host.h"
+#include "standins/host/memory/timed_object.h"
 
 namespace memhost {
 
@@ -13,6 +14,8 @@ MemoryNode::MemoryNode(MemoryHost& host, MemoryNode* parent, const std::wstring&
     set_name(name);
     if (parent_) {
         parent_->children_.push_back(this);
+        layer_ = &host_.layers().default_layer();
+        layer_->add(*this);
     }
 }
 
@@ -34,12 +37,23 @@ void MemoryNode::set_object_offset(const Matrix3& node_from_object) {
 
 void MemoryNode::set_object(std::shared_ptr<Object> object) {
     object_ = std::move(object);
+    timed_object_ = dynamic_cast<TimedObject*>(object_.get());
     note(&INodeEventCallback::ModelStructured);
 }
 
 void MemoryNode::set_hidden(bool hidden) {
     hidden_ = hidden;
     note(&INodeEventCallback::HideChanged);
+}
+
+void MemoryNode::set_layer(MemoryLayer& layer) {
+    if (!layer_) {
+        return;
+    }
+    layer_->remove(*this);
+    layer_ = &layer;
+    layer_->add(*this);
+    note(&INodeEventCallback::LayerChanged);
 }
 
 void MemoryNode::set_wire_color(COLORREF color) {
@@ -68,6 +82,7 @@ void MemoryNode::leave_tree() {
         child->parent_ = parent_;
         siblings.push_back(child);
     }
+    layer_->remove(*this);
     host_.transforms_changed();
 }
 
@@ -119,13 +134,16 @@ INode* MemoryNode::GetChildNode(int i) {
     return i >= 0 && i < NumberOfChildren() ? children_[static_cast<std::size_t>(i)] : nullptr;
 }
 
-const ObjectState& MemoryNode::EvalWorldState(TimeValue, BOOL) {
+const ObjectState& MemoryNode::EvalWorldState(TimeValue t, BOOL) {
+    if (timed_object_) {
+        timed_object_->evaluate(t);
+    }
     state_ = ObjectState(object_.get());
     return state_;
 }
 
 int MemoryNode::IsNodeHidden(BOOL) {
-    return hidden_;
+    return hidden_ || (layer_ && layer_->hidden());
 }
 
 }  // namespace memhost

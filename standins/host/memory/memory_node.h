@@ -13,6 +13,8 @@
 namespace memhost {
 
 class MemoryHost;
+class MemoryLayer;
+class TimedObject;
 struct HairModifier;
 
 /// A node of the in-memory host. The host makes and owns its nodes (`MemoryHost::add_node`); they
@@ -33,6 +35,8 @@ public:
     /// Nodes can share an object. Null takes the node's object away.
     void set_object(std::shared_ptr<Object> object);
     void set_hidden(bool hidden);
+    /// Puts the node behind the others of that layer, one of the host's. The root is on none.
+    void set_layer(MemoryLayer& layer);
     void set_wire_color(COLORREF color);
     /// Nodes can share hair. Null takes the node's own away.
     void set_hair(std::shared_ptr<const HairModifier> hair);
@@ -47,7 +51,8 @@ public:
     /// Null for a node without.
     const HairModifier* hair() const { return hair_.get(); }
 
-    /// Gives the children to the parent. Called by the host for a node that it deletes.
+    /// Gives the children to the parent, and leaves the layer. Called by the host for a node that
+    /// it deletes.
     void leave_tree();
 
     const MCHAR* GetName() override { return name_.c_str(); }
@@ -57,7 +62,7 @@ public:
     int NumberOfChildren() override { return static_cast<int>(children_.size()); }
     INode* GetChildNode(int i) override;
     const ObjectState& EvalWorldState(TimeValue t, BOOL eval_hidden = TRUE) override;
-    /// A node's hidden state is its own; that of its ancestors plays no part.
+    /// True for a node that is hidden itself or on a hidden layer; its ancestors play no part.
     int IsNodeHidden(BOOL for_renderer = FALSE) override;
     DWORD GetWireColor() override { return wire_color_; }
     Mtl* GetMtl() override { return material_; }
@@ -84,10 +89,12 @@ private:
     Matrix3 object_offset_;
     WorldMatrix world_;
     std::shared_ptr<Object> object_;
+    TimedObject* timed_object_ = nullptr;  // the same, if it is one
     std::shared_ptr<const HairModifier> hair_;
     ObjectState state_;
     COLORREF wire_color_ = 0x00808080;
-    Mtl* material_ = nullptr;  // the host's
+    MemoryLayer* layer_ = nullptr;  // the host's, and null for the root
+    Mtl* material_ = nullptr;       // the host's
     bool hidden_ = false;
 };
 

@@ -16,8 +16,15 @@ public:
     ~Conversion() override { --live_conversion_count; }
 };
 
+}  // namespace
+
+TriObject* new_conversion(const Mesh& mesh) {
+    return new Conversion(mesh);
+}
+
 // Of the points themselves, not of their box's corners, which a turned node would widen.
-Box3 box_of(const Mesh& mesh, const Matrix3& world_from_object) {
+Box3 world_box_of(const Mesh& mesh, INode& node, TimeValue t) {
+    const Matrix3 world_from_object = node.GetObjTMAfterWSM(t);
     Box3 box;
     for (int i = 0; i < mesh.numVerts; ++i) {
         box += mesh.verts[i] * world_from_object;
@@ -25,10 +32,8 @@ Box3 box_of(const Mesh& mesh, const Matrix3& world_from_object) {
     return box;
 }
 
-}  // namespace
-
 void MeshObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
-    box = box_of(GetMesh(), node->GetObjTMAfterWSM(t));
+    box = world_box_of(GetMesh(), *node, t);
 }
 
 int ConvertibleObject::live_conversions() {
@@ -40,11 +45,11 @@ int ConvertibleObject::CanConvertToType(Class_ID type) {
 }
 
 Object* ConvertibleObject::ConvertToType(TimeValue, Class_ID type) {
-    return CanConvertToType(type) ? new Conversion(mesh_) : nullptr;
+    return CanConvertToType(type) ? new_conversion(mesh_) : nullptr;
 }
 
 void ConvertibleObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
-    box = box_of(mesh_, node->GetObjTMAfterWSM(t));
+    box = world_box_of(mesh_, *node, t);
 }
 
 }  // namespace memhost

@@ -6,6 +6,13 @@
 
 namespace memhost {
 
+/// The box in world space of what a node shows.
+Box3 world_box_of(const Mesh& mesh, INode& node, TimeValue t);
+
+/// A triangle object with a copy of `mesh`, for a caller who frees it with `DeleteMe`.
+/// `ConvertibleObject` counts those that live.
+TriObject* new_conversion(const Mesh& mesh);
+
 /// A node's mesh as it stands.
 class MeshObject final : public TriObject {
 public:

@@ -49,6 +49,10 @@ NodeBuilder NodeBuilder::mesh(const Mesh& mesh) const {
     return object(std::make_shared<MeshObject>(mesh));
 }
 
+NodeBuilder NodeBuilder::deforming(DeformingMesh mesh) const {
+    return object(std::make_shared<DeformingObject>(std::move(mesh)));
+}
+
 MemoryCamera& NodeBuilder::camera() const {
     const auto camera = std::make_shared<MemoryCamera>();
     node_->set_object(camera);
@@ -67,6 +71,15 @@ NodeBuilder NodeBuilder::hair(const HairModifier& hair) const {
 NodeBuilder NodeBuilder::hidden(bool hidden) const {
     node_->set_hidden(hidden);
     return *this;
+}
+
+NodeBuilder NodeBuilder::layer(const std::wstring& name) const {
+    node_->set_layer(node_->host().layers().layer(name));
+    return *this;
+}
+
+NodeBuilder NodeBuilder::layer(const std::string& name_utf8) const {
+    return layer(units_from_utf8(name_utf8));
 }
 
 NodeBuilder NodeBuilder::wire(int red, int green, int blue) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "standins/host/memory/cameras.h"
+#include "standins/host/memory/deforming_objects.h"
 #include "standins/host/memory/hair.h"
 #include "standins/host/memory/lights.h"
 #include "standins/host/memory/local_transform.h"
@@ -49,12 +50,17 @@ public:
     }
     /// A `MeshObject` with a copy of `mesh`.
     NodeBuilder mesh(const Mesh& mesh) const;
+    /// A `DeformingObject`.
+    NodeBuilder deforming(DeformingMesh mesh) const;
     /// Gives the node a new camera, and the camera back.
     MemoryCamera& camera() const;
     NodeBuilder without_object() const;
     /// Grows on the node's mesh.
     NodeBuilder hair(const HairModifier& hair) const;
     NodeBuilder hidden(bool hidden = true) const;
+    /// Puts the node behind the others of that layer, which is made if there is none.
+    NodeBuilder layer(const std::wstring& name) const;
+    NodeBuilder layer(const std::string& name_utf8) const;
     /// Components from 0 to 255.
     NodeBuilder wire(int red, int green, int blue) const;
     NodeBuilder material(Mtl& material) const;
@@ -94,6 +100,9 @@ public:
     /// Adds a node at the top of the tree.
     NodeBuilder node(const std::wstring& name);
     NodeBuilder node(const std::string& name_utf8);
+
+    /// A layer to hide, or to leave empty. Layers stand in the order in which they are first named.
+    MemoryLayer& layer(const std::wstring& name) { return host_.layers().layer(name); }
 
     SceneBuilder& time(TimeValue ticks);
     /// Comes before `animation_frames`, which counts in frames of this length.

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "standins/host/sdk/AssetManagement/AssetType.h"
+#include "standins/host/sdk/ifnpub.h"
 #include "standins/host/sdk/inode.h"
 #include "standins/host/sdk/interval.h"
 #include "standins/host/sdk/maxtypes.h"
+#include "standins/host/sdk/plugapi.h"
 #include "standins/host/sdk/strclass.h"
 
 /// `which` of `Interface::GetDir` for the folder of the plug-ins' settings files.
@@ -21,6 +23,9 @@ public:
     virtual ViewExp* ToPointer() { return this; }
     virtual bool IsAlive() { return true; }
 };
+
+class IActionManager;
+class IMenuManager;
 
 /// The host itself. All calls are made on its main thread.
 class Interface {
@@ -56,6 +61,9 @@ public:
     /// True once the user asked to stop, until `SetCancel(FALSE)` or the next `ProgressStart`.
     virtual BOOL GetCancel() = 0;
     virtual void SetCancel(BOOL cancel) = 0;
+
+    virtual IActionManager* GetActionManager() = 0;
+    virtual IMenuManager* GetMenuManager() = 0;
 };
 
 /// What a file dialog offers: descriptions and patterns by turns.
@@ -76,6 +84,8 @@ public:
 /// Null as long as there is no host.
 Interface* GetCOREInterface();
 Interface8* GetCOREInterface8();
+/// To be cast to the class of the interface. Null if the host has none of that id.
+FPInterface* GetCOREInterface(Interface_ID id);
 
 /// 4800 by the frames in a second.
 int GetTicksPerFrame();

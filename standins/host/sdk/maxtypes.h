@@ -27,8 +27,15 @@ using ULONG_PTR = std::uintptr_t;
 using COLORREF = DWORD;
 using LPVOID = void*;
 using HWND = struct HWND__*;
-using HINSTANCE = struct HINSTANCE__*;
+using HACCEL = struct HACCEL__*;
 using LPTHREAD_START_ROUTINE = DWORD (*)(LPVOID);
+
+/// A loaded module, which can be asked for the texts of its string resources.
+struct HINSTANCE__ {
+    /// Null if there is no text of that id.
+    const wchar_t* (*find_string)(UINT id);
+};
+using HINSTANCE = HINSTANCE__*;
 
 #define TRUE 1
 #define FALSE 0

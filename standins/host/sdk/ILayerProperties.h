@@ -1,0 +1,24 @@
+#pragma once
+
+#include "standins/host/sdk/ifnpub.h"
+#include "standins/host/sdk/inode.h"
+#include "standins/host/sdk/plugapi.h"
+#include "standins/host/sdk/tab.h"
+
+constexpr Interface_ID LAYERMANAGER_INTERFACE(0x77ff1709, 0x19186e96);
+
+class ILayerProperties : public FPInterface {
+public:
+    /// Valid until the layer is renamed or deleted.
+    virtual const MCHAR* getName() = 0;
+    /// Fills the table with the layer's nodes, in place of what it held.
+    virtual BOOL Nodes(Tab<INode*>& nodes) = 0;
+};
+
+/// Got from the host as the interface `LAYERMANAGER_INTERFACE`.
+class IFPLayerManager : public FPInterface {
+public:
+    virtual int getCount() = 0;
+    /// The default layer is the first. Null past the last.
+    virtual ILayerProperties* getLayer(int i) = 0;
+};
