@@ -30,9 +30,8 @@ const aiAnimation* choose_animation(const aiScene& model, std::vector<std::strin
     bool changes_meshes = false;
     for (unsigned i = 0; i < model.mNumAnimations; ++i) {
         const aiAnimation& animation = *model.mAnimations[i];
-        changes_meshes = changes_meshes || animation.mNumMeshChannels != 0 ||
-                         animation.mNumMorphMeshChannels != 0;
-        if (animation.mNumChannels == 0) {
+        changes_meshes = changes_meshes || animation.mNumMeshChannels != 0;
+        if (animation.mNumChannels == 0 && animation.mNumMorphMeshChannels == 0) {
             continue;
         }
         if (chosen) {
@@ -46,7 +45,7 @@ const aiAnimation* choose_animation(const aiScene& model, std::vector<std::strin
                            "\" is taken, " + std::to_string(others) + " more are left out");
     }
     if (changes_meshes) {
-        warnings.push_back("the animation of its meshes' shapes is left out");
+        warnings.push_back("the exchange of its meshes for others over time is left out");
     }
     return chosen;
 }
@@ -104,10 +103,39 @@ void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
         end_seconds_ = std::max(end_seconds_, end_seconds);
     }
     left_out.warn(warnings);
+    read_morphs(animation, file_ticks_per_second, dropped_keys);
     if (dropped_keys > 0) {
         warnings.push_back("keys of its animation are left out: " + std::to_string(dropped_keys) +
                            " hold something that isn't a number");
     }
+}
+
+// Readers name a channel by the node or by the mesh, and some add a star and a number.
+void ModelAnimation::read_morphs(const aiAnimation& animation, double file_ticks_per_second,
+                                 int& dropped_keys) {
+    for (unsigned i = 0; i < animation.mNumMorphMeshChannels; ++i) {
+        const aiMeshMorphAnim& channel = *animation.mMorphMeshChannels[i];
+        const std::string name = channel.mName.C_Str();
+        const auto motion = std::make_shared<MorphMotion>(channel, file_ticks_per_second);
+        dropped_keys += motion->dropped_keys();
+        end_seconds_ = std::max(end_seconds_, motion->end_seconds());
+        morphs_.emplace(name.substr(0, name.rfind('*')), motion);
+    }
+}
+
+std::shared_ptr<const NodeMotion> ModelAnimation::motion_of(const aiNode& node) const {
+    const auto found = motions_.find(&node);
+    return found == motions_.end() ? nullptr : found->second;
+}
+
+std::shared_ptr<const MorphMotion> ModelAnimation::morph_of(const aiNode& node,
+                                                            const aiMesh& mesh) const {
+    for (const aiString& name : {node.mName, mesh.mName}) {
+        if (const auto found = morphs_.find(name.C_Str()); found != morphs_.end()) {
+            return found->second;
+        }
+    }
+    return nullptr;
 }
 
 LocalTransform ModelAnimation::place(const aiNode& node, const Matrix3& before,

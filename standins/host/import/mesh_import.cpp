@@ -1,13 +1,10 @@
 #include "standins/host/import/mesh_import.h"
 
 #include <cmath>
-#include <cstdint>
 #include <cstring>
 
 namespace memhost {
 namespace {
-
-constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 Point3 point_of(const aiVector3D& v) {
     return {v.x, v.y, v.z};
@@ -15,47 +12,56 @@ Point3 point_of(const aiVector3D& v) {
 
 // Gives each distinct position a number, in the order of their coming. Positions are told apart by
 // their bits, so that one that isn't a number has its place as well; only the two zeros are one.
+// Those that move in different ways are different as well.
 class PositionNumbers {
 public:
-    explicit PositionNumbers(std::size_t expected) {
+    PositionNumbers(std::size_t expected, bool has_motions) : has_motions_(has_motions) {
         std::size_t size = 16;
         while (size < expected * 2) {
             size *= 2;
         }
-        slots_.assign(size, kNone);
+        slots_.assign(size, kNoVertex);
         positions_.reserve(expected);
     }
 
-    std::uint32_t number_of(const aiVector3D& v) {
+    std::uint32_t number_of(const aiVector3D& v, std::uint32_t motion) {
         const Point3 position(v.x + 0.0f, v.y + 0.0f, v.z + 0.0f);
         const std::size_t mask = slots_.size() - 1;
-        std::size_t slot = hash(position) & mask;
-        while (slots_[slot] != kNone) {
-            if (std::memcmp(&positions_[slots_[slot]], &position, sizeof(position)) == 0) {
-                return slots_[slot];
+        std::size_t slot = hash(position, motion) & mask;
+        while (slots_[slot] != kNoVertex) {
+            const std::uint32_t number = slots_[slot];
+            if (std::memcmp(&positions_[number], &position, sizeof(position)) == 0 &&
+                (motions_.empty() || motions_[number] == motion)) {
+                return number;
             }
             slot = (slot + 1) & mask;
         }
         slots_[slot] = static_cast<std::uint32_t>(positions_.size());
         positions_.push_back(position);
+        if (has_motions_) {
+            motions_.push_back(motion);
+        }
         return slots_[slot];
     }
 
     const std::vector<Point3>& positions() const { return positions_; }
 
 private:
-    static std::size_t hash(const Point3& position) {
+    static std::size_t hash(const Point3& position, std::uint32_t motion) {
         std::uint32_t bits[3];
         std::memcpy(bits, &position, sizeof(bits));
         std::uint64_t hash = bits[0];
         hash = hash * 0x9E3779B97F4A7C15u + bits[1];
         hash = hash * 0x9E3779B97F4A7C15u + bits[2];
+        hash = hash * 0x9E3779B97F4A7C15u + motion;
         hash *= 0x9E3779B97F4A7C15u;
         return static_cast<std::size_t>(hash ^ (hash >> 32));
     }
 
     std::vector<std::uint32_t> slots_;  // open addressing, at most half of them taken
     std::vector<Point3> positions_;
+    std::vector<std::uint32_t> motions_;  // of the positions, if there are any
+    bool has_motions_;
 };
 
 bool is_triangle(const aiFace& face) {
@@ -97,15 +103,19 @@ void for_each_triangle(const std::vector<MeshPart>& parts, const Sources& source
 }
 
 // The vertices that triangles use, one for each position.
-void take_faces(const std::vector<MeshPart>& parts, const Sources& sources, Mesh& target) {
-    std::vector<std::uint32_t> vertex_of_source(sources.count, kNone);
-    PositionNumbers numbers(sources.count);
+void take_faces(const std::vector<MeshPart>& parts, const Sources& sources,
+                const std::vector<std::uint32_t>& motion_numbers, Mesh& target,
+                std::vector<std::uint32_t>& vertex_of_source) {
+    vertex_of_source.assign(sources.count, kNoVertex);
+    PositionNumbers numbers(sources.count, !motion_numbers.empty());
     for_each_triangle(
         parts, sources, [&](const MeshPart& part, std::uint32_t first, const aiFace& face, int) {
             for (int corner = 0; corner < 3; ++corner) {
                 const unsigned v = face.mIndices[corner];
-                if (vertex_of_source[first + v] == kNone) {
-                    vertex_of_source[first + v] = numbers.number_of(part.mesh->mVertices[v]);
+                if (vertex_of_source[first + v] == kNoVertex) {
+                    vertex_of_source[first + v] =
+                        numbers.number_of(part.mesh->mVertices[v],
+                                          motion_numbers.empty() ? 0 : motion_numbers[first + v]);
                 }
             }
         });
@@ -198,11 +208,18 @@ bool faces_stay_in_range(const aiMesh& mesh) {
 }
 
 bool join_parts(const std::vector<MeshPart>& parts, Mesh& target) {
+    std::vector<std::uint32_t> vertex_of_source;
+    return join_parts(parts, {}, target, vertex_of_source);
+}
+
+bool join_parts(const std::vector<MeshPart>& parts,
+                const std::vector<std::uint32_t>& motion_numbers, Mesh& target,
+                std::vector<std::uint32_t>& vertex_of_source) {
     const Sources sources = count_sources(parts);
     if (sources.triangles == 0) {
         return false;
     }
-    take_faces(parts, sources, target);
+    take_faces(parts, sources, motion_numbers, target, vertex_of_source);
     for (unsigned set = 0; set < AI_MAX_NUMBER_OF_TEXTURECOORDS; ++set) {
         take_coordinates(parts, sources, set, target);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include <assimp/mesh.h>
@@ -16,6 +17,9 @@ struct MeshPart {
     MtlID material_id;
 };
 
+/// Stands for a source that no triangle uses.
+inline constexpr std::uint32_t kNoVertex = 0xFFFFFFFF;
+
 /// Puts the triangles of `parts` together to one mesh of the host; points and lines are left out.
 /// False, with nothing changed, if there are no triangles.
 ///
@@ -24,5 +28,14 @@ struct MeshPart {
 /// vertices of the mapping channels. Coordinates 0 come to channel 1, and so on. A triangle without
 /// a full set of normals is in smoothing group 1.
 bool join_parts(const std::vector<MeshPart>& parts, Mesh& target);
+
+/// The same for parts that move: only vertices with the same motion number become one.
+///
+/// A source is a vertex of a part, counted through all parts; each has a motion number, and
+/// `vertex_of_source` gets the vertex that it has become. Specified normals are numbered as
+/// sources.
+bool join_parts(const std::vector<MeshPart>& parts,
+                const std::vector<std::uint32_t>& motion_numbers, Mesh& target,
+                std::vector<std::uint32_t>& vertex_of_source);
 
 }  // namespace memhost

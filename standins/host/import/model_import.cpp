@@ -23,6 +23,7 @@
 #include "standins/host/import/animation_import.h"
 #include "standins/host/import/camera_import.h"
 #include "standins/host/import/deep_stack.h"
+#include "standins/host/import/deforming_parts.h"
 #include "standins/host/import/held_objects.h"
 #include "standins/host/import/light_import.h"
 #include "standins/host/import/material_import.h"
@@ -147,7 +148,8 @@ bool is_wrapper(const aiNode& root) {
 }
 
 // Adds a model's nodes to a scene: places, meshes with their materials, cameras and lights. Nodes
-// that show the same meshes share one object.
+// that show the same meshes share one object, but for meshes with bones or morph targets: how these
+// are depends on the node.
 class NodeImport {
 public:
     NodeImport(const aiScene& model, ModelMaterials& materials, SceneBuilder& scene,
@@ -155,6 +157,7 @@ public:
         : model_(model), materials_(materials), scene_(scene) {
         const NodeIndex nodes(model);
         animation_.emplace(model, nodes, warnings);
+        deforming_.emplace(model, nodes, *animation_, warnings);
         import_cameras(model, nodes, held_, warnings);
         import_lights(model, nodes, held_, warnings);
     }
@@ -171,12 +174,16 @@ private:
     };
 
     struct Content {
-        std::shared_ptr<MeshObject> object;
+        std::vector<MeshPart> parts;
         Mtl* material = nullptr;
+        std::shared_ptr<Object> object;  // null if each node that shows the parts has its own
     };
 
     bool is_bare(const aiNode& node) const;
     Content content_of(const aiNode& node);
+    std::shared_ptr<Object> still_object(const std::vector<MeshPart>& parts) const;
+    std::shared_ptr<Object> deforming_object(const aiNode& node,
+                                             const std::vector<MeshPart>& parts) const;
     bool show_meshes(const NodeBuilder& builder, const aiNode& node);
     Placed add(const NodeBuilder& builder, const aiNode& node, const Matrix3& parent_from_file);
     void add_below(const Placed& top);
@@ -185,13 +192,13 @@ private:
     ModelMaterials& materials_;
     SceneBuilder& scene_;
     std::optional<ModelAnimation> animation_;
+    std::optional<DeformingParts> deforming_;
     HeldObjects held_;
     std::map<std::vector<unsigned>, Content> contents_;  // by the numbers of the meshes
 };
 
-// Without an object if there is nothing to show.
 NodeImport::Content NodeImport::content_of(const aiNode& node) {
-    std::vector<MeshPart> parts;
+    Content content;
     std::vector<unsigned> material_numbers;  // in the order of their first use
     for (unsigned i = 0; i < node.mNumMeshes; ++i) {
         if (node.mMeshes[i] >= model_.mNumMeshes) {
@@ -203,18 +210,13 @@ NodeImport::Content NodeImport::content_of(const aiNode& node) {
         }
         const auto known =
             std::find(material_numbers.begin(), material_numbers.end(), mesh.mMaterialIndex);
-        parts.push_back({&mesh, static_cast<MtlID>(known - material_numbers.begin())});
+        content.parts.push_back({&mesh, static_cast<MtlID>(known - material_numbers.begin())});
         if (known == material_numbers.end()) {
             material_numbers.push_back(mesh.mMaterialIndex);
         }
     }
 
-    Content content;
-    auto object = std::make_shared<MeshObject>();
-    if (!join_parts(parts, object->GetMesh())) {
-        return content;
-    }
-    content.object = std::move(object);
+    content.object = still_object(content.parts);
     std::vector<Mtl*> materials;
     for (const unsigned number : material_numbers) {
         materials.push_back(materials_.get(number));
@@ -223,6 +225,37 @@ NodeImport::Content NodeImport::content_of(const aiNode& node) {
                            ? materials.front()
                            : &scene_.make<MultiMaterial>(units_from_utf8(name_of(node)), materials);
     return content;
+}
+
+// Null if there are no triangles, or if the parts deform.
+std::shared_ptr<Object> NodeImport::still_object(const std::vector<MeshPart>& parts) const {
+    for (const MeshPart& part : parts) {
+        if (deforming_->deforms(*part.mesh)) {
+            return nullptr;
+        }
+    }
+    auto object = std::make_shared<MeshObject>();
+    return join_parts(parts, object->GetMesh()) ? object : nullptr;
+}
+
+// Null if there are no triangles.
+std::shared_ptr<Object> NodeImport::deforming_object(const aiNode& node,
+                                                     const std::vector<MeshPart>& parts) const {
+    Mesh mesh;
+    std::shared_ptr<const MeshDeformation> deformation;
+    if (!deforming_->join(node, parts, mesh, deformation)) {
+        return nullptr;
+    }
+    if (deformation->is_still()) {
+        auto object = std::make_shared<MeshObject>(mesh);
+        deformation->apply(0, mesh, object->GetMesh());
+        return object;
+    }
+    DeformingMesh over_time(mesh);
+    over_time.moves([deformation](TimeValue t, const Mesh& at_rest,
+                                  Mesh& moved) { deformation->apply(t, at_rest, moved); },
+                    [deformation](TimeValue t) { return deformation->validity(t); });
+    return std::make_shared<DeformingObject>(std::move(over_time));
 }
 
 // False if the node has nothing to show.
@@ -236,13 +269,16 @@ bool NodeImport::show_meshes(const NodeBuilder& builder, const aiNode& node) {
         known = contents_.emplace(key, content_of(node)).first;
     }
     const Content& content = known->second;
-    if (content.object) {
-        builder.object(content.object);
+    const std::shared_ptr<Object> object =
+        content.object ? content.object : deforming_object(node, content.parts);
+    if (!object) {
+        return false;
     }
+    builder.object(object);
     if (content.material) {
         builder.material(*content.material);
     }
-    return content.object != nullptr;
+    return true;
 }
 
 // A node has one object. Where a mesh or a camera is in the way, a camera or a light gets a node of

@@ -8,6 +8,7 @@
 namespace memhost {
 
 inline constexpr const char* k3dsReader = "Discreet 3DS Importer";
+inline constexpr const char* kFbxReader = "Autodesk FBX Importer";
 
 /// The name of the assimp reader that a model comes from, as far as it says.
 inline std::string reader_of(const aiScene& model) {

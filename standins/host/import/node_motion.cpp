@@ -64,12 +64,6 @@ float narrow(double number) {
     return static_cast<float>(std::clamp(number, -kMost, kMost));
 }
 
-template <typename Keys>
-bool holds_one_value(const Keys& track) {
-    return std::all_of(track.begin(), track.end(),
-                       [&track](const auto& key) { return key.value == track.front().value; });
-}
-
 // What the node's own matrix says of its components, where it says it.
 struct Rest {
     explicit Rest(const aiMatrix4x4& matrix) {
@@ -95,109 +89,61 @@ struct Rest {
 
 }  // namespace
 
-template <std::size_t N>
-void NodeMotion::add_key(Track<N>& track, const Key<N>& key) {
-    if (std::isfinite(key.time) && is_finite(key.value)) {
-        track.push_back(key);
-    } else {
-        ++dropped_keys_;
-    }
-}
-
-template <std::size_t N>
-void NodeMotion::finish(Track<N>& track, const std::array<double, N>& rest) {
-    if (track.empty()) {
-        track.push_back({0.0, rest});
-    }
-    std::stable_sort(track.begin(), track.end(),
-                     [](const Key<N>& a, const Key<N>& b) { return a.time < b.time; });
-}
-
 NodeMotion::NodeMotion(const aiNodeAnim& channel, const aiMatrix4x4& rest_matrix,
                        double file_ticks_per_second)
-    : file_ticks_per_second_(file_ticks_per_second),
-      before_first_(channel.mPreState),
-      behind_last_(channel.mPostState) {
+    : file_ticks_per_second_(file_ticks_per_second) {
     for (unsigned i = 0; i < channel.mNumPositionKeys; ++i) {
         const aiVectorKey& key = channel.mPositionKeys[i];
-        add_key<3>(positions_, {key.mTime, to_vector(key.mValue)});
+        dropped_keys_ += !positions_.add(key.mTime, to_vector(key.mValue));
     }
     for (unsigned i = 0; i < channel.mNumRotationKeys; ++i) {
         const aiQuatKey& key = channel.mRotationKeys[i];
-        add_key<4>(rotations_, {key.mTime, normalized(to_quaternion(key.mValue))});
+        dropped_keys_ += !rotations_.add(key.mTime, normalized(to_quaternion(key.mValue)));
     }
     for (unsigned i = 0; i < channel.mNumScalingKeys; ++i) {
         const aiVectorKey& key = channel.mScalingKeys[i];
-        add_key<3>(scales_, {key.mTime, to_vector(key.mValue)});
+        dropped_keys_ += !scales_.add(key.mTime, to_vector(key.mValue));
     }
     const Rest rest(rest_matrix);
-    finish<3>(positions_, rest.position);
-    finish<4>(rotations_, rest.rotation);
-    finish<3>(scales_, rest.scale);
+    positions_.finish(rest.position, channel.mPreState, channel.mPostState);
+    rotations_.finish(rest.rotation, channel.mPreState, channel.mPostState);
+    scales_.finish(rest.scale, channel.mPreState, channel.mPostState);
 
     // Of the two signs that a rotation can have, the one that is nearer to the key before.
-    for (std::size_t i = 1; i < rotations_.size(); ++i) {
-        if (dot(rotations_[i - 1].value, rotations_[i].value) < 0.0) {
-            for (double& component : rotations_[i].value) {
+    rotations_.for_each_pair([](const Quaternion& before, Quaternion& rotation) {
+        if (dot(before, rotation) < 0.0) {
+            for (double& component : rotation) {
                 component = 0.0 - component;
             }
         }
-    }
+    });
 }
 
 bool NodeMotion::is_still() const {
-    return holds_one_value(positions_) && holds_one_value(rotations_) && holds_one_value(scales_);
+    return positions_.is_still() && rotations_.is_still() && scales_.is_still();
 }
 
 double NodeMotion::end_seconds() const {
-    return std::max({positions_.back().time, rotations_.back().time, scales_.back().time}) /
-           file_ticks_per_second_;
+    return std::max({positions_.end(), rotations_.end(), scales_.end()}) / file_ticks_per_second_;
 }
 
-template <std::size_t N>
-NodeMotion::Span NodeMotion::span_at(const Track<N>& track, double time) const {
-    const double first = track.front().time;
-    const double last = track.back().time;
-    if (time < first || time > last || first == last) {
-        const std::size_t nearest = time < first ? 0 : track.size() - 1;
-        const aiAnimBehaviour behaviour = time < first ? before_first_ : behind_last_;
-        if (first == last) {
-            return {nearest, nearest, 0};
-        }
-        if (behaviour == aiAnimBehaviour_REPEAT) {
-            time = std::fmod(time - first, last - first);
-            time += time < 0.0 ? last : first;
-        } else if (behaviour != aiAnimBehaviour_LINEAR) {
-            return {nearest, nearest, 0};
-        }
-    }
-    const auto next = std::upper_bound(track.begin() + 1, track.end() - 1, time,
-                                       [](double t, const Key<N>& key) { return t < key.time; });
-    const std::size_t to = static_cast<std::size_t>(next - track.begin());
-    const double gap = track[to].time - track[to - 1].time;
-    return {to - 1, to, gap > 0.0 ? (time - track[to - 1].time) / gap : 1.0};
-}
-
-std::array<double, 3> NodeMotion::vector_at(const Track<3>& track, double time) const {
-    const Span span = span_at(track, time);
-    return weighted_sum(track[span.from].value, 1.0 - span.part, track[span.to].value, span.part);
-}
-
-std::array<double, 4> NodeMotion::rotation_at(double time) const {
-    const Span span = span_at(rotations_, time);
-    return between(rotations_[span.from].value, rotations_[span.to].value, span.part);
+void NodeMotion::narrow_to_rest(TimeValue t, Interval& valid) const {
+    positions_.narrow_to_rest(t, file_ticks_per_second_, valid);
+    rotations_.narrow_to_rest(t, file_ticks_per_second_, valid);
+    scales_.narrow_to_rest(t, file_ticks_per_second_, valid);
 }
 
 Matrix3 NodeMotion::at(TimeValue t) const {
     const double time = t * file_ticks_per_second_ / TIME_TICKSPERSEC;
-    const auto [w, x, y, z] = rotation_at(time);
+    const auto turn = rotations_.span_at(time);
+    const auto [w, x, y, z] = between(*turn.from, *turn.to, turn.part);
     const Vector turned_axes[3] = {
         {1.0 - 2.0 * (y * y + z * z), 2.0 * (x * y + z * w), 2.0 * (x * z - y * w)},
         {2.0 * (x * y - z * w), 1.0 - 2.0 * (x * x + z * z), 2.0 * (y * z + x * w)},
         {2.0 * (x * z + y * w), 2.0 * (y * z - x * w), 1.0 - 2.0 * (x * x + y * y)},
     };
-    const Vector scale = vector_at(scales_, time);
-    const Vector position = vector_at(positions_, time);
+    const Vector scale = scales_.between_keys(time);
+    const Vector position = positions_.between_keys(time);
 
     Matrix3 matrix;
     for (int row = 0; row < 3; ++row) {

@@ -1,12 +1,9 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
-#include <vector>
-
 #include <assimp/anim.h>
 #include <assimp/matrix4x4.h>
 
+#include "standins/host/import/key_track.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -33,38 +30,15 @@ public:
     /// From the node's space to its parent's.
     Matrix3 at(TimeValue t) const;
 
+    /// Narrows `valid` to the ticks around `t` at which the node stays where it is, as far as
+    /// unchanging keys tell it.
+    void narrow_to_rest(TimeValue t, Interval& valid) const;
+
 private:
-    template <std::size_t N>
-    struct Key {
-        double time;  // in the file's ticks
-        std::array<double, N> value;
-    };
-    template <std::size_t N>
-    using Track = std::vector<Key<N>>;  // ascending, at least one key
-
-    // Between the keys `from` and `to`; `part` is 0 at the one and 1 at the other.
-    struct Span {
-        std::size_t from;
-        std::size_t to;
-        double part;
-    };
-
-    template <std::size_t N>
-    void add_key(Track<N>& track, const Key<N>& key);
-    template <std::size_t N>
-    static void finish(Track<N>& track, const std::array<double, N>& rest);
-    template <std::size_t N>
-    Span span_at(const Track<N>& track, double time) const;
-
-    std::array<double, 3> vector_at(const Track<3>& track, double time) const;
-    std::array<double, 4> rotation_at(double time) const;
-
     double file_ticks_per_second_;
-    aiAnimBehaviour before_first_;
-    aiAnimBehaviour behind_last_;
-    Track<3> positions_;
-    Track<4> rotations_;  // w, x, y, z; of unit length, no more than a quarter turn apart
-    Track<3> scales_;
+    KeyTrack<3> positions_;
+    KeyTrack<4> rotations_;  // w, x, y, z; of unit length, no more than a quarter turn apart
+    KeyTrack<3> scales_;
     int dropped_keys_ = 0;
 };
 
