@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "standins/host/app/animation_files.h"
+
 namespace app {
 
 /// What an export tells its user.
@@ -11,9 +13,14 @@ struct ExportReport {
     std::string warnings;  ///< lines, or empty if there is nothing to be told
 };
 
-/// Reads a written scene file back. `path` is UTF-8 and names a file; `seconds` is what the export
-/// took. Throws `std::runtime_error` if the file doesn't read back as a scene.
+/// Reads a written scene file back, and the mesh files that it refers to. `path` is UTF-8 and names
+/// a file; `seconds` is what the export took. Throws `std::runtime_error` with one line if one of
+/// them is missing or malformed: of a mesh file the plug-in itself doesn't tell.
 ExportReport report_on_file(const std::string& path, double seconds);
+
+/// The same for the files of an animation, one for each frame from 0 to `last_frame`, and their
+/// script.
+ExportReport report_on_animation(const AnimationFiles& files, int last_frame, double seconds);
 
 /// True if `path` can be read back: a file, not a device or a pipe.
 bool can_be_read_back(const std::string& path);

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "standins/host/app/animation_files.h"
+
 namespace app {
 
 namespace fs = std::filesystem;
@@ -37,13 +39,21 @@ void check_export_target(const std::string& target, const std::string& source) {
     if (fs::equivalent(path, fs::u8path(source), ignored)) {
         refuse(target, "it is the scene to be exported");
     }
-    // An empty file may stay behind if the export never starts; the old contents of one that was
-    // there are kept until then.
+    // What is there keeps its contents, and nothing stays behind if the export never starts.
+    const bool is_new = !fs::exists(path, ignored);
     errno = 0;
-    const std::ofstream probe(path, std::ios::binary | std::ios::app);
+    std::ofstream probe(path, std::ios::binary | std::ios::app);
     if (!probe) {
         refuse(target, std::generic_category().message(errno));
     }
+    probe.close();
+    if (is_new) {
+        fs::remove(path, ignored);
+    }
+}
+
+void check_animation_target(const std::string& target, const std::string& source) {
+    check_export_target(AnimationFiles(target).frame(0), source);
 }
 
 bool is_standard_output(const std::string& target) {

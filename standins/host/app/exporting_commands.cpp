@@ -70,6 +70,28 @@ std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginComman
     return report_on_file(target, seconds);
 }
 
+ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
+                              const Interruption& interruption, const std::string& target) {
+    const AnimationFiles files(target);
+    const Interval range = host.GetAnimRange();
+    if (range.End() < range.Start()) {
+        throw std::runtime_error("the animation range ends before it starts");
+    }
+    const int last_frame = (range.End() - range.Start()) / host.ticks_per_frame();
+    const std::size_t updates_before = host.progress().percents.size();
+    const double seconds =
+        carry_out(host, target + ": ", [&] { return plugin.export_animation_to(target); });
+    if (interruption.happened()) {
+        // The host's time stays where the last frame has put it.
+        const bool has_begun = host.progress().percents.size() > updates_before;
+        const int reached = (host.time() - range.Start()) / host.ticks_per_frame();
+        throw Cancelled(has_begun ? "cancelled, " + files.frame(reached) +
+                                        " is the last frame written and may hold only a part"
+                                  : "cancelled, no frame was written");
+    }
+    return report_on_animation(files, last_frame, seconds);
+}
+
 std::string SentScene::renderer_text() const {
     return "Velmora " + std::to_string(renderer.version_major) + "." +
            std::to_string(renderer.version_minor) + " (process " +

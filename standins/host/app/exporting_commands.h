@@ -26,6 +26,11 @@ std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginComman
                                          const Interruption& interruption,
                                          const std::string& target);
 
+/// Export Animation. `target` ends in ".vsq", and its frames have a number in front of that. What a
+/// cancel finds written stays.
+ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
+                              const Interruption& interruption, const std::string& target);
+
 /// A scene that went over the live link.
 struct SentScene {
     velmora::RunningRenderer renderer;

@@ -77,6 +77,11 @@ std::vector<std::string> PluginCommands::export_to(const std::string& path) {
     return execute(kExportCommand);
 }
 
+std::vector<std::string> PluginCommands::export_animation_to(const std::string& path) {
+    host_.answer_save_dialog(path);
+    return execute(kExportAnimationCommand);
+}
+
 // Where the host would open a box, the headless one takes its text down.
 std::vector<std::string> PluginCommands::execute(int command) {
     std::vector<std::string> texts;

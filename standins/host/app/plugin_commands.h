@@ -27,6 +27,7 @@ public:
     std::vector<std::string> update();
     /// `path` is UTF-8, and what the user answers the save dialog.
     std::vector<std::string> export_to(const std::string& path);
+    std::vector<std::string> export_animation_to(const std::string& path);
 
 private:
     struct Plugin;

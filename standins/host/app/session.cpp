@@ -48,6 +48,8 @@ const Session::Command Session::kCommands[] = {
     {"update", "", "send what has changed since the last render, update or export, and all hair",
      &Session::update},
     {"export", "FILE", "write the whole scene to a scene file", &Session::write},
+    {"animation", "FILE", "write each frame to a scene file of its own, and a script beside them",
+     &Session::write_animation},
     {"hide", "NODE", "leave the node's object out", &Session::hide},
     {"unhide", "NODE", "take it in again", &Session::unhide},
     {"move", "NODE X Y Z", "put the node there in its parent's space, as it is turned now",
@@ -128,6 +130,15 @@ std::string Session::write(const Words& words) {
     }
     std::fputs(report->warnings.c_str(), stderr);
     return "export: " + report->brief + " written to " + target;
+}
+
+std::string Session::write_animation(const Words& words) {
+    const std::string& target = words[1];
+    check_animation_target(target, scene_);
+    const Interruption interruption(host_);
+    const ExportReport report = export_animation(host_, plugin_, interruption, target);
+    std::fputs(report.warnings.c_str(), stderr);
+    return "animation: " + report.brief;
 }
 
 std::string Session::hide(const Words& words) {

@@ -46,6 +46,7 @@ private:
     std::string render(const Words& words);
     std::string update(const Words& words);
     std::string write(const Words& words);
+    std::string write_animation(const Words& words);
     std::string hide(const Words& words);
     std::string unhide(const Words& words);
     std::string move(const Words& words);

@@ -60,6 +60,15 @@ int run_export(const CommandLine& command) {
     return kDone;
 }
 
+int run_animation(const CommandLine& command) {
+    Host host;
+    const app::Interruption interruption(host.scene.host());
+    open_scene(host, command, interruption);
+    app::check_animation_target(command.target, command.options.scene);
+    print(app::export_animation(host.scene.host(), host.plugin, interruption, command.target));
+    return kDone;
+}
+
 int run_render(const CommandLine& command) {
     Host host;
     const app::Interruption interruption(host.scene.host());
@@ -106,6 +115,12 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
     add_command(parser, "export", "Write a scene to a .vsq scene file", command)
         ->add_option("OUT", command.target, "The scene file; - for standard output")
         ->required();
+    add_command(parser, "animation",
+                "Write each frame to a .vsq scene file of its own, and a script that renders them",
+                command)
+        ->add_option("OUT", command.target,
+                     "As in shot.vsq, for shot0000.vsq, shot0001.vsq, ... and shot.py")
+        ->required();
     add_command(parser, "render", "Send a scene to a running renderer, or to one that is started",
                 command);
     CLI::App* session =
@@ -115,6 +130,9 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
 }
 
 int run(const std::string& name, const CommandLine& command) {
+    if (name == "animation") {
+        return run_animation(command);
+    }
     if (name == "render") {
         return run_render(command);
     }
