@@ -22,6 +22,8 @@ constexpr const char* kFamilies[] = {
     "^motion/",
     "^(stage|dedupe|crowded)/",
     "^hair/",
+    "^deforming/",
+    "^link/",
     "^mesh/20,000 boxes",
     "^mesh/hard edges",
     "^mesh/(smooth|explicit normals|no smoothing groups|10 million)",

@@ -92,12 +92,34 @@ Mesh surface(int triangles, Shading shading) {
     return mesh;
 }
 
+namespace {
+
+memhost::NodeBuilder add_mapped_node(memhost::SceneBuilder& scene) {
+    auto& map = scene.bitmap(L"missing.png").channel(kChannel);
+    auto& material =
+        scene.make<memhost::StandardMaterial>(L"surface").map(memhost::kDiffuseSlot, &map);
+    return scene.node(L"surface").material(material);
+}
+
+}  // namespace
+
 std::unique_ptr<memhost::SceneBuilder> scene_of(const Mesh& mesh) {
     auto scene = std::make_unique<memhost::SceneBuilder>();
-    auto& map = scene->bitmap(L"missing.png").channel(kChannel);
-    auto& material =
-        scene->make<memhost::StandardMaterial>(L"surface").map(memhost::kDiffuseSlot, &map);
-    scene->node(L"surface").mesh(mesh).material(material);
+    add_mapped_node(*scene).mesh(mesh);
+    return scene;
+}
+
+std::unique_ptr<memhost::SceneBuilder> deforming_scene(int triangles, int frames) {
+    auto scene = std::make_unique<memhost::SceneBuilder>();
+    scene->animation_frames(0, frames - 1);
+    memhost::DeformingMesh mesh(surface(triangles, Shading::kSmooth));
+    mesh.moves([](TimeValue t, const Mesh& at_rest, Mesh& moved) {
+        const float size = 1.0f + static_cast<float>(t) / TIME_TICKSPERSEC;
+        for (int v = 0; v < at_rest.numVerts; ++v) {
+            moved.verts[v].z = at_rest.verts[v].z * size;
+        }
+    });
+    add_mapped_node(*scene).deforming(mesh);
     return scene;
 }
 

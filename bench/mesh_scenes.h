@@ -22,6 +22,9 @@ Mesh surface(int triangles, Shading shading);
 /// A host that holds one node with that mesh and a material that is mapped.
 std::unique_ptr<memhost::SceneBuilder> scene_of(const Mesh& mesh);
 
+/// The same for a mesh of smooth shading that changes its shape from frame to frame.
+std::unique_ptr<memhost::SceneBuilder> deforming_scene(int triangles, int frames);
+
 /// A host with a tree of that many boxes.
 std::unique_ptr<memhost::SceneBuilder> scene_of_boxes(int count);
 

@@ -12,6 +12,7 @@
 #include "bench/mesh_scenes.h"
 #include "bench/scratch_file.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
+#include "tests/support/exported_libraries.h"
 #include "tools/vsqinfo/vsq_reader.h"
 
 namespace {
@@ -89,6 +90,20 @@ void print_boxes(const char* name, int count, double at_most) {
     });
 }
 
+void print_deforming(const char* name, int triangles, int frames, double at_most) {
+    in_a_process([=] {
+        const std::string path = scratch_path("memory.vsq");
+        const ExportedLibraries libraries;
+        const auto scene = mesh_scenes::deforming_scene(triangles, frames);
+        const double peak = peak_of_export(*scene, path);
+        const double held = static_cast<double>(
+            std::filesystem::file_size(std::filesystem::u8path(libraries.paths().front())));
+        std::remove(path.c_str());
+        std::printf("%-60s %8.3f %8.3f   (%.0f MiB)\n", name, peak / held, at_most,
+                    peak / kMebibyte);
+    });
+}
+
 }  // namespace
 
 void print_peak_memory() {
@@ -98,6 +113,7 @@ void print_peak_memory() {
     print_surface("10 million", 10'000'000, Shading::kSmooth, 1.8);
     print_surface("hard edges", 1'000'000, Shading::kHard, 2.6);
     print_surface("explicit normals", 1'000'000, Shading::kExplicit, 1.6);
+    print_deforming("deforming, to the frames that it holds", 100'000, 100, 1.3);
     print_boxes("20,000 boxes, in MiB", 20'000, 8);
     print_boxes("40,000 boxes, in MiB", 40'000, 8);
 }
