@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <filesystem>
+#include <utility>
+
 #include "standins/host/memory/scene_builder.h"
+#include "tests/support/qort_bytes.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -62,6 +67,103 @@ TEST(ExportReport, RefusesAFileThatIsNotWhole) {
     const std::string text = file_contents(folder / "s.vsq");
     std::ofstream(folder.path() / "cut.vsq", std::ios::binary) << text.substr(0, text.size() - 3);
     EXPECT_THROW(app::report_on_file(folder / "cut.vsq", 0), std::runtime_error);
+}
+
+app::ExportReport export_animation_to(SceneBuilder& scene, const std::string& path) {
+    app::PluginCommands plugin(scene.host());
+    return app::export_animation(scene.host(), plugin, app::Interruption(scene.host()), path);
+}
+
+TEST(AnimationCommand, SaysWhatItWrote) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    scene.node(L"a");
+    scene.animation_frames(0, 2);
+    const app::ExportReport report = export_animation_to(scene, folder / "s.VSQ");
+    const std::string names = folder / "s0000.vsq" + " to " + folder / "s0002.vsq";
+    EXPECT_EQ(report.summary.find(names + ": 3 frames, "), 0u) << report.summary;
+    EXPECT_NE(report.summary.find(" s\n  the first: 1 group, 0 objects, "), std::string::npos);
+    EXPECT_NE(report.summary.find("\n  " + folder / "s.py" + ": renders the frames 1 to 2\n"),
+              std::string::npos);
+    EXPECT_EQ(report.brief, "3 frames, " + names + ", and the script " + folder / "s.py");
+    EXPECT_EQ(report.warnings, "");
+}
+
+// What the plug-in tells nobody.
+TEST(AnimationCommand, FailsWhereFilesAreMissing) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    scene.animation_frames(0, 1);
+    const auto check = [&](int last_frame) -> std::string {
+        try {
+            app::report_on_animation(app::AnimationFiles(folder / "s.vsq"), last_frame, 0);
+            return "";
+        } catch (const std::runtime_error& error) {
+            return error.what();
+        }
+    };
+    const std::string script = folder / "s.py";
+    EXPECT_EQ(check(1), script + ": the script was not written");
+    export_animation_to(scene, folder / "s.vsq");
+    EXPECT_EQ(check(1), "");
+    EXPECT_EQ(check(2), script + ": the script was not written");  // there is an older one
+    std::filesystem::remove(folder.path() / "s0001.vsq");
+    EXPECT_EQ(check(1), folder / "s0001.vsq" + ": does not exist");
+    std::filesystem::resize_file(folder.path() / "s.py", file_contents(script).size() - 2);
+    EXPECT_EQ(check(1), script + ": the script was not written to its end");
+    EXPECT_THROW(export_animation_to(scene, folder / "s.py"), std::invalid_argument);
+}
+
+TEST(AnimationCommand, SaysWhereACancelStoppedIt) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    bool is_stopped = false;
+    scene.node(L"a").motion([&](TimeValue t) {
+        if (t == 2 * scene.host().ticks_per_frame() && !std::exchange(is_stopped, true)) {
+            std::raise(SIGINT);
+        }
+        return Matrix3();
+    });
+    try {
+        export_animation_to(scene, folder / "s.vsq");
+        FAIL() << "it went to its end";
+    } catch (const app::Cancelled& cancelled) {
+        EXPECT_EQ(cancelled.what(), "cancelled, " + folder / "s0002.vsq" +
+                                        " is the last frame written and may hold only a part");
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "s0002.vsq"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "s0003.vsq"));
+}
+
+// The writer of mesh files tells of a failure on standard error alone.
+TEST(ExportReport, RefusesASceneWhoseMeshFilesAreMissingOrMalformed) {
+    const TemporaryFolder folder;
+    const std::string mesh = folder / "m.qorT";
+    const std::string refused = folder / "s.vsq" + ": its mesh file " + mesh + ": ";
+    std::ofstream(folder.path() / "s.vsq", std::ios::binary)
+        << "//---quoria:dal:7---\n//---import:dal:1---\n//---id:1---\n"
+           "// This is a Velmora scene file\n\nversion 9\ngroup \"object\" {\nobject \"o\" {\n"
+           "geometry \"triangles\" {\n\"file\" \""
+        << mesh << "\",\n}\n}\n}\n";
+    const auto check = [&]() -> std::string {
+        try {
+            return app::report_on_file(folder / "s.vsq", 0).summary;
+        } catch (const std::runtime_error& error) {
+            return error.what();
+        }
+    };
+    EXPECT_EQ(check(), refused + "does not exist");
+    const auto write = [&](const std::string& bytes) {
+        std::ofstream(folder.path() / "m.qorT", std::ios::binary) << bytes;
+    };
+    using namespace qort_bytes;
+    const std::string whole = header(false, {0, 0, 0, 1, 1, 0}, 64) + block(1, words({0, 1, 2})) +
+                              block(2, floats({0, 0, 0, 1, 0, 0, 0, 1, 0}));
+    write(whole.substr(0, 100));
+    EXPECT_EQ(check(), refused + "offset 100: the file ends inside the block of vertices");
+    write(whole);
+    EXPECT_NE(check().find("\n  " + mesh + ": 128 bytes, 0 frames, 1 triangle\n"),
+              std::string::npos);
 }
 
 }  // namespace

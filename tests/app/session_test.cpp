@@ -8,6 +8,7 @@
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/scene_builder.h"
 #include "tests/support/temporary_folder.h"
+#include "tools/vsqinfo/vsq_reader.h"
 
 namespace {
 
@@ -115,6 +116,7 @@ TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
         {"set Bones=2", "setting Bones: '2' is neither 1 nor 0"},
         {"export -", "standard output is the session's own"},
         {"export \"\"", "the name of the scene file is empty"},
+        {"animation -", "the name for an animation ends in .vsq, unlike '-'"},
     };
     Heard heard;
     for (const auto& line : lines) {
@@ -128,6 +130,27 @@ TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
     EXPECT_EQ(heard.take(), "");
     EXPECT_EQ(session_.carry_out("export \"" + folder / "s.vsq" + "\""),
               "export: 0 objects, 0 cameras, 5 matrices of nodes written to " + folder / "s.vsq");
+}
+
+// A still has no motion, and the setting stays that way.
+TEST_F(SessionTest, ExportsNoMotionBehindAnAnimation) {
+    const TemporaryFolder folder;
+    scene_.animation_frames(0, 1);
+    scene_.node(L"Wheel").mesh(memhost::box_mesh(1, 1, 1)).motion([](TimeValue t) {
+        return memhost::rotation_z(t);
+    });
+    const auto animations = [&] {
+        session_.carry_out("export \"" + folder / "s.vsq" + "\"");
+        return vsqinfo::read_vsq_file(folder / "s.vsq").animations;
+    };
+    EXPECT_EQ(animations(), 1u);
+    EXPECT_EQ(session_.carry_out("animation \"" + folder / "a.vsq" + "\""),
+              "animation: 2 frames, " + folder / "a0000.vsq" + " to " + folder / "a0001.vsq" +
+                  ", and the script " + folder / "a.py");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "a.vsq"));
+    EXPECT_EQ(animations(), 0u);
+    session_.carry_out("set TransformAnimations=1");
+    EXPECT_EQ(animations(), 1u);
 }
 
 }  // namespace

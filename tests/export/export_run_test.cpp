@@ -56,8 +56,9 @@ TEST(ExportRun, DemoScenesReadBack) {
         SceneBuilder scene;
         demo.build(scene);
         const vsqinfo::VsqSummary summary = read_back(exported(scene));
-        // The nodes that the host was told of, and no group for the root.
-        EXPECT_EQ(summary.groups, scene.host().progress().percents.size() - 1) << demo.name;
+        // The nodes that the host was told of, and no group for the root. A deforming mesh has
+        // groups of its own.
+        EXPECT_GE(summary.groups, scene.host().progress().percents.size() - 1) << demo.name;
         EXPECT_EQ(summary.root_name, "object");
     }
 }

@@ -54,6 +54,21 @@ check "the same scene in a file and on standard output" cmp file.vsq stdout
 expect 0 0 '' "$vsqexport" export demo:hierarchy $'\xce\xa9 \xf0\x9f\x98\x80.vsq'
 check "a path with national characters" cmp file.vsq $'\xce\xa9 \xf0\x9f\x98\x80.vsq'
 
+# An animation, and what it refuses.
+expect 0 0 '' "$vsqexport" animation demo:motion film.vsq --frames 2:4
+check "the files of an animation" test "$(echo film*)" = \
+    'film.py film0000.vsq film0001.vsq film0002.vsq'
+check "a summary of three lines" test "$(wc -l <stdout)" = 3
+expect 2 1 "'film.max'" "$vsqexport" animation demo:motion film.max
+expect 1 1 'no folder' "$vsqexport" animation demo:motion nowhere/film.vsq
+mkdir reel.py
+expect 1 1 'reel.py: the script was not written' "$vsqexport" animation demo:motion reel.vsq \
+    --frames 0:0
+
+# A mesh file is told by what is in it.
+printf 'qorT\3\0\0\0' >mesh.vsq
+expect 1 1 'mesh.vsq: offset 8: the file ends' "$vsqinfo" mesh.vsq
+
 # Settings and options reach the export.
 expect 0 0 '' "$vsqexport" export demo:hierarchy options.vsq --set Layers=1 --unit mm --fps 25 \
     --frames 0:10

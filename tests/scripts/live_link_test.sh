@@ -7,7 +7,7 @@ bin=$1
 emulator=${2-}
 out=$(mktemp -d)
 cd "$out" || exit 1
-mkdir config config/quoria data scenes resources
+mkdir -p config/quoria data scenes resources/Animations
 export XDG_CONFIG_HOME=$out/config XDG_DATA_HOME=$out/data VELMORA_SCENES=$out/scenes
 ending=
 drive=
@@ -19,12 +19,15 @@ if [[ -n $emulator ]]; then
 fi
 failures=0
 
-# run PROGRAM ARGUMENT...
+# run PROGRAM ARGUMENT... prints what the program does, once it is over: under Wine a renderer that
+# it has started holds its output open.
 run() {
-    local program=$bin/$1$ending
+    local program=$bin/$1$ending result
     shift
-    ${emulator:+"$emulator"} "$program" "$@" | tr -d '\r'
-    return "${PIPESTATUS[0]}"
+    ${emulator:+"$emulator"} "$program" "$@" >printed
+    result=$?
+    tr -d '\r' <printed
+    return "$result"
 }
 
 key='HKEY_LOCAL_MACHINE\SOFTWARE\Quoria\Velmora 11'
@@ -32,7 +35,7 @@ register() {
     local file=$out/config/quoria/registry.reg
     printf 'Windows Registry Editor Version 5.00\r\n\r\n[%s]\r\n' "$key" >"$file"
     printf '"BinName"="%s"\r\n"BinFolder"="%s"\r\n"ResourceFolder"="%s"\r\n' \
-        "$drive$bin/velmora$ending" "$drive$bin" "$drive$out/resources" >>"$file"
+        "$drive$bin/velmora-11/velmora$ending" "$drive$bin/velmora-11" "$drive$out/resources" >>"$file"
     if [[ -n $emulator ]]; then
         "$emulator" reg import "Z:$file" >/dev/null 2>&1
     fi
@@ -46,7 +49,7 @@ unregister() {
 }
 
 clean_up() {
-    run velmora --stop
+    run velmora-11/velmora --stop
     unregister
     rm -rf "$out"
 }
@@ -81,7 +84,10 @@ grep -q Counterweight stdout || fail "a session goes on after a failure"
 register
 started=started
 for scene in $(run vsqexport export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p'); do
+    # Each export adds mesh files, and the same ones are wanted.
+    rm -rf resources/Animations/*
     run vsqexport export "$scene" sent.vsq --set GeneralCurves=1 >/dev/null 2>&1
+    rm -rf resources/Animations/*
     run vsqexport render "$scene" --set GeneralCurves=1 >stdout 2>stderr </dev/null ||
         fail "$scene: $(<stderr)"
     grep -q "^Velmora 11\.0 (process [0-9]*, port [0-9]*), which was $started\$" stdout ||
@@ -123,7 +129,7 @@ done <<'END'
 6|Lamp Turntable Lift Bolt Door Floor 
 7|
 END
-run velmora --stop
+run velmora-11/velmora --stop
 rm -f scenes/*
 run vsqexport session demo:motion <script >stdout 2>stderr && fail "a session with two failures"
 [[ $(wc -l <stderr) == 2 ]] || fail "two failures were wanted: $(<stderr)"
