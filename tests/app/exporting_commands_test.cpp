@@ -15,7 +15,8 @@ namespace {
 using memhost::SceneBuilder;
 
 std::optional<app::ExportReport> export_to(SceneBuilder& scene, const std::string& path) {
-    app::PluginCommands plugin(scene.host());
+    const TemporaryFolder settings;
+    app::PluginCommands plugin(scene.host(), settings.path().u8string());
     return app::export_scene(scene.host(), plugin, app::Interruption(scene.host()), path);
 }
 
@@ -70,7 +71,8 @@ TEST(ExportReport, RefusesAFileThatIsNotWhole) {
 }
 
 app::ExportReport export_animation_to(SceneBuilder& scene, const std::string& path) {
-    app::PluginCommands plugin(scene.host());
+    const TemporaryFolder settings;
+    app::PluginCommands plugin(scene.host(), settings.path().u8string());
     return app::export_animation(scene.host(), plugin, app::Interruption(scene.host()), path);
 }
 

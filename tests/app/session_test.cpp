@@ -53,7 +53,8 @@ protected:
 
     SceneBuilder scene_;
     memhost::NodeBuilder lid_ = scene_.node(L"Lid").transform(memhost::rotation_z(90));
-    app::PluginCommands plugin_{scene_.host()};
+    TemporaryFolder settings_;
+    app::PluginCommands plugin_{scene_.host(), settings_.path().u8string()};
     app::Session session_{scene_.host(), plugin_, "demo:none"};
 };
 
@@ -72,7 +73,6 @@ TEST_F(SessionTest, TellsOfEditsAndSoDoTheHostsEvents) {
         {"rename \"5\"\" disc\" \"a \"\"b\"\"\"", "'5\" disc' is now 'a \"b\"'", "name a \"b\"; "},
         {"delete Lid", "'Lid' is deleted", "delete nobody; "},
         {"frame 12", "frame 12", ""},
-        {"set Bones=0", "Bones=0", ""},
         {"nodes", "  Left Arm (hidden)\n  Lid\n    a \"b\"\n  T\u00f6n", ""},
         {"quit", "", ""},
     };
@@ -112,8 +112,6 @@ TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
         {"move Lid 1e9999 2 3", "'1e9999' is no coordinate"},
         {"frame 1.5", "'1.5' is no frame"},
         {"frame 99999999999", "'99999999999' is no frame"},
-        {"set Bones", "a setting is KEY=VALUE, not 'Bones'"},
-        {"set Bones=2", "setting Bones: '2' is neither 1 nor 0"},
         {"export -", "standard output is the session's own"},
         {"export \"\"", "the name of the scene file is empty"},
         {"animation -", "the name for an animation ends in .vsq, unlike '-'"},
@@ -149,8 +147,6 @@ TEST_F(SessionTest, ExportsNoMotionBehindAnAnimation) {
                   ", and the script " + folder / "a.py");
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "a.vsq"));
     EXPECT_EQ(animations(), 0u);
-    session_.carry_out("set TransformAnimations=1");
-    EXPECT_EQ(animations(), 1u);
 }
 
 }  // namespace

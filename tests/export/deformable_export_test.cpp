@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "standins/host/memory/demo_scenes.h"
 #include "tests/support/exported_libraries.h"
 #include "tests/support/exported_scene.h"
 
@@ -240,6 +241,23 @@ TEST(DeformableExport, KeepsWhatIsThereAtACancelAndFreesWhatWasConverted) {
     EXPECT_EQ(memhost::ConvertibleObject::live_conversions(), conversions);
 }
 
+TEST(DeformableExport, TakesTheDemoScene) {
+    const ExportedLibraries libraries;
+    SceneBuilder scene;
+    memhost::find_demo_scene("deforming")->build(scene);
+    const std::string text = exported(scene);
+    EXPECT_THAT(libraries.names(), ElementsAre("Crate_Wood.qorT", "Flag_Stripes.qorT",
+                                               "Lung_Lung - EmptyMaterial#0 _ 128_128_128.qorT"));
+    EXPECT_THAT(text, HasSubstr("qor_deform_40"));
+    const LibraryArrays lung(libraries.paths().back());
+    ASSERT_EQ(lung.frames.size(), 41u);
+    const auto first_of = [&lung](size_t frame) {
+        return lung.vertices[lung.frames[frame].ranges[2]];
+    };
+    EXPECT_EQ(first_of(0), first_of(20));
+    EXPECT_NE(first_of(20), first_of(21));
+}
+
 TEST(DeformableExport, NeverWritesOverALibrary) {
     const ExportedLibraries libraries;
     SceneBuilder scene;
@@ -264,8 +282,10 @@ TEST(DeformableExport, RefersToALibraryThatCannotBeWritten) {
         EXPECT_THAT(GetCapturedStderr(), HasSubstr(library + "\" for writing!\n"));
         EXPECT_THAT(text, HasSubstr("\"file\" \"" + library + "\""));
     };
-    expect_failure("Animations/3ds max/Leaf_Stone.qorT");  // without an installation
-
+    {
+        const RegistryEntries no_installation({});
+        expect_failure("Animations/3ds max/Leaf_Stone.qorT");
+    }
     const ExportedLibraries libraries;
     const std::string library = libraries.animations().u8string() + "/3ds max/Leaf_Stone.qorT";
     fs::remove(libraries.animations());

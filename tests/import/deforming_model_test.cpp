@@ -145,6 +145,7 @@ public:
             aiNode* child = new aiNode(name);
             model_.mRootNode->addChildren(1, &child);
         }
+        model_.mRootNode->mChildren[3]->mTransformation.c4 = 3;
         model_.mMeshes = new aiMesh* [model_.mNumMeshes = 1] { new aiMesh };
         mesh().mVertices = new aiVector3D[mesh().mNumVertices = 6];
         mesh().mFaces = new aiFace[mesh().mNumFaces = 2];
@@ -182,15 +183,15 @@ public:
         return *this;
     }
 
-    // Heights of the vertices at a time.
-    std::vector<float> heights(int seconds) {
+    // Heights of the vertices at a time, in the space of a node that shows them.
+    std::vector<float> heights(int seconds, unsigned node = 2) {
         warnings_.clear();
         const NodeIndex nodes(model_);
         const ModelAnimation animation(model_, nodes, warnings_);
         const DeformingParts parts(model_, nodes, animation, warnings_);
         Mesh at_rest;
         EXPECT_TRUE(
-            parts.join(*model_.mRootNode->mChildren[2], {{&mesh(), 0}}, at_rest, deformation_));
+            parts.join(*model_.mRootNode->mChildren[node], {{&mesh(), 0}}, at_rest, deformation_));
         Mesh moved(at_rest);
         deformation_->apply(seconds * TIME_TICKSPERSEC, at_rest, moved);
         std::vector<float> result;
@@ -219,6 +220,7 @@ TEST(DeformingParts, ApartOnlyWhereTheyMoveApart) {
     Square together;
     together.bone("A", {{0, 1}, {2, 0.5f}, {3, 1}, {5, 1}}).bone("B", {{2, 0.5f}, {5, 1}});
     EXPECT_EQ(together.heights(1), (std::vector<float>{10, 0, 5, 0})) << "what moves alike is one";
+    EXPECT_EQ(together.heights(1, 3), (std::vector<float>{7, 0, 2, 0})) << "in a higher node";
 }
 
 TEST(DeformingParts, RestOnTheWayToTargets) {

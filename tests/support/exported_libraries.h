@@ -17,7 +17,7 @@ class ExportedLibraries {
 public:
     ExportedLibraries()
         : entries_(installation_entries("HKEY_CURRENT_USER", "Velmora 11", folder_ / "program",
-                                        folder_ / "", folder_ / "")) {
+                                        folder_.path().u8string(), folder_.path().u8string())) {
         std::ofstream(folder_.path() / "program") << "program";
         std::filesystem::create_directories(folder_.path() / "textures");
         std::filesystem::create_directories(animations());

@@ -1,94 +1,93 @@
 #include "standins/host/app/plugin_commands.h"
 
+#include <cstdint>
 #include <stdexcept>
 
-#include "platform/message_box.h"
-#include "plugins/3dsmax/export/options.h"
-#include "plugins/3dsmax/shell/callback.h"
-#include "plugins/3dsmax/shell/command_ids.h"
+#include "standins/host/app/plugin_library.h"
+#include "standins/host/memory/host_text.h"
+
+#ifdef _WIN32
+#define VSQ_EXPORTED __declspec(dllexport)
+#else
+#define VSQ_EXPORTED __attribute__((visibility("default")))
+#endif
+
+namespace {
+
+// Where the texts of message boxes go while a command runs.
+std::vector<std::string>*& told() {
+    static std::vector<std::string>* texts = nullptr;
+    return texts;
+}
+
+}  // namespace
+
+// Found by this name by whoever is loaded into the process and has something to tell: the headless
+// host takes down what would else come up in a box.
+extern "C" VSQ_EXPORTED void vsq_host_message_box(const char* text, const char*, std::uint32_t) {
+    if (told() != nullptr) {
+        told()->push_back(text);
+    }
+}
 
 namespace app {
 
 namespace {
 
-// "1", "on" and "true" are on.
-bool parse_switch(const std::string& key, const std::string& value) {
-    for (const char* on : {"1", "on", "true"}) {
-        if (value == on) {
-            return true;
-        }
-    }
-    for (const char* off : {"0", "off", "false"}) {
-        if (value == off) {
-            return false;
-        }
-    }
-    throw std::invalid_argument("setting " + key + ": '" + value + "' is neither 1 nor 0");
+constexpr char kPluginFile[] = "VSQExportR2023.dle";
+
+const PluginLibrary& plugin_library() {
+    static const PluginLibrary library(own_folder() + "/" + kPluginFile);
+    return library;
 }
 
 }  // namespace
 
-struct PluginCommands::Plugin {
-    explicit Plugin(Interface* host)
-        : options(std::make_shared<Qor::Options>(host)),
-          callback(host, options),
-          listening(GetISceneEventManager()->RegisterCallback(&callback, FALSE, 0, FALSE)) {}
-    Plugin(const Plugin&) = delete;
-    Plugin& operator=(const Plugin&) = delete;
-    ~Plugin() { GetISceneEventManager()->UnRegisterCallback(listening); }
+PluginCommands::PluginCommands(memhost::MemoryHost& host, const std::string& settings_folder)
+    : host_(host) {
+    host_.set_config_folder(memhost::units_from_utf8(settings_folder));
+    ClassDesc& class_desc = plugin_library().class_desc();
+    host_.actions().add_tables(class_desc);
+    plugin_ = static_cast<GUP*>(class_desc.Create(FALSE));
+    plugin_->Start();
+}
 
-    std::shared_ptr<Qor::Options> options;
-    Callback callback;
-    ISceneEventManager::CallbackKey listening;
-};
-
-PluginCommands::PluginCommands(memhost::MemoryHost& host)
-    : host_(host), plugin_(std::make_unique<Plugin>(&host)) {}
-
-PluginCommands::~PluginCommands() = default;
-
-void PluginCommands::set(const std::string& setting) {
-    const size_t equals = setting.find('=');
-    if (equals == std::string::npos) {
-        throw std::invalid_argument("a setting is KEY=VALUE, not '" + setting + "'");
-    }
-    const std::string key = setting.substr(0, equals);
-    std::string known;
-    for (const Qor::OptionKey& option : Qor::kOptionKeys) {
-        if (key == option.key) {
-            (*plugin_->options).*option.field = parse_switch(key, setting.substr(equals + 1));
-            return;
-        }
-        known += (known.empty() ? "" : ", ") + std::string(option.key);
-    }
-    throw std::invalid_argument("no setting is named '" + key + "' (there are: " + known + ")");
+PluginCommands::~PluginCommands() {
+    plugin_->Stop();
+    plugin_->DeleteThis();
 }
 
 std::vector<std::string> PluginCommands::render() {
-    return execute(kRenderCommand);
+    return press(L"Velmora/Render");
 }
 
 std::vector<std::string> PluginCommands::update() {
-    return execute(kUpdateCommand);
+    return press(L"Velmora/Update");
 }
 
 std::vector<std::string> PluginCommands::export_to(const std::string& path) {
     host_.answer_save_dialog(path);
-    return execute(kExportCommand);
+    return press(L"Velmora/Export");
 }
 
 std::vector<std::string> PluginCommands::export_animation_to(const std::string& path) {
     host_.answer_save_dialog(path);
-    return execute(kExportAnimationCommand);
+    return press(L"Velmora/Export Animation ");
 }
 
-// Where the host would open a box, the headless one takes its text down.
-std::vector<std::string> PluginCommands::execute(int command) {
+std::vector<std::string> PluginCommands::settings() {
+    return press(L"Velmora/Settings");
+}
+
+std::vector<std::string> PluginCommands::press(const wchar_t* entry) {
     std::vector<std::string> texts;
-    platform::set_message_box_handler([&texts](const std::string& text, const std::string&,
-                                               std::uint32_t) { texts.push_back(text); });
-    plugin_->callback.ExecuteAction(command);
-    platform::set_message_box_handler({});
+    told() = &texts;
+    const bool carried_out = host_.menus().press(entry);
+    told() = nullptr;
+    if (!carried_out) {
+        throw std::runtime_error("the plug-in shows no '" + memhost::utf8_from_units(entry) +
+                                 "' in the menu");
+    }
     return texts;
 }
 

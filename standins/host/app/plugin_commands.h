@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -8,19 +7,16 @@
 
 namespace app {
 
-/// The plug-in in the headless host: it starts before a scene is opened, listens to what happens to
-/// the nodes from then on, and carries out the commands of its menu. The app knows nothing else of
-/// the plug-in.
+/// The plug-in in the headless host: it is loaded and started before a scene is opened, and from
+/// then on reached through the host's own interfaces alone. Its commands are those of its menu.
 class PluginCommands {
 public:
-    /// Borrows `host`.
-    explicit PluginCommands(memhost::MemoryHost& host);
+    /// Borrows `host`. The plug-in finds its settings file in `settings_folder`, UTF-8. Throws
+    /// `std::runtime_error` with one line if the plug-in can't be loaded.
+    PluginCommands(memhost::MemoryHost& host, const std::string& settings_folder);
     PluginCommands(const PluginCommands&) = delete;
     PluginCommands& operator=(const PluginCommands&) = delete;
     ~PluginCommands();
-
-    /// Takes KEY=VALUE. Throws `std::invalid_argument` with one line for what is no setting.
-    void set(const std::string& setting);
 
     // Each gives the texts of the message boxes that came up: none if all went well.
     std::vector<std::string> render();
@@ -28,14 +24,14 @@ public:
     /// `path` is UTF-8, and what the user answers the save dialog.
     std::vector<std::string> export_to(const std::string& path);
     std::vector<std::string> export_animation_to(const std::string& path);
+    /// The dialog, for whoever sits before it.
+    std::vector<std::string> settings();
 
 private:
-    struct Plugin;
-
-    std::vector<std::string> execute(int command);
+    std::vector<std::string> press(const wchar_t* entry);
 
     memhost::MemoryHost& host_;
-    std::unique_ptr<Plugin> plugin_;
+    GUP* plugin_;
 };
 
 }  // namespace app

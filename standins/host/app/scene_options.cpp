@@ -44,10 +44,7 @@ void apply_frames(const std::string& frames, memhost::SceneBuilder& scene) {
 
 }  // namespace
 
-void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene, PluginCommands& plugin) {
-    for (const std::string& setting : options.settings) {
-        plugin.set(setting);
-    }
+void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene) {
     const std::optional<int> unit =
         options.unit.empty() ? std::nullopt : std::optional<int>(parse_unit(options.unit));
 

@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "standins/host/app/plugin_commands.h"
 #include "standins/host/memory/scene_builder.h"
 
 namespace app {
@@ -17,9 +16,9 @@ struct SceneOptions {
     std::string unit;  ///< empty keeps the scene's own
 };
 
-/// Opens the scene in the host, in which the plug-in runs already, so that it is told of every
-/// node. Throws `std::invalid_argument` with one line for an option that means nothing, and
-/// `std::runtime_error` for a scene that can't be had.
-void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene, PluginCommands& plugin);
+/// Opens the scene in the host, whose events tell of every node. Throws `std::invalid_argument`
+/// with one line for an option that means nothing, and `std::runtime_error` for a scene that can't
+/// be had.
+void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene);
 
 }  // namespace app

@@ -58,7 +58,7 @@ const Session::Command Session::kCommands[] = {
     {"rename", "NODE NAME", "give the node another name", &Session::rename},
     {"frame", "N", "go to that frame", &Session::go_to_frame},
     {"nodes", "", "list the nodes of the scene", &Session::list_nodes},
-    {"set", "KEY=VALUE", "change a setting of the export", &Session::set},
+    {"settings", "", "open the settings dialog", &Session::settings},
     {"help", "", "list the commands", &Session::list_commands},
     {"quit", "", "end the session", &Session::quit},
 };
@@ -207,9 +207,9 @@ std::string Session::list_nodes(const Words&) {
     return list.empty() ? "  there are no nodes" : list;
 }
 
-std::string Session::set(const Words& words) {
-    plugin_.set(words[1]);
-    return words[1];
+std::string Session::settings(const Words&) {
+    plugin_.settings();
+    return "";
 }
 
 std::string Session::list_commands(const Words&) {

@@ -54,7 +54,7 @@ private:
     std::string rename(const Words& words);
     std::string go_to_frame(const Words& words);
     std::string list_nodes(const Words& words);
-    std::string set(const Words& words);
+    std::string settings(const Words& words);
     std::string list_commands(const Words& words);
     std::string quit(const Words& words);
 

@@ -10,6 +10,7 @@
 #include "standins/host/app/scene_options.h"
 #include "standins/host/app/scene_source.h"
 #include "standins/host/app/session.h"
+#include "standins/host/app/settings_file.h"
 
 // The headless host: a scene comes from a model file or from code, and a command line takes the
 // place of menus and dialogs.
@@ -37,19 +38,22 @@ void print(const app::ExportReport& report) {
 
 // The plug-in starts with the host, before there is a scene.
 struct Host {
+    explicit Host(const std::vector<std::string>& changed_settings) : settings(changed_settings) {}
+
+    app::SettingsOfRun settings;
     memhost::SceneBuilder scene;
-    app::PluginCommands plugin{scene.host()};
+    app::PluginCommands plugin{scene.host(), settings.folder()};
 };
 
 void open_scene(Host& host, const CommandLine& command, const app::Interruption& interruption) {
-    app::open_scene(command.options, host.scene, host.plugin);
+    app::open_scene(command.options, host.scene);
     if (interruption.happened()) {
         throw app::Cancelled("cancelled, nothing was written");
     }
 }
 
 int run_export(const CommandLine& command) {
-    Host host;
+    Host host(command.options.settings);
     const app::Interruption interruption(host.scene.host());
     open_scene(host, command, interruption);
     app::check_export_target(command.target, command.options.scene);
@@ -61,7 +65,7 @@ int run_export(const CommandLine& command) {
 }
 
 int run_animation(const CommandLine& command) {
-    Host host;
+    Host host(command.options.settings);
     const app::Interruption interruption(host.scene.host());
     open_scene(host, command, interruption);
     app::check_animation_target(command.target, command.options.scene);
@@ -70,7 +74,7 @@ int run_animation(const CommandLine& command) {
 }
 
 int run_render(const CommandLine& command) {
-    Host host;
+    Host host(command.options.settings);
     const app::Interruption interruption(host.scene.host());
     open_scene(host, command, interruption);
     const app::SentScene sent =
@@ -82,7 +86,7 @@ int run_render(const CommandLine& command) {
 }
 
 int run_session(const CommandLine& command) {
-    Host host;
+    Host host(command.options.settings);
     {
         // In the session itself each command has its own, and Ctrl-C at the prompt ends it.
         const app::Interruption interruption(host.scene.host());
@@ -90,6 +94,19 @@ int run_session(const CommandLine& command) {
     }
     app::Session session(host.scene.host(), host.plugin, command.options.scene);
     return app::run_session(session) ? kDone : kFailed;
+}
+
+// With values, changes the file; without, opens the dialog, which only a person can answer.
+int run_settings(const CommandLine& command) {
+    const std::string folder = app::user_settings_folder();
+    if (command.options.settings.empty()) {
+        Host host({});
+        host.plugin.settings();
+    } else {
+        app::change_settings(folder, command.options.settings);
+    }
+    std::fputs(app::list_settings(folder).c_str(), stdout);
+    return kDone;
 }
 
 CLI::App* add_command(CLI::App& parser, const char* name, const char* description,
@@ -123,6 +140,9 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
         ->required();
     add_command(parser, "render", "Send a scene to a running renderer, or to one that is started",
                 command);
+    parser.add_subcommand("settings", "Open the settings dialog, or change the settings file")
+        ->add_option("SETTINGS", command.options.settings, "Settings, each as KEY=1 or KEY=0")
+        ->type_name("KEY=VALUE");
     CLI::App* session =
         add_command(parser, "session", "Open a scene and take commands, one a line", command);
     session->footer("Commands of a session:\n" + app::Session::help() + "\n\n" +
@@ -130,13 +150,19 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
 }
 
 int run(const std::string& name, const CommandLine& command) {
-    if (name == "animation") {
-        return run_animation(command);
+    constexpr struct {
+        const char* name;
+        int (*run)(const CommandLine&);
+    } kCommands[] = {
+        {"export", run_export},   {"animation", run_animation}, {"render", run_render},
+        {"session", run_session}, {"settings", run_settings},
+    };
+    for (const auto& known : kCommands) {
+        if (name == known.name) {
+            return known.run(command);
+        }
     }
-    if (name == "render") {
-        return run_render(command);
-    }
-    return name == "session" ? run_session(command) : run_export(command);
+    return kMisused;
 }
 
 }  // namespace

@@ -14,6 +14,9 @@ namespace memhost {
 /// Nodes move as the first animation of the file has them, and the animation range becomes that
 /// animation's, in frames of the length that `scene` has before. Without one the range stays.
 ///
+/// Meshes with bones or morph targets change their shape with it; where nothing of that moves, they
+/// stay in the shape that they have at the start.
+///
 /// The host's Z is up, so the top nodes are turned where the file's is another axis; the places
 /// below are the file's own. The scene's unit becomes the file's where the format or the file tells
 /// it. A root that assimp puts around the file's nodes isn't kept, unless it has a place of its own

@@ -1,0 +1,35 @@
+#include "standins/host/app/plugin_library.h"
+
+#include <stdexcept>
+
+namespace app {
+
+PluginLibrary::PluginLibrary(const std::string& path_utf8) : path_(path_utf8) {
+    std::string reason;
+    handle_ = load_library(path_, reason);
+    if (handle_ == nullptr) {
+        throw std::runtime_error(path_ + ": " + reason);
+    }
+
+    const auto version = find_function<ULONG()>("LibVersion");
+    if (version() != VERSION_3DSMAX) {
+        throw std::runtime_error(path_ + ": it was made for another release of the host");
+    }
+    const auto count = find_function<int()>("LibNumberClasses");
+    const auto class_desc = find_function<ClassDesc*(int)>("LibClassDesc");
+    class_desc_ = count() > 0 ? class_desc(0) : nullptr;
+    if (class_desc_ == nullptr || class_desc_->SuperClassID() != GUP_CLASS_ID) {
+        throw std::runtime_error(path_ + ": it holds no utility that the host could start");
+    }
+}
+
+template <typename Function>
+Function* PluginLibrary::find_function(const char* name) const {
+    void* const found = find_in_library(handle_, name);
+    if (found == nullptr) {
+        throw std::runtime_error(path_ + ": it is no plug-in, for it has no " + name);
+    }
+    return reinterpret_cast<Function*>(found);
+}
+
+}  // namespace app
