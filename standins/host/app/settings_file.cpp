@@ -41,16 +41,15 @@ struct Change {
     bool on;
 };
 
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
 fs::path configuration_folder() {
 #ifdef _WIN32
     const wchar_t* value = _wgetenv(L"APPDATA");
     return fs::path(value != nullptr ? value : L"") / "Quoria";
 #else
+    const auto environment = [](const char* name) {
+        const char* value = std::getenv(name);
+        return std::string(value != nullptr ? value : "");
+    };
     const std::string config = environment("XDG_CONFIG_HOME");
     return (config.empty() ? fs::u8path(environment("HOME")) / ".config" : fs::u8path(config)) /
            "quoria";
