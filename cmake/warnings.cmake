@@ -4,7 +4,8 @@ add_library(vsq_warnings INTERFACE)
 if(MSVC)
     # The host's headers are taken as those of a system, since they aren't ours to mend.
     target_compile_options(vsq_warnings INTERFACE
-        /W4 /WX /permissive- /utf-8 /fp:precise /external:anglebrackets /external:W0)
+        # A log statement's level is known when it is compiled, which is what 4127 complains of.
+        /W4 /WX /wd4127 /permissive- /utf-8 /fp:precise /external:anglebrackets /external:W0)
     target_compile_definitions(vsq_warnings INTERFACE _CRT_SECURE_NO_WARNINGS)
 else()
     target_compile_options(vsq_warnings INTERFACE

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <limits>
 #include <new>
+#include <string_view>
 
 #include "importers/sceneapi/dev/installation.h"
 #include "importers/sceneapi/dev/qorscene_api.h"
@@ -29,12 +30,13 @@ std::string default_folder() {
     return (std::filesystem::u8path(resources) / "Animations").u8string();
 }
 
-// Takes what no file name can hold out of a name.
+// Takes what no file name can hold out of a name. A zero, which a narrowed name can have in it,
+// would cut the path.
 void sanitize(std::string& text) {
-    const std::string forbidden = "\\/:?\"<>|";
+    constexpr std::string_view kForbidden("\\/:?\"<>|\0", 9);
     std::replace_if(
         text.begin(), text.end(),
-        [&forbidden](char c) { return forbidden.find(c) != forbidden.npos; }, '_');
+        [](char c) { return kForbidden.find(c) != std::string_view::npos; }, '_');
 }
 
 bool can_be_opened(const std::string& path) {
@@ -182,9 +184,9 @@ void DeformableTriangleAnimation::write_library_file() {
 }
 
 void DeformableTriangleAnimation::drop_frames() {
-    frames_ = {};
-    vertices_ = {};
-    normals_ = {};
+    frames_ = std::vector<StoredFrame>();
+    vertices_ = std::vector<float>();
+    normals_ = std::vector<float>();
 }
 
 void DeformableTriangleAnimation::emit(qorSceneapi_oo& scene) {

@@ -59,7 +59,7 @@ public:
     void define(qorSceneapi_oo&) override {}
     std::size_t data_size() const override;
 
-    /// Empty until the library is written. UTF-8, with the separators that its parts came with.
+    /// Empty until the library is written. The folder is UTF-8, and names stand in it as they are.
     const std::string& library_path() const { return library_path_; }
 
 private:

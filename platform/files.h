@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// Opens a file whose path is UTF-8 on every system. Null on failure, with the reason in `errno`.
+/// Opens a file whose path is UTF-8 on every system; the separator may be "\\" as well. Null on failure, with the reason in `errno`.
 /// The caller closes it.
 std::FILE* open_file(const std::string& path_utf8, const char* mode);
 

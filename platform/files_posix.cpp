@@ -17,7 +17,9 @@ std::string with_own_separators(std::string path) {
 }  // namespace
 
 std::FILE* open_file(const std::string& path_utf8, const char* mode) {
-    return std::fopen(path_utf8.c_str(), mode);
+    std::FILE* file = std::fopen(path_utf8.c_str(), mode);
+    const std::string native = with_own_separators(path_utf8);
+    return file != nullptr || native == path_utf8 ? file : std::fopen(native.c_str(), mode);
 }
 
 bool path_exists(const std::string& path_utf8) {

@@ -8,11 +8,24 @@
 
 namespace platform {
 
+/// A byte that is no part of UTF-8, as in the name of a node, becomes the character of its number.
 inline std::wstring wide_from_utf8(const std::string& text) {
-    const int size = static_cast<int>(text.size());
-    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
-    std::wstring wide(static_cast<size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), length);
+    std::wstring wide;
+    for (size_t i = 0; i < text.size();) {
+        const unsigned char lead = static_cast<unsigned char>(text[i]);
+        const size_t expected = lead < 0x80 ? 1 : lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
+        const size_t size = expected < text.size() - i ? expected : text.size() - i;
+        wchar_t units[2];
+        const int count = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data() + i,
+                                              static_cast<int>(size), units, 2);
+        if (count > 0) {
+            wide.append(units, static_cast<size_t>(count));
+            i += size;
+        } else {
+            wide += static_cast<wchar_t>(lead);
+            ++i;
+        }
+    }
     return wide;
 }
 

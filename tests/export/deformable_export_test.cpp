@@ -262,14 +262,15 @@ TEST(DeformableExport, NeverWritesOverALibrary) {
     const ExportedLibraries libraries;
     SceneBuilder scene;
     scene.animation_frames(0, 2);
-    scene.node(L"Box/01")
+    scene
+        .node(L"Box/01\u4e00")  // whose last byte is 0
         .deforming(rising({{0, square()}}))
         .material(scene.make<memhost::StandardMaterial>(L"Metal:A"));
     for (int n = 0; n < 3; ++n) {
         exported(scene);
     }
-    EXPECT_THAT(libraries.names(), ElementsAre("Box_01_Metal_A.qorT", "Box_01_Metal_A_1.qorT",
-                                               "Box_01_Metal_A_2.qorT"));
+    EXPECT_THAT(libraries.names(), ElementsAre("Box_01__Metal_A.qorT", "Box_01__Metal_A_1.qorT",
+                                               "Box_01__Metal_A_2.qorT"));
 }
 
 TEST(DeformableExport, RefersToALibraryThatCannotBeWritten) {

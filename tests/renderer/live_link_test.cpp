@@ -247,6 +247,10 @@ TEST_F(LiveLink, AnUnfinishedSceneIsDropped) {
     ASSERT_TRUE(scene().connect("localhost", renderer.announced()->port, 4));
     const std::vector<float> large(1000000);
     set_array(scene(), parameter_code::kFloat, large.data(), 1000000);
+    for (int look = 0; look < 500 && std::filesystem::is_empty(folder_.scenes()); ++look) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    ASSERT_FALSE(std::filesystem::is_empty(folder_.scenes()));
     root_.reset();
     for (int look = 0; look < 500 && !std::filesystem::is_empty(folder_.scenes()); ++look) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));

@@ -177,8 +177,9 @@ bool SceneExporter::ExportCurves(INode* node) {
     curves.set_material(MaterialOf(look));
     AddCurves(curves, splines, look);
     if (hair) {
-        object->GetLocalBoundBox(time, node, view, box);
-        curves.set_radius(HairRadius(box, options_->CurveRadiusMultiplier));
+        Box3 local_box;
+        object->GetLocalBoundBox(time, node, view, local_box);
+        curves.set_radius(HairRadius(local_box, options_->CurveRadiusMultiplier));
     } else {
         Interval valid = FOREVER;
         curves.set_radius(shape->GetThickness(time, valid) * options_->CurveRadiusMultiplier);

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr Class_ID kSkyLightClass(0x7BF61478, 0x522E4705);
-constexpr Class_ID kOmniLightClass(OMNI_LIGHT_CLASS_ID, 0);
+const Class_ID kSkyLightClass(0x7BF61478, 0x522E4705);
+const Class_ID kOmniLightClass(OMNI_LIGHT_CLASS_ID, 0);
 
 }  // namespace
 

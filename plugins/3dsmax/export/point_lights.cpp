@@ -106,7 +106,8 @@ void write_ies_shader(qor::qorSceneapi_oo& scene, const std::string& file) {
 
 void LightConverter::ConvertOmniLight(GenLight& light, const Job& job) {
     const float power = light.GetIntensity(job.time);
-    const Point3 color = light.GetRGBColor(0) / 255.0f;
+    const Point3 rgb = light.GetRGBColor(0);
+    const Point3 color(rgb.x / 255.0f, rgb.y / 255.0f, rgb.z / 255.0f);
 
     qorScene_api& api = *job.scene.get_api();
     api.begin_object(job.name.c_str(), true);

@@ -30,11 +30,11 @@ void LightConverter::ConvertSkyLight(Object& light, TimeValue time) {
         Interval valid = FOREVER;
         params->GetValue(kSkyMap, 0, map, valid, 0);
         if (map == nullptr || !is_bitmap_texmap(map)) {
-            return;
+            continue;
         }
         std::optional<std::string> file = bitmap_file(*static_cast<BitmapTex*>(map), time);
         if (!file) {
-            return;
+            continue;
         }
         environment_ = std::move(*file);
     }

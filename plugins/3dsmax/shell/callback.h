@@ -24,8 +24,6 @@ public:
     /// A null stands for nodes that were gone when their event came.
     const std::set<INode*>& changed_nodes() const { return changedNodes_; }
 
-    BOOL VerboseDeleted() override { return FALSE; }
-
     // Each of these makes its nodes changed ones. Those events that aren't here, such as a new name
     // or a selection, change nothing that an Update would send.
     void Added(NodeKeyTab& nodes) override { Record(nodes); }

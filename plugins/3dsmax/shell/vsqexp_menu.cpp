@@ -52,7 +52,8 @@ void VSQExp::InstallMenu() {
 
 void VSQExp::RemoveMenu() {
     IMenuManager* menus = Max()->GetMenuManager();
-    IMenu* menu = menus->FindMenu(menu_title().data());
+    const MSTR title = menu_title();
+    IMenu* menu = menus->FindMenu(title.data());
     if (menu == nullptr) {
         return;
     }

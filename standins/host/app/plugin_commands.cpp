@@ -41,6 +41,12 @@ const PluginLibrary& plugin_library() {
     return library;
 }
 
+// A utility is the host's until the process ends, also when it has been stopped.
+std::vector<GUP*>& utilities() {
+    static auto* const all = new std::vector<GUP*>;
+    return *all;
+}
+
 }  // namespace
 
 PluginCommands::PluginCommands(memhost::MemoryHost& host, const std::string& settings_folder)
@@ -49,6 +55,7 @@ PluginCommands::PluginCommands(memhost::MemoryHost& host, const std::string& set
     ClassDesc& class_desc = plugin_library().class_desc();
     host_.actions().add_tables(class_desc);
     plugin_ = static_cast<GUP*>(class_desc.Create(FALSE));
+    utilities().push_back(plugin_);
     plugin_->Start();
 }
 
