@@ -33,10 +33,10 @@ std::string default_folder() {
 // Takes what no file name can hold out of a name. A zero, which a narrowed name can have in it,
 // would cut the path.
 void sanitize(std::string& text) {
-    constexpr std::string_view kForbidden("\\/:?\"<>|\0", 9);
+    const std::string_view kForbidden("\\/:?\"<>|\0", 9);
     std::replace_if(
         text.begin(), text.end(),
-        [](char c) { return kForbidden.find(c) != std::string_view::npos; }, '_');
+        [&kForbidden](char c) { return kForbidden.find(c) != std::string_view::npos; }, '_');
 }
 
 bool can_be_opened(const std::string& path) {

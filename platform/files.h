@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// Opens a file whose path is UTF-8 on every system; the separator may be "\\" as well. Null on failure, with the reason in `errno`.
-/// The caller closes it.
+/// Opens a file whose path is UTF-8 on every system; the separator may be "\\" as well. Null on
+/// failure, with the reason in `errno`. The caller closes it.
 std::FILE* open_file(const std::string& path_utf8, const char* mode);
 
 /// Closes the stream of an owner; whoever has to know whether that works closes it by hand.
