@@ -5,6 +5,7 @@
 set -u
 bin=$1
 emulator=${2-}
+samples=$(cd "$(dirname "$0")/../../samples" && pwd)
 out=$(mktemp -d)
 cd "$out" || exit 1
 mkdir -p config/quoria data scenes resources/Animations
@@ -83,7 +84,11 @@ grep -q Counterweight stdout || fail "a session goes on after a failure"
 # The same statements over the link as in a file, but for the lines at the head and the flags.
 register
 started=started
-for scene in $(run vsqexport export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p'); do
+scenes=$(run vsqexport export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p')
+if [[ -z $emulator ]]; then # whose build reads no model files
+    scenes+=" $(ls "$samples"/*.gltf "$samples"/*.obj)"
+fi
+for scene in $scenes; do
     # Each export adds mesh files, and the same ones are wanted.
     rm -rf resources/Animations/*
     run vsqexport export "$scene" sent.vsq --set GeneralCurves=1 >/dev/null 2>&1
