@@ -58,7 +58,8 @@ public:
         for (const auto& variable : environment) {
             set_environment(variable.first, {});
         }
-        for (int look = 0; look < 1000 && !announced(); ++look) {
+        const bool is_silent = environment.count("VELMORA_SILENT") != 0;
+        for (int look = 0; look < 1000 && !is_silent && !announced(); ++look) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
     }

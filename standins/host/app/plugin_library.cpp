@@ -8,7 +8,9 @@ PluginLibrary::PluginLibrary(const std::string& path_utf8) : path_(path_utf8) {
     std::string reason;
     handle_ = load_library(path_, reason);
     if (handle_ == nullptr) {
-        throw std::runtime_error(path_ + ": " + reason);
+        // The system's own reason may name the library already.
+        const bool names_it = reason.rfind(path_, 0) == 0;
+        throw std::runtime_error(names_it ? reason : path_ + ": " + reason);
     }
 
     const auto version = find_function<ULONG()>("LibVersion");

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "importers/sceneapi/dev/repeat_link_factory.h"
+#include "tests/support/installation_entries.h"
+#include "tests/support/velmora_process.h"
+
+// The link factory among real renderers, with the live library that their installation registers.
+
+namespace {
+
+constexpr char kMachine[] = "HKEY_LOCAL_MACHINE";
+constexpr char kName[] = "Velmora 11";
+constexpr int kFirstPort = 42731;
+
+std::string folder_of(const std::string& path) {
+    return path.substr(0, path.find_last_of("/\\"));
+}
+
+std::vector<RegistryEntry> installation(const std::string& program, const std::string& resources) {
+    std::vector<RegistryEntry> entries =
+        installation_entries(kMachine, kName, program, folder_of(VELMORA_LIBRARY), resources);
+    const std::string key = std::string("SOFTWARE\\Quoria\\") + kName;
+    entries.push_back({kMachine, key, "LiveLinkPort", "dword:0000a6eb"});     // 42731
+    entries.push_back({kMachine, key, "LiveLinkMaxPort", "dword:0000a6f4"});  // 42740
+    return entries;
+}
+
+class LinkChoice : public testing::Test {
+protected:
+    // Sends a scene of one group to a renderer of version 11, and says on which port that was, 0 if
+    // it was found by its port; -1 if there was none to be had.
+    int send(const std::string& group, const std::string& scene_name) {
+        qor::RepeatLinkFactory factory;
+        factory.set_min_version(11);
+        factory.set_max_version(11);
+        factory.set_retries(3);
+        factory.set_retry_wait_ms(20);
+        factory.set_connect_any(true);
+        factory.set_scene_name(scene_name);
+        qor::qorSceneapi_oo scene(factory);
+        if (scene.get_api() == nullptr) {
+            return -1;
+        }
+        found_scene_ = factory.found_scene();
+        if (!group.empty()) {
+            scene.begin_group(group);
+            scene.begin_group("content");
+            scene.end_group();
+            scene.end_group();
+        }
+        return factory.connected_port();
+    }
+
+    RendererFolder renderers_;
+    TemporaryFolder resources_;
+    bool found_scene_ = false;
+};
+
+TEST_F(LinkChoice, GoesByVersionAndThenByScene) {
+    const RegistryEntries registry(installation(VELMORA_PROGRAM, resources_.path().u8string()));
+    const VelmoraProcess old(VELMORA_PROGRAM, {{"VELMORA_VERSION", "10.4"}});
+    const VelmoraProcess first(VELMORA_PROGRAM, {{"VELMORA_VERSION", "11.1"}});
+    const VelmoraProcess next(VELMORA_PROGRAM, {{"VELMORA_VERSION", "12.0"}});
+    const int first_port = first.announced()->port;
+    EXPECT_EQ(send("Hall", ""), first_port);
+    EXPECT_FALSE(found_scene_);
+    EXPECT_EQ(first.announced()->scene_number, 1u);
+    EXPECT_EQ(old.announced()->scene_number, 0u);
+    EXPECT_EQ(next.announced()->scene_number, 0u);
+
+    const VelmoraProcess empty(VELMORA_PROGRAM, {{"VELMORA_VERSION", "11.2"}});
+    EXPECT_EQ(send("", "Hall"), first_port);
+    EXPECT_TRUE(found_scene_);
+}
+
+// A program that nobody can start stands for a renderer that doesn't come up.
+TEST_F(LinkChoice, TriesTheRegisteredPortsWhereNoRendererIsKnown) {
+    const std::string no_program = resources_ / "text.txt";
+    std::ofstream(std::filesystem::u8path(no_program)) << "no program";
+    const RegistryEntries registry(installation(no_program, resources_.path().u8string()));
+    EXPECT_EQ(send("Hall", ""), -1);
+
+    const VelmoraProcess silent(VELMORA_PROGRAM, {{"VELMORA_SILENT", "1"}});
+    int port = -1;
+    for (int look = 0; look < 200 && port < 0; ++look) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        port = send("Hall", "");
+    }
+    EXPECT_EQ(port, 0);
+    EXPECT_TRUE(velmora::list_running_renderers().empty());
+    EXPECT_FALSE(std::filesystem::is_empty(renderers_.scenes()));
+}
+
+}  // namespace
