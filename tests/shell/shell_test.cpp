@@ -2,14 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <windows.h>
+
+#include <commctrl.h>  // relies on windows.h
+#endif
+
+#include <algorithm>
 #include <iostream>
 #include <sstream>
 
 #include "platform/dynamic_library.h"
 #include "plugins/3dsmax/shell/menu_actions.h"
-#include "plugins/3dsmax/shell/resources.h"
+#include "plugins/3dsmax/shell/options_controls.h"
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/scene_builder.h"
+#include "standins/host/memory/splines.h"
 #include "tests/support/registry_entries.h"
 
 namespace {
@@ -126,26 +134,113 @@ TEST_F(StartedPlugin, LeavesAMenuThatTheUserHasChanged) {
 
 #ifdef _WIN32
 
-// The user before the windows that come up: closes message boxes, and in the settings turns the
-// cameras on or off and presses OK.
+void press(HWND dialog, int control) {
+    SendDlgItemMessageW(dialog, control, BM_CLICK, 0, 0);
+}
+
+void (*in_settings)(HWND dialog) = nullptr;
+
+// The user before the windows that come up. A timer fires once all posted messages are done, so
+// the windows are as the user finds them.
 void CALLBACK act_as_user(HWND, UINT, UINT_PTR, DWORD) {
     if (const HWND box = FindWindowW(L"#32770", L"Error")) {
         PostMessageW(box, WM_COMMAND, IDOK, 0);
     }
     if (const HWND dialog = FindWindowW(nullptr, L"" TEXT_OPTIONS_TITLE)) {
-        SendDlgItemMessageW(dialog, IDC_CAMERAS, BM_CLICK, 0, 0);
-        SendDlgItemMessageW(dialog, IDOK, BM_CLICK, 0, 0);
+        in_settings(dialog);
     }
 }
 
 class User {
 public:
-    User() : timer_(SetTimer(nullptr, 0, 20, act_as_user)) {}
+    User() : timer_(SetTimer(nullptr, 0, 20, act_as_user)) {
+        in_settings = [](HWND dialog) {
+            press(dialog, IDC_CAMERAS);
+            press(dialog, IDOK);
+        };
+    }
     ~User() { KillTimer(nullptr, timer_); }
 
 private:
     UINT_PTR timer_;
 };
+
+std::string label_at(HWND dialog, int position) {
+    SendDlgItemMessageW(dialog, IDC_RADIUS_TRACKBAR, TBM_SETPOS, TRUE, position);
+    NMHDR told = {GetDlgItem(dialog, IDC_RADIUS_TRACKBAR), IDC_RADIUS_TRACKBAR,
+                  static_cast<UINT>(NM_RELEASEDCAPTURE)};
+    SendMessageW(dialog, WM_NOTIFY, IDC_RADIUS_TRACKBAR, reinterpret_cast<LPARAM>(&told));
+    char text[32] = "";
+    GetDlgItemTextA(dialog, IDC_RADIUS_LABEL, text, sizeof text);
+    return text;
+}
+
+// What the settings showed when they were opened, and what the user then does.
+std::string checked;
+int last_position = 0;  // of the trackbar, which is left alone if it is 0
+int last_button = IDCANCEL;
+
+void change_everything(HWND dialog) {
+    const HWND trackbar = GetDlgItem(dialog, IDC_RADIUS_TRACKBAR);
+    EXPECT_EQ(SendMessageW(trackbar, TBM_GETRANGEMIN, 0, 0), 1);
+    EXPECT_EQ(SendMessageW(trackbar, TBM_GETRANGEMAX, 0, 0), 100);
+    EXPECT_EQ(SendMessageW(trackbar, TBM_GETPOS, 0, 0), 50);
+    checked.clear();
+    for (const OptionControl& control : kOptionControls) {
+        if (control.field != nullptr) {
+            checked += IsDlgButtonChecked(dialog, control.id) == BST_CHECKED ? '1' : '0';
+            press(dialog, control.id);
+        }
+    }
+    if (last_position != 0) {
+        EXPECT_EQ(label_at(dialog, 1), "0.10");
+        EXPECT_EQ(label_at(dialog, 100), "10.0");
+        label_at(dialog, last_position);
+    }
+    press(dialog, last_button);
+}
+
+// The boxes wait for OK, but the trackbar's value holds from the moment it is moved.
+TEST_F(StartedPlugin, TakesOverAndSavesWhatIsConfirmed) {
+    const std::string saved =
+        "[Curves]HairAndFur=0GeneralCurves=1[Lights]PhotometricLights=0SkyLights=1"
+        "[Animation]Bones=0TransformAnimations=0CameraAnimations=0Deformable=0"
+        "[General]cameras=0Layers=1";
+    const struct {
+        int button, position;
+        std::string shown;   // boxes at the opening
+        std::string file;    // its lines afterwards, without their ends
+        std::string radius;  // of the curve that is then exported, if any is
+    } cases[] = {
+        {IDCANCEL, 0, "101111110", "", ""},
+        {IDOK, 0, "101111110", saved, "\"radius\" 0.999063,"},
+        {IDCANCEL, 100, "010000001", saved, "\"radius\" 10,"},
+        {IDCANCEL, 1, "010000001", saved, "\"radius\" 0.104518,"},
+    };
+    auto wire =
+        std::make_shared<memhost::SplineObject>(std::vector{memhost::polyline({{}, {3, 0, 0}})});
+    wire->thickness(1).renderable(true);
+    scene_.node(L"wire").object(wire);
+    const User user;
+    in_settings = change_everything;
+    for (const auto& one : cases) {
+        last_button = one.button;
+        last_position = one.position;
+        EXPECT_TRUE(host().menus().press(L"Velmora/Settings"));
+        EXPECT_EQ(checked, one.shown);
+        std::string file = file_contents(folder_ / "velmoraexport7.ini");
+        file.erase(std::remove_if(file.begin(), file.end(), [](char c) { return c < ' '; }),
+                   file.end());
+        EXPECT_EQ(file, one.file);
+
+        host().answer_save_dialog(folder_ / "wire.vsq");
+        EXPECT_TRUE(host().menus().press(L"Velmora/Export"));
+        const std::string scene = file_contents(folder_ / "wire.vsq");
+        const size_t radius = scene.find("\"radius\"");
+        EXPECT_EQ(radius == std::string::npos ? "" : scene.substr(radius, one.radius.size()),
+                  one.radius);
+    }
+}
 
 #else
 
