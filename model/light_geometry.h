@@ -24,7 +24,7 @@ public:
     /// Bytes held in the arrays of the shape.
     virtual std::size_t data_size() const = 0;
 
-    /// Several shapes can share a material. It must not be null when the shape is emitted.
+    /// Several shapes can share a material. Of the shapes only curves can be emitted without one.
     virtual void set_material(std::shared_ptr<Material> material);
     virtual std::shared_ptr<Material> get_material() const;
 

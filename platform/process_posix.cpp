@@ -6,6 +6,8 @@
 
 #include <cerrno>
 
+#include "platform/native_path_posix.h"
+
 namespace platform {
 
 namespace {
@@ -19,9 +21,11 @@ constexpr int kUsualFileLimit = 1024;
 // Runs in the child, with nothing but calls that are safe between fork and exec.
 [[noreturn]] void become(const char* path, int report) {
     setsid();  // Ctrl-C at the terminal is meant for the parent
+    const char failed = 1;
     const pid_t program = fork();
     if (program != 0) {
-        _exit(program < 0);  // so that the program is nobody's child and never a zombie
+        // The program is to be nobody's child and never a zombie.
+        _exit(program < 0 && write(report, &failed, 1) == 1 ? 1 : 0);
     }
 
     dup2(report, kReport);
@@ -36,7 +40,6 @@ constexpr int kUsualFileLimit = 1024;
 
     char* const arguments[] = {const_cast<char*>(path), nullptr};
     execv(path, arguments);
-    const char failed = 1;
     _exit(write(kReport, &failed, 1) == 1 ? 1 : 2);
 }
 
@@ -50,15 +53,14 @@ bool launch_program(const std::string& path_utf8) {
     // The program must not keep the pipe open, wherever its ends lie.
     fcntl(report[0], F_SETFD, FD_CLOEXEC);
     fcntl(report[1], F_SETFD, FD_CLOEXEC);
+    const std::string path = native_path(path_utf8);
     const pid_t child = fork();
     if (child == 0) {
-        become(path_utf8.c_str(), report[1]);
+        become(path.c_str(), report[1]);
     }
     close(report[1]);
-    int status = 1;
-    if (child > 0) {
-        while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-        }
+    // How the child ended tells nothing in a process that ignores the end of its children.
+    while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
     }
 
     // The report's end of file is the start of the program, which closed the pipe on the way.
@@ -68,7 +70,7 @@ bool launch_program(const std::string& path_utf8) {
         size = read(report[0], &failed, 1);
     } while (size < 0 && errno == EINTR);
     close(report[0]);
-    return status == 0 && size == 0;
+    return child > 0 && size == 0;
 }
 
 }  // namespace platform

@@ -47,7 +47,7 @@ void ClientSession::read() {
         asio::mutable_buffer(buffer_.get() + filled_, capacity_ - filled_),
         [this, self = shared_from_this()](const asio::error_code& error, std::size_t size) {
             if (error) {
-                return;
+                return end();
             }
             filled_ += size;
             received_ += size;
@@ -89,7 +89,14 @@ void ClientSession::go_on() {
             read();
         }
     } catch (const std::exception&) {
-        // Malformed, or more than there is room for: the client's loss alone.
+        end();  // malformed, or more than there is room for: the client's loss alone
+    }
+}
+
+void ClientSession::end() {
+    if (scene_) {
+        renderer_.take_over(*scene_);
+        scene_.reset();
     }
 }
 

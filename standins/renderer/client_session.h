@@ -13,8 +13,8 @@ namespace velmora {
 
 class Renderer;
 
-/// One client's connection. It ends when the client goes or sends what no client sends; a scene
-/// that isn't finished by then is lost.
+/// One client's connection. It ends when the client goes or sends what no client sends; what has
+/// come by then of a scene that isn't finished stays with the renderer.
 class ClientSession : public std::enable_shared_from_this<ClientSession> {
 public:
     /// Borrows `renderer`.
@@ -33,6 +33,7 @@ private:
     bool handle_frames();
     bool handle(const FrameHead& head, const char* arguments);
     void send_answer();
+    void end();
 
     Renderer& renderer_;
     asio::ip::tcp::socket socket_;

@@ -32,7 +32,7 @@ ReceivedScene::ReceivedScene(std::string path)
 
 ReceivedScene::~ReceivedScene() {
     if (!is_finished_) {
-        finish({});
+        writer_.flush();
     }
 }
 
@@ -40,14 +40,13 @@ bool ReceivedScene::finish(const std::string& lasting_path) {
     is_finished_ = true;
     const bool written = writer_.flush();
     const bool closed = std::fclose(stream_.release()) == 0;
-    std::error_code error;
-    if (written && closed && !lasting_path.empty()) {
-        std::filesystem::rename(std::filesystem::u8path(path_),
-                                std::filesystem::u8path(lasting_path), error);
-        return !error;
+    if (!written || !closed) {
+        return false;
     }
-    std::filesystem::remove(std::filesystem::u8path(path_), error);
-    return false;
+    std::error_code error;
+    std::filesystem::rename(std::filesystem::u8path(path_), std::filesystem::u8path(lasting_path),
+                            error);
+    return !error;
 }
 
 qorShaderHandle ReceivedScene::shader(std::uint64_t number) {

@@ -20,13 +20,14 @@ public:
     ReceivedScene(const ReceivedScene&) = delete;
     ReceivedScene& operator=(const ReceivedScene&) = delete;
 
-    /// Removes the file of a scene that wasn't finished.
+    /// The file of a scene that wasn't finished stays under its first name.
     ~ReceivedScene();
 
     /// Makes the scene call of a frame. Throws `MalformedFrame` if it isn't one.
     void call(std::uint64_t operation, const char* arguments, std::uint64_t size);
 
-    /// Closes the file and gives it its lasting name; false if some of it is lost.
+    /// Closes the file and gives it its lasting name, which it doesn't get if some of it is lost:
+    /// false then.
     bool finish(const std::string& lasting_path);
 
     const GroupTree& groups() const { return groups_; }

@@ -110,6 +110,13 @@ std::unique_ptr<ReceivedScene> Renderer::begin_scene() {
                                            ".part");
 }
 
+void Renderer::take_over(const ReceivedScene& scene) {
+    if (scene.is_whole()) {
+        groups_.children.clear();
+    }
+    groups_.add(scene.groups());
+}
+
 bool Renderer::keep_scene(ReceivedScene& scene) {
     const std::string file = settings_.scene_folder + platform::kSeparator + "scene-" +
                              std::to_string(own_process_id()) + "-" +
@@ -118,10 +125,7 @@ bool Renderer::keep_scene(ReceivedScene& scene) {
         return false;
     }
     ++whole_scenes_;
-    if (scene.is_whole()) {
-        groups_.children.clear();
-    }
-    groups_.add(scene.groups());
+    take_over(scene);
     if (announcement_) {
         announcement_->set_scene(file, whole_scenes_);
     }

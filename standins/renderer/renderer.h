@@ -36,6 +36,8 @@ public:
     std::unique_ptr<ReceivedScene> begin_scene();
     /// False if the scene isn't whole.
     bool keep_scene(ReceivedScene& scene);
+    /// Holds the groups that have come of a scene.
+    void take_over(const ReceivedScene& scene);
     /// Leaves a connection open that isn't served any more.
     void leave_open(std::shared_ptr<void> connection) { stalled_.push_back(std::move(connection)); }
     void stop() { io_.stop(); }

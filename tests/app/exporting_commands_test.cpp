@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "platform/files.h"
 #include "standins/host/memory/scene_builder.h"
 #include "tests/support/qort_bytes.h"
 #include "tests/support/temporary_folder.h"
@@ -137,16 +138,22 @@ TEST(AnimationCommand, SaysWhereACancelStoppedIt) {
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "s0003.vsq"));
 }
 
-// The writer of mesh files tells of a failure on standard error alone.
+// The writer of mesh files tells of a failure on standard error alone. The file's name holds a byte
+// that is no UTF-8, as that of a node can.
 TEST(ExportReport, RefusesASceneWhoseMeshFilesAreMissingOrMalformed) {
     const TemporaryFolder folder;
-    const std::string mesh = folder / "m.qorT";
-    const std::string refused = folder / "s.vsq" + ": its mesh file " + mesh + ": ";
+    const std::string mesh = folder / "m" + "\xe4.qorT";
+    const std::string shown = folder / "m" + "\\xe4.qorT";
+    const std::string refused = folder / "s.vsq" + ": its mesh file " + shown + ": ";
+    std::string name = "xX";  // as the scene writes what isn't ASCII
+    for (const unsigned char byte : mesh) {
+        name += {"0123456789abcdef"[byte / 16], "0123456789abcdef"[byte % 16]};
+    }
     std::ofstream(folder.path() / "s.vsq", std::ios::binary)
         << "//---quoria:dal:7---\n//---import:dal:1---\n//---id:1---\n"
            "// This is a Velmora scene file\n\nversion 9\ngroup \"object\" {\nobject \"o\" {\n"
-           "geometry \"triangles\" {\n\"file\" \""
-        << mesh << "\",\n}\n}\n}\n";
+           "geometry \"triangles\" {\n\"file\" "
+        << name << ",\n}\n}\n}\n";
     const auto check = [&]() -> std::string {
         try {
             return app::report_on_file(folder / "s.vsq", 0).summary;
@@ -156,7 +163,9 @@ TEST(ExportReport, RefusesASceneWhoseMeshFilesAreMissingOrMalformed) {
     };
     EXPECT_EQ(check(), refused + "does not exist");
     const auto write = [&](const std::string& bytes) {
-        std::ofstream(folder.path() / "m.qorT", std::ios::binary) << bytes;
+        std::FILE* const file = platform::open_file(mesh, "wb");
+        std::fwrite(bytes.data(), 1, bytes.size(), file);
+        std::fclose(file);
     };
     using namespace qort_bytes;
     const std::string whole = header(false, {0, 0, 0, 1, 1, 0}, 64) + block(1, words({0, 1, 2})) +
@@ -164,7 +173,7 @@ TEST(ExportReport, RefusesASceneWhoseMeshFilesAreMissingOrMalformed) {
     write(whole.substr(0, 100));
     EXPECT_EQ(check(), refused + "offset 100: the file ends inside the block of vertices");
     write(whole);
-    EXPECT_NE(check().find("\n  " + mesh + ": 128 bytes, 0 frames, 1 triangle\n"),
+    EXPECT_NE(check().find("\n  " + shown + ": 128 bytes, 0 frames, 1 triangle\n"),
               std::string::npos);
 }
 

@@ -7,28 +7,16 @@
 #include <gtest/gtest.h>
 
 #include "standins/host/memory/splines.h"
+#include "tests/support/exported_meshes.h"
 #include "tests/support/exported_scene.h"
 
 namespace {
 
-using memhost::ConvertibleShape;
-using memhost::polyline;
-using memhost::SceneBuilder;
-using memhost::SplineObject;
+using namespace memhost;
 using Floats = std::vector<float>;
 using Splines = std::vector<Spline3D>;
 
 constexpr wchar_t kHairAttribute[] = L"velmora_hair_and_fur_data";
-
-// All systems of the host are little-endian.
-template <typename Number>
-std::string array_text(const std::string& name, char tag, const std::vector<Number>& numbers) {
-    const auto count = static_cast<std::uint32_t>(numbers.size());
-    std::string text = "\"" + name + "\" [ \1\2\3" + tag;
-    text.append(reinterpret_cast<const char*>(&count), sizeof count);
-    text.append(reinterpret_cast<const char*>(numbers.data()), count * sizeof(Number));
-    return text + "] ,\n";
-}
 
 std::string matt(const std::string& color) {
     return "material \"curve\" {\nsurface \"qor_diffuse\" {\n\"diffuse\" " + color +
@@ -44,13 +32,6 @@ const Spline3D kTriangle({{{1, 0, 1}, {0, 0, 0}, {1, 0, 0}},
 const Floats kBendPoints = {0, 0, 0, 0, 1, 0, 3, 1, 0, 3, 4, 0};
 const Floats kTrianglePoints = {0, 0, 0, 1, 0, 0, 3, 0, 0, 4, 0, 0, 4, 1, 0,
                                 4, 3, 0, 4, 3, 1, 2, 2, 2, 1, 0, 1, 0, 0, 0};
-
-Floats joined(Floats first, const Floats& second) {
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
-}
-
-const Floats kBothPoints = joined(kTrianglePoints, kBendPoints);
 
 const std::string kMixed =
     "material \"curve\" {\n#define shader 1 vertex_color {\n}\n"
@@ -89,6 +70,8 @@ struct Case {
 
 // The object's offset moves nothing, and the node's place the node alone.
 TEST(CurvesExport, WritesOneObjectByteForByte) {
+    Floats both = kTrianglePoints;
+    both.insert(both.end(), kBendPoints.begin(), kBendPoints.end());
     const Spline3D none({}, true);
     const Spline3D knot = polyline({{7, 7, 7}});
     const std::string grey = matt("0.8 0.8 0.8");
@@ -97,12 +80,12 @@ TEST(CurvesExport, WritesOneObjectByteForByte) {
         {"open", {kBend}, 1, -1, "0.5", kBendPoints, {4}, grey},
         {"the multiplier", {kBend}, 3, -1, "1.5", kBendPoints, {4}, grey},
         {"closed", {kTriangle}, 1, -1, "0.5", kTrianglePoints, {10}, grey},
-        {"several", {none, kTriangle, knot, kBend}, 1, -1, "0.5", kBothPoints, {10, 4}, grey},
+        {"several", {none, kTriangle, knot, kBend}, 1, -1, "0.5", both, {10, 4}, grey},
         {"without segments", {none, knot}, 1, -1, "0.5", {}, {}, grey},
         // The extent is that of a rectangle of 3 by 4.
         {"hair", {kBend}, 2, 0, "0.001", kBendPoints, {4}, green},
         {"hair of two colours", {kBend}, 1, 0.75f, "0.0005", kBendPoints, {4}, kMixed},
-        {"hair without strands", {}, 1, 0, "0", {}, {}, green},
+        {"hair without strands, of no extent that is a number", {}, 1, 0, "-1", {}, {}, green},
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.name);
@@ -119,7 +102,7 @@ TEST(CurvesExport, WritesOneObjectByteForByte) {
                 .number(5, L"velmora_hue", 20)
                 .number(6, L"velmora_value", 30);
         }
-        scene.node(L"Node").at(1, 2, 3).offset(memhost::scaling(2, 2, 2)).object(object);
+        scene.node(L"Node").at(1, 2, 3).offset(scaling(2, 2, 2)).object(object);
         Qor::Options options(&scene.host());
         options.GeneralCurves = true;
         options.CurveRadiusMultiplier = one.multiplier;

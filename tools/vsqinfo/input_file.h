@@ -5,8 +5,8 @@
 
 namespace vsqinfo {
 
-/// Opens the file at `path`, which is UTF-8, in binary mode. Throws `UnreadableFile` for a folder,
-/// and for what isn't there or can't be opened.
+/// Opens the file at `path` in binary mode: UTF-8, or what a scene says of a mesh file. Throws
+/// `UnreadableFile` for a folder, and for what isn't there or can't be opened.
 std::ifstream open_input_file(const std::string& path);
 
 }  // namespace vsqinfo

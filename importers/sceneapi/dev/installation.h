@@ -17,8 +17,8 @@ public:
     /// Full path of the renderer's program; empty if there is no installation.
     std::string bin_name(int min_version, int max_version) const;
 
-    /// Folder of the live library, with the major version found, or empty with the version as it
-    /// was.
+    /// Folder of the live library, or empty. `version` becomes the major version of the
+    /// installation that was found, also if that doesn't name the folder, and else stays as it was.
     std::string bin_folder(int min_version, int max_version, int& version) const;
 
     /// Folder of the renderer's resources, or empty.

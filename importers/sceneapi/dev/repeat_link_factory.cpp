@@ -1,5 +1,6 @@
 #include "importers/sceneapi/dev/repeat_link_factory.h"
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -20,6 +21,9 @@ constexpr int kMaxPortVersion = 20;
 // The third argument of a connection: to a port that may be anybody's, and to a known renderer.
 constexpr std::int32_t kSweepArgument = 1;
 constexpr std::int32_t kKnownArgument = 4;
+
+// A registered range that ends far above it would keep the host busy for hours.
+constexpr std::int32_t kHighestPort = 0xffff;
 
 bool is_found(const RendererInstance& instance) {
     return instance.version_major != 0;
@@ -132,8 +136,8 @@ bool RepeatLinkFactory::sweep_ports() {
     if (status != Status::kBothRead && status != Status::kNoLastPort) {
         return false;
     }
-    for (std::int64_t port = first; port <= last; ++port) {
-        if (api_->connect("127.0.0.1", static_cast<std::int32_t>(port), kSweepArgument)) {
+    for (std::int32_t port = first; port <= std::min(last, kHighestPort); ++port) {
+        if (api_->connect("127.0.0.1", port, kSweepArgument)) {
             return true;
         }
     }

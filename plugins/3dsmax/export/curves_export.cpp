@@ -128,7 +128,7 @@ void AddCurves(qor::BezierCurves& curves, BezierShape& shape, const StrandLook& 
 // Hair has no thickness of its own in the host, but one in proportion to its extent.
 float HairRadius(const Box3& box, float multiplier) {
     constexpr float kRadiusPerExtent = 0.0001f;
-    return box.IsEmpty() ? 0.0f : kRadiusPerExtent * multiplier * Length(box.pmax - box.pmin);
+    return kRadiusPerExtent * multiplier * Length(box.pmax - box.pmin);
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ constexpr std::uint32_t kLayersFlag = 1;
 template <typename Visit>
 void ForEachLayer(Visit visit) {
     auto* layers = static_cast<IFPLayerManager*>(GetCOREInterface(LAYERMANAGER_INTERFACE));
-    for (int i = 0; i < layers->getCount(); ++i) {
+    for (int i = 0; layers != nullptr && i < layers->getCount(); ++i) {
         visit(layers->getLayer(i));
     }
 }

@@ -9,7 +9,10 @@ MSTR menu_title() {
 }
 
 void show_in_context(IMenuManager* menus, IMenu* menu) {
-    static_cast<IMenuBarContext*>(menus->GetContext(kMenuContextId))->SetMenu(menu);
+    // A menu of this title that stood there before has no context.
+    if (auto* context = static_cast<IMenuBarContext*>(menus->GetContext(kMenuContextId))) {
+        context->SetMenu(menu);
+    }
 }
 
 void add_actions(IMenu* menu, ActionTable* table) {

@@ -134,7 +134,7 @@ std::string list_settings(const std::string& folder) {
         MaxSDK::Util::GetPrivateProfileString(
             one.section, memhost::units_from_utf8(one.key).c_str(),
             one.is_on_at_first ? L"1" : L"0", value, 260, file.c_str());
-        list += std::string(one.key) + "=" + memhost::utf8_from_units(value) + "\n";
+        list += one.key + std::string(value == std::wstring(L"1") ? "=1\n" : "=0\n");
     }
     return list;
 }
