@@ -1,37 +1,21 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
-#include <sstream>
 
-#include "standins/host/memory/demo_scenes.h"
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/image_file.h"
-#include "standins/host/memory/lights.h"
 #include "tests/support/exported_scene.h"
 #include "tests/support/readable_arrays.h"
-#include "tools/vsqinfo/vsq_reader.h"
 
 namespace {
 
-using memhost::LocalTransform;
-using memhost::NodeBuilder;
-using memhost::SceneBuilder;
-using memhost::translation;
+using namespace memhost;
 
 constexpr int kFrame = 160;  // ticks at 30 frames a second
 
 const std::string kDegrees57 = "57.2958";  // of a radian
 const std::string kStill = "transform 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1\n";
 const std::string kUnitRows = "1 0 0 0 0 1 0 0 0 0 1 0 ";
-
-struct MotionCase {
-    const char* what;
-    Interval range;
-    TimeValue time;
-    LocalTransform place;
-    std::string written;
-};
 
 std::string track(const std::string& duration, const std::string& times,
                   const std::string& matrices) {
@@ -49,48 +33,32 @@ const std::string kShearedKey = "2 0 0 0 3 4 0 0 0 3 4 0 7 8 9 1 ";
 const std::string kSquared = "transform 2 0 0 0 0 5 0 0 0 0 5 0 7 8 9 1\n";
 // The second row lies in the first, and the third has no length.
 const Matrix3 kSingular({2, 0, 0}, {4, 0, 0}, {0, 0, 0}, {});
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
-
 const Interval kThreeFrames(0, 2 * kFrame);
-MotionCase row(const char* what, Interval range, TimeValue time, LocalTransform place,
-               std::string written) {
-    return {what, range, time, place, written};
-}
+
+struct MotionCase {
+    const char* what;
+    LocalTransform place;
+    std::string written;
+    Interval range = kThreeFrames;
+    TimeValue time = 0;
+};
 
 const MotionCase kMotionCases[] = {
-    row("still: shear goes, lengths stay", kThreeFrames, 0, LocalTransform(kSheared), kSquared),
-    row("singular", kThreeFrames, 0, LocalTransform(kSingular),
-        "transform 2 0 0 0 0 4 0 0 0 0 0 0 0 0 0 1\n"),
-    row("no numbers", kThreeFrames, 0, LocalTransform(translation(kNan, 1, 2)),
-        "transform " + kUnitRows + "nan nan nan 1\n"),
-    row("moving: every frame, sheared as it is", kThreeFrames, kFrame,
-        LocalTransform({{0, kSheared}, {2 * kFrame, Matrix3()}}),
-        track("0.099", "0 33 66 ",
-              kShearedKey + ",\n" + kShearedKey + ",\n" + kUnitRows + "0 0 0 1 \n")),
-    row("one frame", {320, 320}, 0, LocalTransform(slide),
-        track("0.033", "0 ", kUnitRows + "2 0 0 1 \n")),
-    row("ends before it starts", {kFrame, 0}, kFrame + 1, LocalTransform(slide),
-        track("0", "", "")),
-    row("moves outside of the range only", kThreeFrames, 0,
-        LocalTransform({{-1, Matrix3()}, {0, kSheared}, {3 * kFrame, Matrix3()}}), kSquared),
-};
-
-struct LensCase {
-    float fov;
-    bool manual_clip;
-    float near_plane, far_plane;
-    const char* fov_written;
-    const char* clipping_written;
-};
-
-const LensCase kLensCases[] = {
-    {1, true, 2, 10, "57.2958", "clipping 2 10\n"},
-    {1, true, std::nextafter(1.0f, 2.0f), 10, "57.2958", "clipping 1 10\n"},
-    {1, true, 1, 10, "57.2958", ""},
-    {1, true, 0.5f, 10, "57.2958", ""},
-    {1, true, 10, 5, "57.2958", ""},
-    {1, false, 2, 10, "57.2958", ""},
-    {0, false, 2, 10, "0", ""},
+    {"still: shear goes, lengths stay", LocalTransform(kSheared), kSquared},
+    {"singular", LocalTransform(kSingular), "transform 2 0 0 0 0 4 0 0 0 0 0 0 0 0 0 1\n"},
+    {"no numbers", LocalTransform(translation(NAN, 1, 2)),
+     "transform " + kUnitRows + "nan nan nan 1\n"},
+    {"moving: every frame, sheared as it is",
+     LocalTransform({{0, kSheared}, {2 * kFrame, Matrix3()}}),
+     track("0.099", "0 33 66 ",
+           kShearedKey + ",\n" + kShearedKey + ",\n" + kUnitRows + "0 0 0 1 \n"),
+     kThreeFrames, kFrame},
+    {"one frame", LocalTransform(slide), track("0.033", "0 ", kUnitRows + "2 0 0 1 \n"),
+     Interval(320, 320)},
+    {"ends before it starts", LocalTransform(slide), track("0", "", ""), Interval(kFrame, 0),
+     kFrame + 1},
+    {"moves outside of the range only",
+     LocalTransform({{-1, Matrix3()}, {0, kSheared}, {3 * kFrame, Matrix3()}}), kSquared},
 };
 
 std::string camera_of(const std::string& text) {
@@ -98,15 +66,15 @@ std::string camera_of(const std::string& text) {
     return with_readable_integers(text.substr(start, text.find("\ngroup ", start) - start));
 }
 
-std::string camera_text(const std::string& fov, const std::string& environment,
-                        const std::string& rest) {
-    return "\ncamera \"c\" {\nprojection \"perspective\"\nfov " + fov + "\n" + environment +
-           "position 0 0 0\ndirection 0 0 -1\nup 0 1 0\n" + rest + "}\n";
-}
-
 const std::string kStock =
     "reflection map \"qor_envmap\" {\n\"texture\" \"startup.hdr\",\n\"format\" 3,\n"
     "\"radius\" 25,\n}\n";
+
+std::string camera_text(const std::string& rest, const std::string& environment = kStock,
+                        const std::string& fov = kDegrees57) {
+    return "\ncamera \"c\" {\nprojection \"perspective\"\nfov " + fov + "\n" + environment +
+           "position 0 0 0\ndirection 0 0 -1\nup 0 1 0\n" + rest + "}\n";
+}
 
 TEST(CameraExport, TakesTheNodesMatrixOrItsMotion) {
     for (const MotionCase& wanted : kMotionCases) {
@@ -115,8 +83,7 @@ TEST(CameraExport, TakesTheNodesMatrixOrItsMotion) {
         const NodeBuilder node = scene.node(L"c").hidden();
         node.node().set_local_transform(wanted.place);
         node.camera().fov(1.0f);
-        EXPECT_EQ(camera_of(exported(scene)), camera_text(kDegrees57, kStock, wanted.written))
-            << wanted.what;
+        EXPECT_EQ(camera_of(exported(scene)), camera_text(wanted.written)) << wanted.what;
     }
 }
 
@@ -127,18 +94,31 @@ TEST(CameraExport, PlacesAreThoseOfTheWorld) {
     Qor::Options options(&scene.host());
     const std::string last_key = kUnitRows + "1 5 0 1";
     EXPECT_EQ(camera_of(exported(scene, options)),
-              camera_text(kDegrees57, kStock,
-                          track("0.066", "0 33 ", kUnitRows + "0 5 0 1 ,\n" + last_key + " \n")));
+              camera_text(track("0.066", "0 33 ", kUnitRows + "0 5 0 1 ,\n" + last_key + " \n")));
     options.CameraAnimations = false;
-    EXPECT_EQ(camera_of(exported(scene, options)),
-              camera_text(kDegrees57, kStock, "transform " + last_key + "\n"));
+    EXPECT_EQ(camera_of(exported(scene, options)), camera_text("transform " + last_key + "\n"));
     options.cameras = false;
     EXPECT_EQ(exported(scene, options).find("camera \"c\""), std::string::npos);
 }
 
 // What a camera has at the host's time; whether it shows perspective plays no part.
 TEST(CameraExport, TakesTheLens) {
-    for (const LensCase& lens : kLensCases) {
+    const struct {
+        float fov;
+        bool manual_clip;
+        float near_plane, far_plane;
+        const char* fov_written;
+        const char* clipping_written;
+    } lenses[] = {
+        {1, true, 2, 10, "57.2958", "clipping 2 10\n"},
+        {1, true, std::nextafter(1.0f, 2.0f), 10, "57.2958", "clipping 1 10\n"},
+        {1, true, 1, 10, "57.2958", ""},
+        {1, true, 0, 10, "57.2958", ""},
+        {1, true, 10, 5, "57.2958", ""},
+        {1, false, 2, 10, "57.2958", ""},
+        {0, false, 2, 10, "0", ""},
+    };
+    for (const auto& lens : lenses) {
         SceneBuilder scene;
         scene.time(kFrame);
         scene.node(L"c")
@@ -148,7 +128,7 @@ TEST(CameraExport, TakesTheLens) {
             .manual_clip(lens.manual_clip)
             .orthographic();
         EXPECT_EQ(camera_of(exported(scene)),
-                  camera_text(lens.fov_written, kStock, lens.clipping_written + kStill));
+                  camera_text(lens.clipping_written + kStill, kStock, lens.fov_written));
     }
 }
 
@@ -162,15 +142,13 @@ TEST(CameraExport, ASkyLightsPictureReachesTheCamerasOfTheNextPass) {
     };
     const TemporaryFolder folder;
     const std::string picture = folder / "sky.png";
-    memhost::write_png(memhost::units_from_utf8(picture), memhost::Image(1, 1));
+    write_png(units_from_utf8(picture), Image(1, 1));
     for (const auto& [length, radius] : lengths_and_radii) {
         SceneBuilder scene;
         scene.node(L"c").camera().fov(1.0f);
-        const auto sky = std::make_shared<memhost::SkyLight>();
-        sky->map(&scene.bitmap(picture));
-        scene.node(L"sky").object(sky);
+        scene.node(L"sky").make_object<SkyLight>().map(&scene.bitmap(picture));
         if (length > 0) {
-            scene.node(L"box").mesh(memhost::box_mesh(3, 4, length));
+            scene.node(L"box").mesh(box_mesh(3, 4, length));
         }
         SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
                                std::make_shared<Qor::Options>(&scene.host()), {});
@@ -178,45 +156,14 @@ TEST(CameraExport, ASkyLightsPictureReachesTheCamerasOfTheNextPass) {
             exporter.Run(folder / "scene.vsq", false, true, false);
             return camera_of(file_contents(folder / "scene.vsq"));
         };
-        EXPECT_EQ(next_pass(), camera_text(kDegrees57, kStock, kStill));
+        EXPECT_EQ(next_pass(), camera_text(kStill));
         const std::string environment =
             "flags 16\nreflection map \"qor_envmap\" {\n\"texture\" \"" + picture +
             "\",\n\"ground_size\" 50,\n\"direct_visibility\" on,\n\"faded_color\" 0.1 0.1 0.1,\n"
             "\"background_mode\" 1,\n\"radius\" " +
             radius + ",\n}\n";
-        EXPECT_EQ(next_pass(), camera_text(kDegrees57, environment, kStill)) << length;
+        EXPECT_EQ(next_pass(), camera_text(kStill, environment)) << length;
     }
-}
-
-// Hears the lenses and planes of all cameras.
-struct LensListener final : vsqinfo::VsqListener {
-    std::vector<std::string> heard;
-    void parameter(const std::string& name, const std::string& value) override {
-        if (name == "fov" || name == "clipping") {
-            heard.push_back(value);
-        }
-    }
-};
-
-TEST(CameraExport, DemoScenesReadBack) {
-    const auto read = [](const char* name, vsqinfo::VsqListener* listener) {
-        SceneBuilder scene;
-        memhost::find_demo_scene(name)->build(scene);
-        std::istringstream text(exported(scene));
-        return vsqinfo::read_vsq(text, listener);
-    };
-    LensListener lenses;
-    const vsqinfo::VsqSummary cameras = read("cameras", &lenses);
-    EXPECT_EQ(cameras.cameras, 6u);
-    EXPECT_EQ(cameras.animations, 1u);
-    EXPECT_EQ(cameras.animation_keys, 61u);
-    EXPECT_EQ(lenses.heard, (std::vector<std::string>{"45", "11.4592", "57.2958", "45", "195 205",
-                                                      "45", "51.5662"}));
-
-    // Lamp and bolt ride on parents that turn, and their places in those are rounded anew.
-    const vsqinfo::VsqSummary motion = read("motion", nullptr);
-    EXPECT_EQ(motion.animations, 5u);
-    EXPECT_EQ(motion.matrices_not_finite, 0u);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 namespace {
 
-using memhost::PlainObject;
 using memhost::SceneBuilder;
 
 const std::string kIdentity = "transform 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1\n";
@@ -15,28 +14,23 @@ std::string moved_to(const std::string& x) {
     return "transform 1 0 0 0 0 1 0 0 0 0 1 0 " + x + " 0 0 1\n";
 }
 
+std::string group(const std::string& name, const std::string& content = kIdentity) {
+    return "\ngroup \"" + name + "\" {\n" + content + "}\n";
+}
+
+// Matrices are those of the host's time.
 TEST(NodeWalk, ChildrenComeBeforeTheMatrixOfTheirParent) {
     SceneBuilder scene;
-    const auto arm = scene.node(L"arm").at(1, 0, 0);
+    scene.time(800);
+    const auto arm = scene.node(L"arm").motion(
+        [](TimeValue t) { return memhost::translation(static_cast<float>(t), 0, 0); });
     arm.child(L"hand").at(2, 0, 0);
     arm.child(L"ring").at(3, 0, 0);
     scene.node(L"arm");
     EXPECT_EQ(exported_nodes(scene),
-              "\ngroup \"arm\" {\n"
-              "\ngroup \"hand\" {\n" +
-                  moved_to("2") +
-                  "}\n"
-                  "\ngroup \"ring\" {\n" +
-                  moved_to("3") + "}\n" + moved_to("1") +
-                  "}\n"
-                  "\ngroup \"arm\" {\n" +
-                  kIdentity + "}\n");
-}
-
-TEST(NodeWalk, AnEmptySceneIsOneEmptyGroup) {
-    SceneBuilder scene;
-    EXPECT_EQ(exported_nodes(scene), "");
-    EXPECT_EQ(scene.host().progress().percents, (std::vector<int>{100}));
+              group("arm",
+                    group("hand", moved_to("2")) + group("ring", moved_to("3")) + moved_to("800")) +
+                  group("arm"));
 }
 
 // A node without an object is a group and nothing else; a hidden one keeps its place.
@@ -45,12 +39,12 @@ TEST(NodeWalk, NodesWithoutAnObjectHaveNoMatrix) {
     scene.node(L"none").at(1, 0, 0).without_object().child(L"below").at(2, 0, 0);
     scene.node(L"hidden").at(3, 0, 0).hidden();
     scene.node(L"hidden none").at(4, 0, 0).hidden().without_object();
-    EXPECT_EQ(exported_nodes(scene), "\ngroup \"none\" {\n\ngroup \"below\" {\n" + moved_to("2") +
-                                         "}\n}\n\ngroup \"hidden\" {\n" + moved_to("3") +
-                                         "}\n\ngroup \"hidden none\" {\n" + moved_to("4") + "}\n");
+    EXPECT_EQ(exported_nodes(scene), group("none", group("below", moved_to("2"))) +
+                                         group("hidden", moved_to("3")) +
+                                         group("hidden none", moved_to("4")));
 }
 
-// Whatever a node holds, it has its group and matrix; and none of these has anything to write yet.
+// Whatever a node holds, it has its group and matrix; and none of these has anything to write.
 TEST(NodeWalk, ObjectsOfEveryKindHaveTheirPlace) {
     const std::pair<SClass_ID, Class_ID> kinds[] = {
         {GEOMOBJECT_CLASS_ID, Class_ID(1, 2)}, {GEOMOBJECT_CLASS_ID, Class_ID(TARGET_CLASS_ID, 0)},
@@ -59,37 +53,11 @@ TEST(NodeWalk, ObjectsOfEveryKindHaveTheirPlace) {
     };
     for (const auto& [superclass, class_id] : kinds) {
         SceneBuilder scene;
-        auto object = std::make_unique<PlainObject>(superclass, class_id);
-        object->set_deformable(true).set_validity(Interval(0, 0));
-        scene.node(L"n").object(std::move(object));
-        EXPECT_EQ(exported_nodes(scene), "\ngroup \"n\" {\n" + kIdentity + "}\n") << superclass;
-    }
-}
-
-TEST(NodeWalk, PlacesAreThoseOfTheHostsTime) {
-    SceneBuilder scene;
-    scene.time(800);
-    const auto cart = scene.node(L"cart").motion(
-        [](TimeValue t) { return memhost::translation(static_cast<float>(t), 0, 0); });
-    cart.child(L"load").at(7, 0, 0);
-    EXPECT_EQ(exported_nodes(scene), "\ngroup \"cart\" {\n\ngroup \"load\" {\n" + moved_to("7") +
-                                         "}\n" + moved_to("800") + "}\n");
-}
-
-TEST(NodeWalk, NamesOfAllKinds) {
-    const std::string long_name(5000, 'n');
-    const std::pair<std::wstring, std::string> names[] = {
-        {L"a\"b\nc", "xX6122620a63"},
-        {L"\u00e9", "xXe9"},
-        // Of what goes beyond one byte the low one is left.
-        {L"\u0141x", "\"Ax\""},
-        {L"", "\"\""},
-        {std::wstring(5000, L'n'), "\"" + long_name.substr(0, 1023) + "\""},
-    };
-    for (const auto& [name, text] : names) {
-        SceneBuilder scene;
-        scene.node(name);
-        EXPECT_EQ(exported_nodes(scene), "\ngroup " + text + " {\n" + kIdentity + "}\n");
+        scene.node(L"n")
+            .make_object<memhost::PlainObject>(superclass, class_id)
+            .set_deformable(true)
+            .set_validity(Interval(0, 0));
+        EXPECT_EQ(exported_nodes(scene), group("n")) << superclass;
     }
 }
 
@@ -97,18 +65,12 @@ TEST(NodeWalk, NamesOfAllKinds) {
 // product with the root's matrix spreads it over the row.
 TEST(NodeWalk, SingularAndInvalidMatrices) {
     SceneBuilder scene;
-    Matrix3 flat;
-    flat.SetRow(2, Point3(0, 0, 0));
-    scene.node(L"flat").transform(flat).child(L"below").at(2, 0, 0);
-    Matrix3 invalid;
-    invalid.SetRow(3, Point3(std::numeric_limits<float>::quiet_NaN(), 0, 0));
-    scene.node(L"invalid").transform(invalid);
+    scene.node(L"flat").transform(memhost::scaling(1, 1, 0)).child(L"below").at(2, 0, 0);
+    scene.node(L"invalid").at(std::numeric_limits<float>::quiet_NaN(), 0, 0);
     EXPECT_EQ(exported_nodes(scene),
-              "\ngroup \"flat\" {\n\ngroup \"below\" {\n"
-              "transform 1 0 0 0 0 1 0 0 0 0 0 0 2 0 0 1\n}\n"
-              "transform 1 0 0 0 0 1 0 0 0 0 0 0 0 0 0 1\n}\n"
-              "\ngroup \"invalid\" {\n"
-              "transform 1 0 0 0 0 1 0 0 0 0 1 0 nan nan nan 1\n}\n");
+              group("flat", group("below", "transform 1 0 0 0 0 1 0 0 0 0 0 0 2 0 0 1\n") +
+                                "transform 1 0 0 0 0 1 0 0 0 0 0 0 0 0 0 1\n") +
+                  group("invalid", "transform 1 0 0 0 0 1 0 0 0 0 1 0 nan nan nan 1\n"));
 }
 
 // Far deeper than the host's stack could bear as recursion.
@@ -116,50 +78,39 @@ TEST(NodeWalk, AChainOfAnyDepth) {
     constexpr int kDepth = 100000;
     SceneBuilder scene;
     auto node = scene.node(L"n");
-    for (int i = 1; i < kDepth; ++i) {
-        node = node.child(L"n");
+    std::string opening;
+    std::string closing;
+    for (int i = 1; i <= kDepth; ++i) {
+        node = i < kDepth ? node.child(L"n") : node;
+        opening += "\ngroup \"n\" {\n";
+        closing += kIdentity + "}\n";
     }
-    std::string wanted;
-    for (int i = 0; i < kDepth; ++i) {
-        wanted += "\ngroup \"n\" {\n";
-    }
-    for (int i = 0; i < kDepth; ++i) {
-        wanted += kIdentity + "}\n";
-    }
-    EXPECT_TRUE(exported_nodes(scene) == wanted);
+    EXPECT_TRUE(exported_nodes(scene) == opening + closing);
 }
 
-TEST(NodeWalk, ProgressGoesByNodesAndEndsAtAHundred) {
-    SceneBuilder scene;
-    scene.node(L"a").child(L"b");
-    scene.node(L"c");
-    exported(scene);
-    EXPECT_EQ(scene.host().progress().percents, (std::vector<int>{25, 50, 75, 100}));
-    EXPECT_EQ(scene.host().progress().title, L"c");
-}
-
-// A cancel is asked for before each child; what is open then is completed and closed.
+// A cancel is asked for before each child; what is open then is completed and closed. The fifth
+// poll never comes.
 TEST(NodeWalk, ACancelLeavesAWellFormedScene) {
-    const std::string a_open = "\ngroup \"a\" {\n";
-    const std::string b = "\ngroup \"b\" {\n" + kIdentity + "}\n";
-    const std::string c = "\ngroup \"c\" {\n" + kIdentity + "}\n";
-    const std::string a_closed = kIdentity + "}\n";
-    const std::string d = "\ngroup \"d\" {\n" + kIdentity + "}\n";
-    const std::pair<int, std::string> cancels[] = {
-        {1, ""},
-        {2, a_open + a_closed},
-        {3, a_open + b + a_closed},
-        {4, a_open + b + c + a_closed},
-        {5, a_open + b + c + a_closed + d},
+    const std::string nodes_by_poll[] = {
+        "",
+        group("a"),
+        group("a", group("b") + kIdentity),
+        group("a", group("b") + group("c") + kIdentity),
+        group("a", group("b") + group("c") + kIdentity) + group("d"),
     };
-    for (const auto& [poll, nodes] : cancels) {
+    const std::wstring titles[] = {L"Scene Root", L"a", L"b", L"c", L"d"};
+    std::vector<int> percents;
+    for (int poll = 1; poll <= 5; ++poll) {
         SceneBuilder scene;
         const auto a = scene.node(L"a");
         a.child(L"b");
         a.child(L"c");
         scene.node(L"d");
         scene.host().cancel_at_poll(poll);
-        EXPECT_EQ(exported_nodes(scene), nodes) << "cancelled at poll " << poll;
+        EXPECT_EQ(exported_nodes(scene), nodes_by_poll[poll - 1]) << "cancelled at poll " << poll;
+        percents.push_back(20 * poll);
+        EXPECT_EQ(scene.host().progress().percents, percents);
+        EXPECT_EQ(scene.host().progress().title, titles[poll - 1]);
     }
 }
 

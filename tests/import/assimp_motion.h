@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <assimp/postprocess.h>
@@ -10,13 +11,13 @@
 
 #include "standins/host/sdk/max.h"
 
-/// A model's motion as assimp's own types have it.
+/// A model's motion as assimp's own types have it. Times are ticks of the host.
 class AssimpMotion {
 public:
-    AssimpMotion(const std::string& path, double ticks_per_second) {
+    AssimpMotion(const std::string& path, double ticks_per_second)
+        : per_tick_(ticks_per_second / TIME_TICKSPERSEC) {
         importer_.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
         model_ = importer_.ReadFile(path, aiProcess_Triangulate);
-        ticks_per_second_ = ticks_per_second;
     }
 
     const aiScene& model() const { return *model_; }
@@ -29,13 +30,11 @@ public:
         for (unsigned i = 0; i < animation().mNumChannels; ++i) {
             const aiNodeAnim& channel = *animation().mChannels[i];
             if (channel.mNodeName == node.mName) {
-                const double time = t * ticks_per_second_ / TIME_TICKSPERSEC;
+                const aiQuaternion turn = at(channel.mRotationKeys, channel.mNumRotationKeys, t);
                 aiMatrix4x4 moved, scaled;
-                aiMatrix4x4::Translation(at(channel.mPositionKeys, channel.mNumPositionKeys, time),
+                aiMatrix4x4::Translation(at(channel.mPositionKeys, channel.mNumPositionKeys, t),
                                          moved);
-                aiMatrix4x4::Scaling(at(channel.mScalingKeys, channel.mNumScalingKeys, time),
-                                     scaled);
-                const aiQuaternion turn = at(channel.mRotationKeys, channel.mNumRotationKeys, time);
+                aiMatrix4x4::Scaling(at(channel.mScalingKeys, channel.mNumScalingKeys, t), scaled);
                 return moved * aiMatrix4x4(turn.GetMatrix()) * scaled;
             }
         }
@@ -46,29 +45,20 @@ public:
         return node.mParent ? world(*node.mParent, t) * local(node, t) : local(node, t);
     }
 
-    /// By target, `t` being a tick of the host.
+    /// By target.
     std::vector<float> morph_weights(const aiNode& node, const aiMesh& mesh, TimeValue t) const {
         std::vector<float> weights;
         for (unsigned i = 0; i < mesh.mNumAnimMeshes; ++i) {
             weights.push_back(mesh.mAnimMeshes[i]->mWeight);
         }
-        const double time = t * ticks_per_second_ / TIME_TICKSPERSEC;
         for (unsigned i = 0; i < animation().mNumMorphMeshChannels; ++i) {
             const aiMeshMorphAnim& channel = *animation().mMorphMeshChannels[i];
-            if (channel.mName != node.mName) {
-                continue;
-            }
-            unsigned next = 0;
-            while (next + 1 < channel.mNumKeys && channel.mKeys[next].mTime <= time) {
-                ++next;
-            }
-            const aiMeshMorphKey& b = channel.mKeys[next];
-            const aiMeshMorphKey& a = channel.mKeys[next == 0 ? 0 : next - 1];
-            const double gap = b.mTime - a.mTime;
-            const double part = gap > 0 ? std::min((time - a.mTime) / gap, 1.0) : 0;
-            for (unsigned k = 0; k < b.mNumValuesAndWeights; ++k) {
-                weights[b.mValues[k]] =
-                    static_cast<float>(a.mWeights[k] * (1 - part) + b.mWeights[k] * part);
+            if (channel.mName == node.mName) {
+                const auto [a, b, part] = around(channel.mKeys, channel.mNumKeys, t);
+                for (unsigned k = 0; k < b.mNumValuesAndWeights; ++k) {
+                    weights[b.mValues[k]] =
+                        static_cast<float>(a.mWeights[k] * (1 - part) + b.mWeights[k] * part);
+                }
             }
         }
         return weights;
@@ -83,20 +73,24 @@ private:
         aiQuaternion::Interpolate(q, a, b, part);
         return q.Normalize();
     }
+    // The keys before and behind a time, and how much the second one counts.
     template <typename Key>
-    static decltype(Key::mValue) at(const Key* keys, unsigned count, double time) {
-        for (unsigned i = 0; i < count; ++i) {
-            if (time < keys[i].mTime) {
-                const Key& last = keys[i == 0 ? 0 : i - 1];
-                const double gap = keys[i].mTime - last.mTime;
-                return mix(last.mValue, keys[i].mValue,
-                           gap > 0 ? static_cast<float>((time - last.mTime) / gap) : 0.0f);
-            }
-        }
-        return keys[count - 1].mValue;
+    std::tuple<const Key&, const Key&, float> around(const Key* keys, unsigned count,
+                                                     TimeValue t) const {
+        const double time = t * per_tick_;
+        const Key* b =
+            std::find_if(keys, keys + count - 1, [&](const Key& key) { return time < key.mTime; });
+        const Key* a = b == keys ? b : b - 1;
+        const double gap = b->mTime - a->mTime;
+        return {*a, *b, static_cast<float>(gap > 0 ? std::min((time - a->mTime) / gap, 1.0) : 1)};
+    }
+    template <typename Key>
+    decltype(Key::mValue) at(const Key* keys, unsigned count, TimeValue t) const {
+        const auto [a, b, part] = around(keys, count, t);
+        return mix(a.mValue, b.mValue, part);
     }
 
     Assimp::Importer importer_;
     const aiScene* model_ = nullptr;
-    double ticks_per_second_ = 0;
+    double per_tick_ = 0;
 };

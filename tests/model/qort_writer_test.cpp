@@ -20,7 +20,6 @@ using qor::QorTMesh;
 
 const float kNan = std::nanf("");
 
-// Arrays that their owner lends to a mesh.
 struct Arrays {
     std::vector<std::uint32_t> triangles = {0, 1, 2};
     std::vector<float> vertices = {0, 0, 0, 1, 0, 0, 0, 2, 0};
@@ -30,27 +29,26 @@ struct Arrays {
     std::vector<std::uint32_t> uv_indices;
     std::vector<float> colours;
     std::vector<QorTFrame> frames;
+};
 
-    void lend(QorTMesh& mesh) {
-        mesh.triangle_count = static_cast<std::uint32_t>(triangles.size() / 3);
-        mesh.vertex_count = static_cast<std::uint32_t>(vertices.size() / 3);
-        mesh.normal_count = static_cast<std::uint32_t>(normals.size() / 3);
-        mesh.uv_count = static_cast<std::uint32_t>(uvs.size() / 2);
-        mesh.frame_count = static_cast<std::uint32_t>(frames.size());
-        mesh.triangles = pointer(triangles);
-        mesh.vertices = pointer(vertices);
-        mesh.normals = pointer(normals);
-        mesh.normal_indices = pointer(normal_indices);
-        mesh.uvs = pointer(uvs);
-        mesh.uv_indices = pointer(uv_indices);
-        mesh.colours = pointer(colours);
-        mesh.frames = pointer(frames);
+// A mesh that borrows its arrays.
+struct LentMesh : QorTMesh {
+    explicit LentMesh(const Arrays& all = {}) : arrays(all) {
+        const auto lend = [](auto& array, auto*& pointer) {
+            pointer = array.empty() ? nullptr : array.data();
+            return static_cast<std::uint32_t>(array.size());
+        };
+        triangle_count = lend(arrays.triangles, triangles) / 3;
+        vertex_count = lend(arrays.vertices, vertices) / 3;
+        normal_count = lend(arrays.normals, normals) / 3;
+        uv_count = lend(arrays.uvs, uvs) / 2;
+        frame_count = lend(arrays.frames, frames);
+        lend(arrays.normal_indices, normal_indices);
+        lend(arrays.uv_indices, uv_indices);
+        lend(arrays.colours, colours);
     }
 
-    template <typename T>
-    static T* pointer(std::vector<T>& array) {
-        return array.empty() ? nullptr : array.data();
-    }
+    Arrays arrays;
 };
 
 Arrays arrays_of(void (*change)(Arrays&)) {
@@ -59,6 +57,7 @@ Arrays arrays_of(void (*change)(Arrays&)) {
     return arrays;
 }
 
+const QorTFrame kFrame = {4, 0.132f, 0, 1, 0, 3, 0, 3, 0, 0};
 const std::vector<float> kZ3 = {0, 0, 1, 0, 0, 1, 0, 0, 1};
 const std::vector<float> kBox = {0, 0, 0, 1, 2, 0};
 const std::string kTriangle = block(1, words({0, 1, 2}));
@@ -68,77 +67,70 @@ TEST(QorTWriter, WritesEveryFormToTheByte) {
     const std::string frame_0 = frame(4, 0.132f, {0, 1, 0, 3, 0, 3, 0, 0});
     const struct {
         const char* what;
-        Arrays arrays;
         std::uint32_t flags;
+        Arrays arrays;
         std::string bytes;
     } cases[] = {
-        {"positions alone", arrays_of([](Arrays&) {}), 0,
-         header(false, kBox, 64) + kTriangle + kPositions},
-        {"a library of one frame", arrays_of([](Arrays& a) {
+        {"positions alone", 0, Arrays(), header(false, kBox, 64) + kTriangle + kPositions},
+        {"a library of one frame", 0, arrays_of([](Arrays& a) {
              a.normals = kZ3;
-             a.frames = {{4, 0.132f, 0, 1, 0, 3, 0, 3, 0, 0}};
+             a.frames = {kFrame};
          }),
-         0,
          header(true, kBox, 188) + block(9, frame_0) + kTriangle + kPositions +
              block(3, floats(kZ3))},
-        {"everything there is", arrays_of([](Arrays& a) {
+        {"everything there is", 0, arrays_of([](Arrays& a) {
              a.normals = {0, 0, 1};
              a.normal_indices = {0, 0, 0};
              a.uvs = {0.5f, 1, 0, 0};
              a.uv_indices = {0, 1, 0};
              a.colours = {1, 1, 1, 0, 0, 0, 1, 0, 0};
-             a.frames = {{4, 0.132f, 0, 1, 0, 3, 0, 3, 0, 0}};
+             a.frames = {kFrame};
          }),
-         0,
          header(true, kBox, 64 + 40 + 12 + 36 + 12 + 12 + 16 + 12 + 36) + block(9, frame_0) +
              kTriangle + kPositions + block(3, floats({0, 0, 1})) + block(4, words({0, 0, 0})) +
              block(5, floats({0.5f, 1, 0, 0})) + block(6, words({0, 1, 0})) +
              block(7, floats({1, 1, 1, 0, 0, 0, 1, 0, 0}))},
-        {"indices that lead nowhere", arrays_of([](Arrays& a) {
+        {"indices that lead nowhere", 0, arrays_of([](Arrays& a) {
              a.normal_indices = {0, 0, 0};
              a.uv_indices = {0, 1, 0};
          }),
-         0, header(false, kBox, 64) + kTriangle + kPositions},
-        {"what is no number, in the box",
-         arrays_of([](Arrays& a) { a.vertices = {kNan, 5, kNan, 3, -1, kNan, 2, 0, kNan}; }), 0,
+         header(false, kBox, 64) + kTriangle + kPositions},
+        {"what is no number, in the box", 0,
+         arrays_of([](Arrays& a) { a.vertices = {kNan, 5, kNan, 3, -1, kNan, 2, 0, kNan}; }),
          header(false, {2, -1, 1e20f, 3, 5, -1e20f}, 64) + kTriangle +
              block(2, floats({kNan, 5, kNan, 3, -1, kNan, 2, 0, kNan}))},
-        {"interleaved as it stands", arrays_of([](Arrays& a) {
+        {"interleaved as it stands", qor::kWriteInterleaved, arrays_of([](Arrays& a) {
              a.normals = kZ3;
              a.uvs = {1, 2, 3, 4, 5, 6};
              a.colours = kZ3;
-             a.frames = {{4, 0.132f, 0, 1, 0, 3, 0, 3, 0, 0}};
+             a.frames = {kFrame};
          }),
-         qor::kWriteInterleaved,
          header(true, kBox, 64 + 40 + 12 + 36 + 36 + 24 + 36) + block(9, frame_0) + kTriangle +
              block(8, floats({0, 0, 0, 0, 0, 1, 1, 2, 1, 0, 0, 0,
                               0, 1, 3, 4, 0, 2, 0, 0, 0, 1, 5, 6}))},
-        {"unrolled by the indices of normals", arrays_of([](Arrays& a) {
+        {"unrolled by the indices of normals", qor::kWriteInterleaved, arrays_of([](Arrays& a) {
              a.triangles = {2, 1, 0, 0, 1, 2};
              a.normals = {0, 0, 1, 0, 0, -1};
              a.normal_indices = {0, 0, 0, 1, 1, 1};
          }),
-         qor::kWriteInterleaved,
          header(false, kBox, 64) + block(1, words({0, 1, 2, 3, 4, 5})) +
              block(8, floats({0, 2, 0, 0, 0, 1,  0, 0, 1, 0, 0, 0, 0, 1,  0, 0,
                               0, 0, 0, 0, 0, 1,  0, 0, 0, 0, 0, 0, 0, -1, 0, 0,
                               1, 0, 0, 0, 0, -1, 0, 0, 0, 2, 0, 0, 0, -1, 0, 0}))},
-        {"unrolled by those of texture coordinates", arrays_of([](Arrays& a) {
+        {"unrolled by those of texture coordinates", qor::kWriteInterleaved,
+         arrays_of([](Arrays& a) {
              a.normals = {1, 0, 0, 0, 1, 0, 0, 0, 1};
              a.uvs = {7, 8};
              a.uv_indices = {0, 0, 0};
-             a.frames = {{4, 0.132f, 0, 1, 0, 3, 0, 3, 0, 0}};
+             a.frames = {kFrame};
          }),
-         qor::kWriteInterleaved,
          header(true, kBox, 64 + 40 + 12 + 36 + 36 + 8 + 12) + block(9, frame_0) + kTriangle +
              block(8, floats({0, 0, 0, 1, 0, 0, 7, 8, 1, 0, 0, 0,
                               1, 0, 7, 8, 0, 2, 0, 0, 0, 1, 7, 8}))},
     };
     const TemporaryFolder folder;
     for (const auto& test : cases) {
-        Arrays arrays = test.arrays;
-        QorTMesh mesh;
-        arrays.lend(mesh);
+        LentMesh mesh(test.arrays);
         EXPECT_TRUE(qor::write_qort_file(mesh, (folder / "m.qorT").c_str(), test.flags));
         EXPECT_EQ(file_contents(folder / "m.qorT"), test.bytes) << test.what;
     }
@@ -163,9 +155,7 @@ TEST(QorTWriter, TellsWhyItCantWriteAndLeavesWhatIsThere) {
         {[](QorTMesh&) {}, nowhere, "Failed opening \"" + nowhere + "\" for writing!\n"},
     };
     for (const auto& test : cases) {
-        Arrays arrays;
-        QorTMesh mesh;
-        arrays.lend(mesh);
+        LentMesh mesh;
         test.change(mesh);
         testing::internal::CaptureStderr();
         EXPECT_FALSE(qor::write_qort_file(mesh, test.path.c_str(), 0));
@@ -197,9 +187,7 @@ TEST(QorTWriter, StopsWhereTheFirstWriteFails) {
         {87, "Failed writing tag data [2]\n"},
     };
     for (const auto& test : cases) {
-        Arrays arrays;
-        QorTMesh mesh;
-        arrays.lend(mesh);
+        LentMesh mesh;
         std::string room(test.room, '\0');
         std::FILE* file = fmemopen(&room[0], room.size(), "wb");
         std::setvbuf(file, nullptr, _IONBF, 0);
@@ -210,9 +198,7 @@ TEST(QorTWriter, StopsWhereTheFirstWriteFails) {
     }
 
     // What stood in the stream's buffer is told of, too.
-    Arrays arrays;
-    QorTMesh mesh;
-    arrays.lend(mesh);
+    LentMesh mesh;
     testing::internal::CaptureStderr();
     EXPECT_FALSE(qor::write_qort_file(mesh, "/dev/full", 0));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Failed writing tag data {2}\n");
@@ -228,19 +214,18 @@ TEST(QorTMesh, OwnsWhatItWasGivenAndWhatItMade) {
         return static_cast<std::remove_cv_t<std::remove_reference_t<decltype(array[0])>>*>(copy);
     };
     for (const bool owns : {true, false}) {
-        Arrays arrays;
-        arrays.uvs = {1, 2};
-        arrays.uv_indices = {0, 0, 0};
-        arrays.frames.resize(2);
-        QorTMesh mesh;
-        arrays.lend(mesh);
+        LentMesh mesh(arrays_of([](Arrays& a) {
+            a.uvs = {1, 2};
+            a.uv_indices = {0, 0, 0};
+            a.frames.resize(2);
+        }));
         if (owns) {
             mesh.ownership = qor::kOwnsArrays;
-            mesh.triangles = owned(arrays.triangles);
-            mesh.vertices = owned(arrays.vertices);
-            mesh.uvs = owned(arrays.uvs);
-            mesh.uv_indices = owned(arrays.uv_indices);
-            mesh.frames = owned(arrays.frames);
+            mesh.triangles = owned(mesh.arrays.triangles);
+            mesh.vertices = owned(mesh.arrays.vertices);
+            mesh.uvs = owned(mesh.arrays.uvs);
+            mesh.uv_indices = owned(mesh.arrays.uv_indices);
+            mesh.frames = owned(mesh.arrays.frames);
         }
         EXPECT_EQ(qor::interleave(mesh), qor::interleave(mesh));
         EXPECT_EQ(mesh.ownership, qor::kOwnsArrays | qor::kOwnsInterleaved);

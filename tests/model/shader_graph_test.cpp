@@ -43,9 +43,7 @@ TEST(SmartMaterial, ChoosesItsStages) {
         {[](SmartMaterial& m) { m.set_opacity_texture("o"); },
          "qor_diffuse texture2_rgba qor_advanced qor_composite"},
         {[](SmartMaterial& m) {
-             m.set_diffuse_texture("d");
-             m.set_bump_texture("b");
-             m.set_opacity_texture("o");
+             m.set_diffuse_texture("d"), m.set_bump_texture("b"), m.set_opacity_texture("o");
          },
          "texture2_rgb qor_diffuse texture2_rgb qor_bumpmap texture2_rgba qor_advanced "
          "qor_composite"},
@@ -86,14 +84,10 @@ TEST(SmartMaterial, GlossyFormTakesEachOfItsValues) {
     material.set_specular_color(-1, 0.75f, 0.125f);
     material.set_roughness(0.375f);
     material.set_blend_color(true);  // without effect here
-    material.set_diffuse_texture("d");
-    material.set_specular_texture("s");
-    material.set_bump_texture("b");
-    material.set_opacity_texture("o");
-    material.set_diffuse_uv_scale(2, 3);
-    material.set_specular_uv_scale(4, 5);
-    material.set_bump_uv_scale(6, 7);
-    material.set_opacity_uv_scale(8, 9);
+    material.set_diffuse_texture("d"), material.set_diffuse_uv_scale(2, 3);
+    material.set_specular_texture("s"), material.set_specular_uv_scale(4, 5);
+    material.set_bump_texture("b"), material.set_bump_uv_scale(6, 7);
+    material.set_opacity_texture("o"), material.set_opacity_uv_scale(8, 9);
     material.set_bump_height(0.625f);
     material.set_opacity_mode(1);
     EXPECT_EQ(

@@ -9,21 +9,13 @@
 
 namespace {
 
-constexpr char kMachine[] = "HKEY_LOCAL_MACHINE";
-constexpr char kName[] = "Velmora 11";
-constexpr int kFirstPort = 42731;
-
-std::string folder_of(const std::string& path) {
-    return path.substr(0, path.find_last_of("/\\"));
-}
-
 std::vector<RegistryEntry> installation(const std::string& program, const std::string& resources) {
-    std::vector<RegistryEntry> entries =
-        installation_entries(kMachine, kName, program, folder_of(VELMORA_LIBRARY), resources);
-    const std::string key = std::string("SOFTWARE\\Quoria\\") + kName;
-    entries.push_back({kMachine, key, "LiveLinkPort", "dword:0000a6eb"});     // 42731
-    entries.push_back({kMachine, key, "LiveLinkMaxPort", "dword:0000a6f4"});  // 42740
-    return entries;
+    const std::string library = VELMORA_LIBRARY;
+    auto all = installation_entries("HKEY_LOCAL_MACHINE", "Velmora 11", program,
+                                    library.substr(0, library.find_last_of("/\\")), resources);
+    all.push_back({all[0].hive, all[0].key, "LiveLinkPort", "dword:0000a6eb"});     // 42731
+    all.push_back({all[0].hive, all[0].key, "LiveLinkMaxPort", "dword:0000a6f4"});  // 42740
+    return all;
 }
 
 class LinkChoice : public testing::Test {
@@ -59,9 +51,9 @@ protected:
 
 TEST_F(LinkChoice, GoesByVersionAndThenByScene) {
     const RegistryEntries registry(installation(VELMORA_PROGRAM, resources_.path().u8string()));
-    const VelmoraProcess old(VELMORA_PROGRAM, {{"VELMORA_VERSION", "10.4"}});
-    const VelmoraProcess first(VELMORA_PROGRAM, {{"VELMORA_VERSION", "11.1"}});
-    const VelmoraProcess next(VELMORA_PROGRAM, {{"VELMORA_VERSION", "12.0"}});
+    const VelmoraProcess old(VELMORA_PROGRAM, "VELMORA_VERSION", "10.4");
+    const VelmoraProcess first(VELMORA_PROGRAM, "VELMORA_VERSION", "11.1");
+    const VelmoraProcess next(VELMORA_PROGRAM, "VELMORA_VERSION", "12.0");
     const int first_port = first.announced()->port;
     EXPECT_EQ(send("Hall", ""), first_port);
     EXPECT_FALSE(found_scene_);
@@ -69,7 +61,7 @@ TEST_F(LinkChoice, GoesByVersionAndThenByScene) {
     EXPECT_EQ(old.announced()->scene_number, 0u);
     EXPECT_EQ(next.announced()->scene_number, 0u);
 
-    const VelmoraProcess empty(VELMORA_PROGRAM, {{"VELMORA_VERSION", "11.2"}});
+    const VelmoraProcess empty(VELMORA_PROGRAM, "VELMORA_VERSION", "11.2");
     EXPECT_EQ(send("", "Hall"), first_port);
     EXPECT_TRUE(found_scene_);
 }
@@ -81,13 +73,8 @@ TEST_F(LinkChoice, TriesTheRegisteredPortsWhereNoRendererIsKnown) {
     const RegistryEntries registry(installation(no_program, resources_.path().u8string()));
     EXPECT_EQ(send("Hall", ""), -1);
 
-    const VelmoraProcess silent(VELMORA_PROGRAM, {{"VELMORA_SILENT", "1"}});
-    int port = -1;
-    for (int look = 0; look < 200 && port < 0; ++look) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        port = send("Hall", "");
-    }
-    EXPECT_EQ(port, 0);
+    const VelmoraProcess silent(VELMORA_PROGRAM, "VELMORA_SILENT", "1");
+    EXPECT_TRUE(comes_to_hold([this] { return send("Hall", "") == 0; }));
     EXPECT_TRUE(velmora::list_running_renderers().empty());
     EXPECT_FALSE(std::filesystem::is_empty(renderers_.scenes()));
 }

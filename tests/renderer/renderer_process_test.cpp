@@ -16,9 +16,12 @@ using velmora::SceneCalls;
 
 using Frames = velmora::FrameWriter;
 
-template <auto Call, typename... Arguments>
-void add_call(Frames& frames, const Arguments&... arguments) {
-    frames.begin(SceneCalls::number_of<Call>());
+template <auto Call>
+constexpr std::uint64_t kCall = SceneCalls::number_of<Call>();
+
+template <typename... Arguments>
+void add(Frames& frames, std::uint64_t operation, const Arguments&... arguments) {
+    frames.begin(operation);
     (frames.put(arguments), ...);
     frames.end();
 }
@@ -27,9 +30,7 @@ void add_call(Frames& frames, const Arguments&... arguments) {
 template <typename Fill>
 std::string stream_of(Fill fill) {
     Frames frames;
-    frames.begin(velmora::operation::kHello);
-    frames.put(velmora::kGreeting);
-    frames.end();
+    add(frames, velmora::operation::kHello, velmora::kGreeting);
     fill(frames);
     return {frames.bytes().begin(), frames.bytes().end()};
 }
@@ -38,34 +39,26 @@ std::string head(std::uint64_t operation, std::uint64_t size) {
     return stream_of([&](Frames& frames) { frames.put(velmora::FrameHead{operation, size}); });
 }
 
-constexpr std::uint64_t kGroup = SceneCalls::number_of<&qorScene_api::begin_group>();
-constexpr std::uint64_t kParameter = SceneCalls::number_of<&qorScene_api::set_parameter>();
+constexpr std::uint64_t kGroup = kCall<&qorScene_api::begin_group>;
+constexpr std::uint64_t kParameter = kCall<&qorScene_api::set_parameter>;
 
 // A shader that holds itself, again and again until its buffer has to move.
 void write_shader_into_itself(Frames& frames) {
-    add_call<&qorScene_api::begin_shader>(frames, static_cast<const char*>(nullptr), "type");
+    add(frames, kCall<&qorScene_api::begin_shader>, static_cast<const char*>(nullptr), "type");
     for (int time = 0; time < 20; ++time) {
-        add_call<&qorScene_api::assign_shader>(frames, std::int32_t{0}, std::uint64_t{1});
+        add(frames, kCall<&qorScene_api::assign_shader>, std::int32_t{0}, std::uint64_t{1});
     }
 }
 
 // Each shader holds the one before twice, so that its text doubles with a few bytes more.
 void double_shaders(Frames& frames) {
     for (std::uint64_t shader = 1; shader < 60; ++shader) {
-        add_call<&qorScene_api::begin_shader>(frames, static_cast<const char*>(nullptr), "type");
+        add(frames, kCall<&qorScene_api::begin_shader>, static_cast<const char*>(nullptr), "type");
         for (int time = 0; time < 2; ++time) {
-            add_call<&qorScene_api::set_parameter_shader>(frames, "name", shader - 1);
+            add(frames, kCall<&qorScene_api::set_parameter_shader>, "name", shader - 1);
         }
-        add_call<&qorScene_api::end_shader>(frames);
+        add(frames, kCall<&qorScene_api::end_shader>);
     }
-}
-
-void send_wrong_value(Frames& frames, std::int32_t code, std::uint32_t count) {
-    frames.begin(kParameter);
-    frames.put("name");
-    frames.put(code);
-    frames.put(count);
-    frames.end();
 }
 
 void send_bytes(int port, const std::string& bytes) {
@@ -87,16 +80,14 @@ TEST(RendererProcess, SurvivesWhatAnybodySends) {
     const int port = renderer.announced().value().port;
 
     const std::string whole = stream_of([](Frames& frames) {
-        add_call<&qorScene_api::begin_group>(frames, "name", true);
-        add_call<&qorScene_api::begin_shader>(frames, static_cast<const char*>(nullptr), "type");
-        send_wrong_value(frames, parameter_code::kText | parameter_code::kArray, 0);
-        add_call<&qorScene_api::end_shader>(frames);
-        add_call<&qorScene_api::assign_shader>(frames, std::int32_t{0}, std::uint64_t{1});
-        add_call<&qorScene_api::end_group>(frames);
-        frames.begin(velmora::operation::kTree);
-        frames.end();
-        frames.begin(velmora::operation::kFinish);
-        frames.end();
+        add(frames, kGroup, "name", true);
+        add(frames, kCall<&qorScene_api::begin_shader>, static_cast<const char*>(nullptr), "type");
+        add(frames, kParameter, "name", parameter_code::kText | parameter_code::kArray, 0u);
+        add(frames, kCall<&qorScene_api::end_shader>);
+        add(frames, kCall<&qorScene_api::assign_shader>, std::int32_t{0}, std::uint64_t{1});
+        add(frames, kCall<&qorScene_api::end_group>);
+        add(frames, velmora::operation::kTree);
+        add(frames, velmora::operation::kFinish);
     });
     std::vector<std::string> streams = {
         "",
@@ -115,7 +106,7 @@ TEST(RendererProcess, SurvivesWhatAnybodySends) {
     };
     for (const std::int32_t code : {1, 9, 10, 13, 0x10000, 0x8001, 0x8009, 0x800a, 0x18000}) {
         streams.push_back(
-            stream_of([code](Frames& frames) { send_wrong_value(frames, code, 0xffffffffu); }));
+            stream_of([code](Frames& frames) { add(frames, kParameter, "name", code, ~0u); }));
     }
     for (size_t size = 0; size < whole.size(); size += 5) {
         streams.push_back(whole.substr(0, size));

@@ -23,10 +23,6 @@ constexpr char kOther[] = "<scene><top><group><object/></group></top></scene>";
 constexpr char kRoom[] = "<scene><top><group name=\"room\"><object/></group></top></scene>";
 constexpr char kUnnamed[] = "<scene name=\"\"><top><group><object/></group></top></scene>";
 
-constexpr char kNoPort[] =
-    "Failed to connect. Could not connect on any known port. Please check your Velmora "
-    "installation and Live Link settings.";
-
 struct Running {
     int version;
     std::int64_t process;
@@ -189,7 +185,9 @@ TEST_F(LinkFactoryTest, ConnectsOnceAndUnloadsOnClosing) {
     fake.open_port = 1;
     factory_.set_id(5);
     EXPECT_EQ(factory_.get_api(), nullptr);
-    EXPECT_EQ(factory_.error(), kNoPort);
+    EXPECT_EQ(factory_.error(),
+              "Failed to connect. Could not connect on any known port. Please check your Velmora "
+              "installation and Live Link settings.");
     factory_.close();  // nothing is connected, so the library stays
     const Calls attempt = {"look", "into 7", "out", "into 5000000000", "id 5", "localhost 70 4"};
     EXPECT_EQ(std::exchange(fake.calls, {}), attempt);
@@ -217,14 +215,18 @@ TEST_F(LinkFactoryTest, StartsARendererOrTriesTheRegisteredPorts) {
         const char* program;
         std::vector<std::string> looks;
         int open_port;
-        std::string calls;
+        Calls calls;
     } cases[] = {
-        {"velmora.exe", {""}, 4302, "look,id 1,127.0.0.1 4301 1,127.0.0.1 4302 1,"},
-        {"started.exe", {"", damaged, shown}, 70, "look,look,look,into 7,out,id 1,localhost 70 4,"},
+        {"velmora.exe", {""}, 4302, {"look", "id 1", "127.0.0.1 4301 1", "127.0.0.1 4302 1"}},
+        {"started.exe",
+         {"", damaged, shown},
+         70,
+         {"look", "look", "look", "into 7", "out", "id 1", "localhost 70 4"}},
         {"started.exe",
          {""},
          4303,
-         "look,look,look,look,id 1,127.0.0.1 4301 1,127.0.0.1 4302 1,127.0.0.1 4303 1,"},
+         {"look", "look", "look", "look", "id 1", "127.0.0.1 4301 1", "127.0.0.1 4302 1",
+          "127.0.0.1 4303 1"}},
     };
     fake.trees[7] = kEmpty;
     for (const auto& c : cases) {
@@ -234,11 +236,7 @@ TEST_F(LinkFactoryTest, StartsARendererOrTriesTheRegisteredPorts) {
         fake.calls.clear();
         EXPECT_NE(factory_.get_api(), nullptr);
         EXPECT_EQ(factory_.error(), "");
-        std::string calls;
-        for (const std::string& call : fake.calls) {
-            calls += call + ",";
-        }
-        EXPECT_EQ(calls, c.calls);
+        EXPECT_EQ(fake.calls, c.calls);
         factory_.close();
 
         // The program tells how many arguments it got, once it runs.

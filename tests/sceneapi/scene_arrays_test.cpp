@@ -33,6 +33,11 @@ const qorMatrix kMatrices[] = {
 const char* const kTexts[] = {"a", "b\n"};
 
 TEST(SceneArrays, TextForms) {
+    std::int32_t counting[18];
+    std::iota(std::begin(counting), std::end(counting), 0);
+    const float largest = std::numeric_limits<float>::max();
+    const float odd_floats[] = {static_cast<float>(kNan), largest, -largest, 1};
+    const double odd_doubles[] = {kNan, 3.4028234663852886e38, -1e39, 2};
     const struct {
         std::int32_t code;
         const void* data;
@@ -52,6 +57,13 @@ TEST(SceneArrays, TextForms) {
         {10, kTexts, 2, "\"a\",\nxX620a \n"},
         {13, kTexts, 2, "\"a\",\nxX620a \n"},
         {3, nullptr, 0, ""},
+        // The first line holds nine elements and the others eight.
+        {6, counting, 9, "0,1,2,3,4,5,6,7,8 \n"},
+        {6, counting, 18, "0,1,2,3,4,5,6,7,8,\n9,10,11,12,13,14,15,16,\n17 "},
+        // What is no number, or too large for a float, becomes minus one.
+        {3, odd_floats, 4, "-1,-1,-1,1 "},
+        {4, odd_doubles, 4,
+         "-1.0000000000000000,-1.0000000000000000,-1.0000000000000000,2.0000000000000000 "},
     };
     for (const auto& form : forms) {
         EXPECT_EQ(array_text(form.code, form.data, form.count, kText),
@@ -62,24 +74,6 @@ TEST(SceneArrays, TextForms) {
     for (const std::int32_t code : {0, 8, 12, 14, 0x10000}) {
         EXPECT_EQ(array_text(code, kFloats, 1, kText), "\"n\" ,\n") << "code " << code;
     }
-}
-
-TEST(SceneArrays, TheFirstLineHoldsNineElementsAndTheOthersEight) {
-    std::vector<std::int32_t> ints(18);
-    std::iota(ints.begin(), ints.end(), 0);
-    EXPECT_EQ(array_text(6, ints.data(), 18, kText),
-              "\"n\" [ 0,1,2,3,4,5,6,7,8,\n9,10,11,12,13,14,15,16,\n17 ] ,\n");
-    EXPECT_EQ(array_text(6, ints.data(), 9, kText), "\"n\" [ 0,1,2,3,4,5,6,7,8 \n] ,\n");
-}
-
-TEST(SceneArrays, NumbersThatAreNoneBecomeMinusOneInText) {
-    const float largest = std::numeric_limits<float>::max();
-    const float floats[] = {static_cast<float>(kNan), largest, -largest, 1};
-    EXPECT_EQ(array_text(3, floats, 4, kText), "\"n\" [ -1,-1,-1,1 ] ,\n");
-    const double doubles[] = {kNan, 3.4028234663852886e38, -1e39, 2};
-    EXPECT_EQ(array_text(4, doubles, 4, kText),
-              "\"n\" [ -1.0000000000000000,-1.0000000000000000,-1.0000000000000000,"
-              "2.0000000000000000 ] ,\n");
 }
 
 std::string binary_body(char tag, std::uint32_t count, const void* data, size_t size) {
@@ -110,9 +104,8 @@ TEST(SceneArrays, BinaryForms) {
     EXPECT_EQ(array_text(3, nullptr, 0, kBinary), "\"n\" [ \1\2\3f\0\0\0\0] ,\n"s);
     // These have a text form only.
     for (const std::int32_t code : {2, 5, 9, 10}) {
-        EXPECT_EQ(
-            array_text(code, code == 10 ? static_cast<const void*>(kTexts) : kMatrices, 1, kBinary),
-            array_text(code, code == 10 ? static_cast<const void*>(kTexts) : kMatrices, 1, kText));
+        const void* const data = code == 10 ? static_cast<const void*>(kTexts) : kMatrices;
+        EXPECT_EQ(array_text(code, data, 1, kBinary), array_text(code, data, 1, kText));
     }
 }
 
@@ -134,50 +127,37 @@ void add_ints(Api& a, int count) {
     }
 }
 
+// As text, a line takes two colours or six of anything else. Other kinds are text in any mode, and
+// the gathered ones come last.
 TEST(SceneArrays, ElementByElement) {
-    const auto array = [](const std::function<void(Api&)>& elements, bool binary) {
-        return written_by(
-            [&](Api& a) {
-                a.begin_array("n");
-                elements(a);
-                a.end_array();
-            },
-            binary);
+    const auto add_colours = [](Api& a) {
+        for (int i = 0; i < 5; ++i) {
+            a.add_array_element(1, kFloats + i / 4);
+        }
     };
     const std::int32_t three[] = {0, 1, 2};
-    EXPECT_EQ(array([](Api& a) { add_ints(a, 3); }, kBinary),
-              "\"n\" [\n" + binary_body('i', 3, three, 12) + " ],\n");
-    EXPECT_EQ(array(
-                  [](Api& a) {
-                      a.add_array_element(1, kFloats);
-                      a.add_array_element(1, kFloats + 3);
-                  },
-                  kBinary),
-              "\"n\" [\n" + binary_body('c', 6, kFloats, 24) + " ],\n");
-    EXPECT_EQ(array([](Api&) {}, kBinary), "\"n\" [\n ],\n");
-
-    // As text, a line takes two colours or six of anything else.
-    EXPECT_EQ(array([](Api& a) { add_ints(a, 8); }, kText),
-              "\"n\" [\n0, 1, 2, 3, 4, 5,\n6, 7 ],\n");
-    EXPECT_EQ(array(
-                  [](Api& a) {
-                      for (int i = 0; i < 5; ++i) {
-                          a.add_array_element(1, kFloats);
-                      }
-                  },
-                  kText),
-              "\"n\" [\n1 -2.5 3, 1 -2.5 3,\n1 -2.5 3, 1 -2.5 3,\n1 -2.5 3 ],\n");
-    // Other kinds are text in any mode, and the gathered ones come last.
-    EXPECT_EQ(
-        array(
-            [](Api& a) {
-                add_ints(a, 1);
-                a.add_array_element(10, "t");
-                a.add_array_element(13, &kTexts[0]);
-                a.add_array_element(4, kDoubles);
-            },
-            kBinary),
-        "\"n\" [\n\"t\", \"a\", 0.5000000000000000" + binary_body('i', 1, three, 4) + " ],\n");
+    const float five[] = {1, -2.5f, 3, 1, -2.5f, 3, 1, -2.5f, 3, 1, -2.5f, 3, -2.5f, 3, 4};
+    const struct {
+        bool binary;
+        std::function<void(Api&)> add;
+        std::string body;
+    } cases[] = {
+        {kBinary, [](Api& a) { add_ints(a, 3); }, binary_body('i', 3, three, 12)},
+        {kBinary, add_colours, binary_body('c', 15, five, 60)},
+        {kBinary, [](Api&) {}, ""},
+        {kText, [](Api& a) { add_ints(a, 8); }, "0, 1, 2, 3, 4, 5,\n6, 7"},
+        {kText, add_colours, "1 -2.5 3, 1 -2.5 3,\n1 -2.5 3, 1 -2.5 3,\n-2.5 3 4"},
+        {kBinary,
+         [](Api& a) {
+             add_ints(a, 1), a.add_array_element(10, "t"), a.add_array_element(13, &kTexts[0]);
+             a.add_array_element(4, kDoubles);
+         },
+         "\"t\", \"a\", 0.5000000000000000" + binary_body('i', 1, three, 4)},
+    };
+    for (const auto& c : cases) {
+        const auto write = [&c](Api& a) { a.begin_array("n"), c.add(a), a.end_array(); };
+        EXPECT_EQ(written_by(write, c.binary), "\"n\" [\n" + c.body + " ],\n");
+    }
 }
 
 }  // namespace

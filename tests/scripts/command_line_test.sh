@@ -76,15 +76,10 @@ check "the unit" grep -q '"meter_scale" 1000,' options.vsq
 check "a setting" grep -q '^flags 1$' options.vsq
 
 # What can't be done is told in one line, and leaves no file behind.
-: >empty.gltf
 echo 'no model' >broken.gltf
-printf '\x89PNG\r\n' >picture.png
 expect 1 1 'missing.glb' "$vsqexport" export missing.glb none.vsq
-expect 1 1 'empty.gltf' "$vsqexport" export empty.gltf none.vsq
 expect 1 1 'broken.gltf' "$vsqexport" export broken.gltf none.vsq
-expect 1 1 'picture.png' "$vsqexport" export picture.png none.vsq
 expect 1 1 "$samples" "$vsqexport" export "$samples" none.vsq
-expect 1 1 "demo scene is named 'none'" "$vsqexport" export demo:none none.vsq
 expect 2 1 "'Nothing'" "$vsqexport" export demo:hierarchy none.vsq --set Nothing=1
 expect 2 1 "'maybe'" "$vsqexport" export demo:hierarchy none.vsq --set Bones=maybe
 expect 2 1 "'furlong'" "$vsqexport" export demo:hierarchy none.vsq --unit furlong
@@ -96,10 +91,8 @@ expect 2 1 'subcommand' "$vsqexport"
 check "no file is left" test ! -e none.vsq
 
 # Targets that can't be written.
-expect 1 1 'no folder .*nowhere' "$vsqexport" export demo:hierarchy nowhere/s.vsq
-expect 1 1 'it is a folder' "$vsqexport" export demo:hierarchy .
-expect 1 2 'could not close file' "$vsqexport" export demo:hierarchy /dev/full
-check "the reason" grep -q 'No space left on device' stderr
+expect 1 2 'No space left on device.*could not close file' "$vsqexport" export demo:hierarchy \
+    /dev/full
 if [[ $EUID != 0 ]]; then
     mkdir locked
     chmod a-w locked

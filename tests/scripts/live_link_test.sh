@@ -106,34 +106,11 @@ done
 [[ $started == running ]] || fail "there are no demo scenes"
 
 # An update sends the objects of the nodes that have changed, and every node's matrix.
-cat >script <<'END'
-update
-update
-hide Floor
-move Lift 1 2 3
-rename Gate Door
-update
-export missing/s.vsq
-unhide Floor
-export missing/s.vsq
-update
-export sent.vsq
-update
-move Bolt 0 0 0
-render
-update
-END
-while IFS='|' read -r number names; do
-    wanted+=("$number|$names")
-done <<'END'
-1|Lamp Turntable Lift Bolt Gate Floor 
-2|
-3|Lift 
-4|Floor 
-5|
-6|Lamp Turntable Lift Bolt Door Floor 
-7|
-END
+printf '%s\n' update update 'hide Floor' 'move Lift 1 2 3' 'rename Gate Door' update \
+    'export missing/s.vsq' 'unhide Floor' 'export missing/s.vsq' update 'export sent.vsq' update \
+    'move Bolt 0 0 0' render update >script
+wanted=('1|Lamp Turntable Lift Bolt Gate Floor ' '2|' '3|Lift ' '4|Floor ' '5|'
+    '6|Lamp Turntable Lift Bolt Door Floor ' '7|')
 run velmora-11/velmora --stop
 rm -f scenes/*
 run vsqexport session demo:motion <script >stdout 2>stderr && fail "a session with two failures"

@@ -12,14 +12,12 @@ trap 'rm -rf "$out"' EXIT
     exit 1
 }
 cd "$out"
-"$cmake" -E tar tf VSQExport-*.zip | grep -v '/$' | sort >listed
+"$cmake" -E tar tf VSQExport-*.zip | grep -v '/$' | LC_ALL=C sort >listed
 cat >wanted <<'END'
 VSQExport.bundle/Contents/VSQExportR2023.dle
 VSQExport.bundle/Contents/help/index.html
 VSQExport.bundle/PackageContents.xml
 END
-LC_ALL=C sort -o listed listed
-LC_ALL=C sort -o wanted wanted
 diff wanted listed
 
 # The host finds the plug-in and the help page by what the description says.

@@ -63,29 +63,25 @@ struct LibraryArrays {
 
     explicit LibraryArrays(const std::string& path_utf8) {
         const std::string bytes = file_contents(path_utf8);
-        size_t at = 64;
-        while (at < bytes.size()) {
+        std::map<std::uint32_t, std::string> payloads;  // by tag
+        for (size_t at = 64; at < bytes.size();) {
             std::uint32_t head[2];
             std::memcpy(head, bytes.data() + at, sizeof head);
             payloads[head[0]] = bytes.substr(at + 8, head[1]);
             at += 8 + size_t{head[1]};
         }
-        frames = array<Frame>(9);
-        triangles = array<std::uint32_t>(1);
-        vertices = array<Vector>(2);
-        normals = array<Vector>(3);
-        uvs = array<std::array<float, 2>>(5);
+        const auto take = [&payloads](std::uint32_t tag, auto& elements) {
+            const std::string& payload = payloads[tag];
+            elements.resize(payload.size() / sizeof elements[0]);
+            std::copy(payload.begin(), payload.end(), reinterpret_cast<char*>(elements.data()));
+        };
+        take(9, frames);
+        take(1, triangles);
+        take(2, vertices);
+        take(3, normals);
+        take(5, uvs);
     }
 
-    template <typename Element>
-    std::vector<Element> array(std::uint32_t tag) {
-        const std::string& payload = payloads[tag];
-        std::vector<Element> elements(payload.size() / sizeof(Element));
-        std::copy(payload.begin(), payload.end(), reinterpret_cast<char*>(elements.data()));
-        return elements;
-    }
-
-    std::map<std::uint32_t, std::string> payloads;  // by tag
     std::vector<Frame> frames;
     std::vector<std::uint32_t> triangles;
     std::vector<Vector> vertices;

@@ -7,6 +7,19 @@
 #include <string>
 #include <vector>
 
+#include "standins/host/sdk/max.h"
+
+/// An array of numbers as a block of a scene file has it. All systems of the host are
+/// little-endian.
+template <typename Number>
+std::string array_text(const std::string& name, char tag, const std::vector<Number>& numbers) {
+    const auto count = static_cast<std::uint32_t>(numbers.size());
+    std::string text = "\"" + name + "\" [ \1\2\3" + tag;
+    text.append(reinterpret_cast<const char*>(&count), sizeof count);
+    text.append(reinterpret_cast<const char*>(numbers.data()), count * sizeof(Number));
+    return text + "] ,\n";
+}
+
 /// A triangle object of a scene file, brought into world space.
 struct ExportedMesh {
     using Vector = std::array<double, 3>;
@@ -32,57 +45,31 @@ public:
     }
 
 private:
-    using Matrix = std::array<double, 16>;
-
-    // A block that is open. A group's matrix comes behind what it holds.
-    struct Block {
-        bool is_group;
-        size_t first_mesh;  // of those in the block
-        Matrix matrix = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
-    };
-
     explicit ExportedMeshReader(const std::string& text) : text_(text) {}
 
-    static bool starts(const std::string& line, const std::string& word) {
-        return line.compare(0, word.size(), word) == 0;
-    }
-
     void read_line() {
-        const size_t name_end = text_[at_] == '"' ? text_.find('"', at_ + 1) : at_;
-        if (text_.compare(name_end, 7, "\" [ \1\2\3") == 0) {
-            const std::string array = text_.substr(at_ + 1, name_end - at_ - 1);
-            at_ = name_end + 7;
-            read_body(array);
-        }
-        const size_t end = text_.find('\n', at_);
-        const std::string line = text_.substr(at_, end - at_);
-        at_ = end + 1;
-        if (line.empty() || starts(line, "#print ") || starts(line, "#error ")) {
-            return;
-        }
-        if (line == "}" || line == "},") {
-            close_block();
-        } else if (starts(line, "transform ") && blocks_.back().is_group) {
-            std::istringstream numbers(line.substr(10));
-            for (double& number : blocks_.back().matrix) {
-                numbers >> number;
-            }
-        } else if (line.back() == '{') {
-            open_block(line);
-        }
-    }
-
-    void open_block(const std::string& line) {
-        blocks_.push_back({starts(line, "group "), meshes_.size()});
-        const auto name = [&line](size_t start) {
-            return line.substr(start, line.size() - start - 2);
+        const std::string line = text_.substr(at_, text_.find('\n', at_) - at_);
+        const auto starts = [&line](const std::string& word) {
+            return line.compare(0, word.size(), word) == 0;
         };
-        if (starts(line, "object ")) {
-            meshes_.emplace_back();
-            meshes_.back().name = name(7);
-        } else if (starts(line, "material ") && !meshes_.empty()) {
-            meshes_.back().material = name(9);
+        const size_t array = line.find("\" [ \1\2\3");
+        if (array != std::string::npos) {
+            at_ += array + 8;  // with the tag
+            read_array(line.substr(1, array - 1));
+        } else if (line == "}" || line == "},") {
+            groups_.pop_back();
+        } else if (starts("transform ")) {
+            place(line.substr(10));
+        } else if (!line.empty() && line.back() == '{' && !starts("#error ")) {
+            groups_.push_back(starts("group ") ? meshes_.size() : std::string::npos);
+            if (starts("object ")) {
+                meshes_.emplace_back();
+                meshes_.back().name = line.substr(7, line.size() - 9);
+            } else if (starts("material ") && !meshes_.empty()) {
+                meshes_.back().material = line.substr(9, line.size() - 11);
+            }
         }
+        at_ = text_.find('\n', at_) + 1;
     }
 
     template <typename Element>
@@ -91,72 +78,53 @@ private:
         std::memcpy(target.data(), text_.data() + at_, bytes);
     }
 
-    void take_vectors(std::vector<ExportedMesh::Vector>& target, size_t bytes) {
-        std::vector<std::array<float, 3>> floats;
-        take(floats, bytes);
-        for (const auto& [x, y, z] : floats) {
-            target.push_back({x, y, z});
-        }
-    }
-
     // All numbers of meshes have four bytes.
-    void read_body(const std::string& array) {
+    void read_array(const std::string& name) {
         std::uint32_t count = 0;
-        std::memcpy(&count, text_.data() + at_ + 1, sizeof count);
-        at_ += 5;
-        const size_t bytes = 4 * static_cast<size_t>(count);
-        ExportedMesh& mesh = meshes_.back();
-        if (array == "vertices") {
-            take_vectors(mesh.vertices, bytes);
-        } else if (array == "normals") {
-            take_vectors(mesh.normals, bytes);
-        } else if (array == "uv_tex") {
-            take(mesh.uvs, bytes);
-        } else if (array == "triangles") {
-            take(mesh.triangles, bytes);
+        std::memcpy(&count, text_.data() + at_, sizeof count);
+        at_ += sizeof count;
+        const size_t bytes = 4 * size_t{count};
+        if (name == "uv_tex") {
+            take(meshes_.back().uvs, bytes);
+        } else if (name == "triangles") {
+            take(meshes_.back().triangles, bytes);
+        } else if (name == "vertices" || name == "normals") {
+            std::vector<std::array<float, 3>> vectors;
+            take(vectors, bytes);
+            ExportedMesh& mesh = meshes_.back();
+            for (const auto& [x, y, z] : vectors) {
+                (name == "normals" ? mesh.normals : mesh.vertices).push_back({x, y, z});
+            }
         }
         at_ += bytes;
     }
 
-    void close_block() {
-        const Block block = blocks_.back();
-        blocks_.pop_back();
-        for (size_t i = block.first_mesh; block.is_group && i < meshes_.size(); ++i) {
-            place(meshes_[i], block.matrix);
+    // A group's matrix comes behind what it holds. Normals go through the inverse of the transposed
+    // matrix.
+    void place(const std::string& matrix) {
+        std::istringstream numbers(matrix);
+        Matrix3 world;
+        float last_column = 0;
+        for (int i = 0; i < 4; ++i) {
+            Point3 row;
+            numbers >> row.x >> row.y >> row.z >> last_column;
+            world.SetRow(i, row);
         }
-    }
-
-    // Vectors are rows. Normals go through the inverse of the transposed matrix.
-    static void place(ExportedMesh& mesh, const Matrix& m) {
-        for (auto& [x, y, z] : mesh.vertices) {
-            const ExportedMesh::Vector v = {x, y, z};
-            x = v[0] * m[0] + v[1] * m[4] + v[2] * m[8] + m[12];
-            y = v[0] * m[1] + v[1] * m[5] + v[2] * m[9] + m[13];
-            z = v[0] * m[2] + v[1] * m[6] + v[2] * m[10] + m[14];
-        }
-        const auto cofactor = [&m](int row, int column) {
-            const auto at = [&](int r, int c) {
-                return m[static_cast<size_t>((row + r) % 3 * 4 + (column + c) % 3)];
-            };
-            return at(1, 1) * at(2, 2) - at(1, 2) * at(2, 1);
-        };
-        double determinant = 0;
-        for (int column = 0; column < 3; ++column) {
-            determinant += m[static_cast<size_t>(column)] * cofactor(0, column);
-        }
-        for (ExportedMesh::Vector& normal : mesh.normals) {
-            const ExportedMesh::Vector n = normal;
-            for (int column = 0; column < 3; ++column) {
-                normal[static_cast<size_t>(column)] =
-                    (n[0] * cofactor(0, column) + n[1] * cofactor(1, column) +
-                     n[2] * cofactor(2, column)) /
-                    determinant;
+        const Matrix3 inverse = Inverse(world);
+        for (size_t i = groups_.back(); i < meshes_.size(); ++i) {
+            for (ExportedMesh::Vector& vertex : meshes_[i].vertices) {
+                const Point3 v = Point3(vertex[0], vertex[1], vertex[2]) * world;
+                vertex = {v.x, v.y, v.z};
+            }
+            for (ExportedMesh::Vector& normal : meshes_[i].normals) {
+                const Point3 n(normal[0], normal[1], normal[2]);
+                normal = {n % inverse.GetRow(0), n % inverse.GetRow(1), n % inverse.GetRow(2)};
             }
         }
     }
 
     const std::string& text_;
     size_t at_ = 0;
-    std::vector<Block> blocks_;
+    std::vector<size_t> groups_;  // of open blocks the first mesh in it, if they are groups
     std::vector<ExportedMesh> meshes_;
 };

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -33,6 +32,18 @@ inline void set_environment(const std::string& name, const std::string& value) {
 #endif
 }
 
+/// Looks for some seconds until `holds` says yes, and tells whether it has.
+template <typename Condition>
+bool comes_to_hold(const Condition& holds) {
+    for (int look = 0; look < 1000; ++look) {
+        if (holds()) {
+            return true;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
+}
+
 /// Keeps the running renderers of a test, and their scenes, apart from the user's own.
 class RendererFolder {
 public:
@@ -49,18 +60,15 @@ private:
 /// A running renderer, which ends when the object goes and when the test dies.
 class VelmoraProcess {
 public:
+    /// `variable` stands in its environment alone.
     explicit VelmoraProcess(const std::string& program,
-                            const std::map<std::string, std::string>& environment = {}) {
-        for (const auto& [name, value] : environment) {
-            set_environment(name, value);
-        }
+                            const std::string& variable = "VELMORA_VERSION",
+                            const std::string& value = "") {
+        set_environment(variable, value);
         start(program);
-        for (const auto& variable : environment) {
-            set_environment(variable.first, {});
-        }
-        const bool is_silent = environment.count("VELMORA_SILENT") != 0;
-        for (int look = 0; look < 1000 && !is_silent && !announced(); ++look) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        set_environment(variable, "");
+        if (variable != "VELMORA_SILENT") {
+            comes_to_hold([this] { return announced().has_value(); });
         }
     }
     VelmoraProcess(const VelmoraProcess&) = delete;
@@ -80,13 +88,7 @@ public:
 
     /// False if it hasn't ended after some seconds.
     bool wait_for_end() {
-        for (int look = 0; look < 1000; ++look) {
-            if (has_ended()) {
-                return true;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        return false;
+        return comes_to_hold([this] { return has_ended(); });
     }
 
 private:

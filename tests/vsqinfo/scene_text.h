@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "tests/support/qort_bytes.h"
 #include "tools/vsqinfo/vsq_reader.h"
 
 /// The texts of small scene files, put together by hand: no writer has a part in these tests.
@@ -24,23 +26,12 @@ inline std::string in_object(const std::string& content) {
     return in_root("object \"o\" {\n" + content + "}\n");
 }
 
-inline std::string little_endian(std::uint32_t word) {
-    std::string bytes;
-    for (int shift = 0; shift < 32; shift += 8)
-        bytes += static_cast<char>(word >> shift & 0xff);
-    return bytes;
-}
-
 /// The body of a binary array with its head. `words` are the numbers' bits: two of them make a
 /// number of tag 'r'.
 inline std::string body(char tag, const std::vector<std::uint32_t>& words) {
     const std::size_t count = tag == 'r' ? words.size() / 2 : words.size();
-    std::string bytes = "\1\2\3";
-    bytes += tag;
-    bytes += little_endian(static_cast<std::uint32_t>(count));
-    for (const std::uint32_t word : words)
-        bytes += little_endian(word);
-    return bytes;
+    return "\1\2\3" + std::string(1, tag) + qort_bytes::words({static_cast<std::uint32_t>(count)}) +
+           qort_bytes::words(words);
 }
 
 /// A quoted parameter that is a binary array.
@@ -52,6 +43,16 @@ inline std::string binary(const std::string& name, char tag,
 inline vsqinfo::VsqSummary read(const std::string& file, vsqinfo::VsqListener* listener = nullptr) {
     std::istringstream stream(file);
     return vsqinfo::read_vsq(stream, listener);
+}
+
+/// What the reader has against a file; nothing if it takes it.
+inline std::optional<vsqinfo::MalformedFile> refusal(const std::string& file) {
+    try {
+        read(file);
+        return std::nullopt;
+    } catch (const vsqinfo::MalformedFile& error) {
+        return error;
+    }
 }
 
 }  // namespace scene_text

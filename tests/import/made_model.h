@@ -1,0 +1,48 @@
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <assimp/scene.h>
+
+#include "standins/host/import/animation_import.h"
+
+/// Makes something behind the others of one of assimp's lists.
+template <typename Element>
+Element& append(Element**& list, unsigned& count) {
+    Element** longer = new Element*[count + 1];
+    std::copy_n(list, count, longer);
+    delete[] list;
+    list = longer;
+    return *(list[count++] = new Element);
+}
+
+/// A model with some nodes below its root, and an animation with a tick a second.
+struct MadeModel : aiScene {
+    explicit MadeModel(const std::vector<const char*>& names) {
+        mRootNode = new aiNode("Root");
+        for (const char* name : names) {
+            aiNode* child = new aiNode(name);
+            mRootNode->addChildren(1, &child);
+        }
+        append(mAnimations, mNumAnimations).mTicksPerSecond = 1;
+    }
+
+    /// Heights by time; the other components have no keys.
+    aiNodeAnim& move(const char* node, const std::vector<std::pair<double, float>>& keys) {
+        aiNodeAnim& channel = append(mAnimations[0]->mChannels, mAnimations[0]->mNumChannels);
+        channel.mNodeName = node;
+        channel.mPositionKeys = new aiVectorKey[keys.size()];
+        for (const auto& [time, z] : keys) {
+            channel.mPositionKeys[channel.mNumPositionKeys++] = {time, {0, 0, z}};
+        }
+        return channel;
+    }
+
+    const aiNode& node(unsigned i) const { return *mRootNode->mChildren[i]; }
+    memhost::ModelAnimation animation() { return {*this, memhost::NodeIndex(*this), warnings}; }
+
+    std::vector<std::string> warnings;
+};
