@@ -19,6 +19,9 @@ constexpr int kMisused = 2;
 
 // For each renderer that was told to end.
 constexpr std::chrono::seconds kTimeToEnd(5);
+
+// For the system to notice that one has died.
+constexpr std::chrono::seconds kTimeToVanish(1);
 constexpr std::chrono::milliseconds kTimeBetweenLooks(20);
 
 constexpr char kHelp[] =
@@ -38,12 +41,10 @@ bool is_announced(std::int64_t process_id) {
 // The announcement is the last thing of a renderer to go.
 bool stop(const velmora::RunningRenderer& renderer) {
     velmora::LinkConnection connection;
-    if (!connection.open("127.0.0.1", renderer.port) ||
-        connection.process_id() != renderer.process_id ||
-        !connection.ask_number(velmora::operation::kStop)) {
-        return !is_announced(renderer.process_id);
-    }
-    const auto deadline = std::chrono::steady_clock::now() + kTimeToEnd;
+    const bool is_told = connection.open("127.0.0.1", renderer.port) &&
+                         connection.process_id() == renderer.process_id &&
+                         connection.ask_number(velmora::operation::kStop);
+    const auto deadline = std::chrono::steady_clock::now() + (is_told ? kTimeToEnd : kTimeToVanish);
     while (std::chrono::steady_clock::now() < deadline) {
         if (!is_announced(renderer.process_id)) {
             return true;

@@ -8,6 +8,7 @@
 #include "tests/support/exported_libraries.h"
 #include "tests/support/exported_meshes.h"
 #include "tests/support/exported_scene.h"
+#include "tests/support/qort_bytes.h"
 
 namespace {
 
@@ -80,7 +81,7 @@ std::string blocks_of(const std::string& text) {
 
 TEST(DeformableExport, PutsOneTopologyIntoALibrary) {
     for (const auto& [frames, has_uv] :
-         {std::pair{1, false}, {1, true}, {2, true}, {100, false}, {100, true}}) {
+         {std::pair{1, false}, {1, true}, {2, false}, {2, true}, {100, false}, {100, true}}) {
         SCOPED_TRACE(std::to_string(frames) + " frames");
         const ExportedLibraries libraries;
         SceneBuilder scene;
@@ -106,6 +107,9 @@ TEST(DeformableExport, PutsOneTopologyIntoALibrary) {
             EXPECT_EQ(library.vertices[4 * n + 2],
                       (LibraryArrays::Vector{1, 1, height(static_cast<int>(n))}));
         }
+        const int data_end = 64 + 2 * 12 + frames * (40 + 4 * 24) + (has_uv ? 4 * 8 : 0);
+        EXPECT_EQ(library.header, qort_bytes::header(true, {0, 0, 0, 1, 1, height(frames - 1)},
+                                                     static_cast<std::uint32_t>(data_end)));
     }
 }
 

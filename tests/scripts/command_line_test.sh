@@ -64,6 +64,15 @@ expect 1 1 'no folder' "$vsqexport" animation demo:motion nowhere/film.vsq
 mkdir reel.py
 expect 1 1 'reel.py: the script was not written' "$vsqexport" animation demo:motion reel.vsq \
     --frames 0:0
+model=/usr/share/assimp/models/glTF2/glTF-Sample-Models/AnimatedMorphCube-glTF/AnimatedMorphCube.gltf
+if [[ -e $model ]]; then
+    expect 0 0 '' "$vsqexport" animation "$model" cube.vsq
+    last=$(sed -n 's/^    end = //p' cube.py)
+    check "a file for each frame of a model" test "$(ls cube*.vsq | wc -l)" = $((last + 1))
+    for frame in cube*.vsq; do
+        expect 0 0 '' "$vsqinfo" "$frame"
+    done
+fi
 
 # A mesh file is told by what is in it.
 printf 'qorT\3\0\0\0' >mesh.vsq
@@ -93,6 +102,15 @@ check "no file is left" test ! -e none.vsq
 # Targets that can't be written.
 expect 1 2 'No space left on device.*could not close file' "$vsqexport" export demo:hierarchy \
     /dev/full
+# A disk that is full after so many kilobytes of each file.
+limited() {
+    (trap '' XFSZ && ulimit -f "$1" && shift && "$@")
+}
+mkdir Animations
+expect 1 3 'Failed writing tag data.*Flag_Stripes.qorT: offset 65536: the file ends' \
+    limited 64 "$vsqexport" export demo:deforming full.vsq --frames 0:40
+expect 1 2 'File too large.*full.vsq: could not close file' \
+    limited 2 "$vsqexport" animation demo:motion full.vsq
 if [[ $EUID != 0 ]]; then
     mkdir locked
     chmod a-w locked

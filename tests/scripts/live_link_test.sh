@@ -86,7 +86,7 @@ register
 started=started
 scenes=$(run vsqexport export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p')
 if [[ -z $emulator ]]; then # whose build reads no model files
-    scenes+=" $(ls "$samples"/*.gltf "$samples"/*.obj)"
+    scenes+=" $(ls "$samples"/*.gltf "$samples"/*.obj "$samples"/*.dae)"
 fi
 for scene in $scenes; do
     # Each export adds mesh files, and the same ones are wanted.
@@ -104,13 +104,25 @@ for scene in $scenes; do
     tail -n +2 "$received" | cmp - wanted || fail "$scene: it was received otherwise"
 done
 [[ $started == running ]] || fail "there are no demo scenes"
+head -4 resources/sceneapi.log | tr -d '\r' |
+    sed -E 's/^velmoralive_loader.cpp:[0-9]+ - ..:..:..\.[0-9]{3} //; s/(0x)?[0-9a-fA-F]{6,}$/P/' >log
+[[ $(<log) == "DEBUG4:  $drive$bin/velmora-11
+DEBUG4:  initialize shared handle: P
+DEBUG4:  Velmora live: P
+DEBUG4:  qor_get_query_api -> velmora_live_loader: P" ]] ||
+    fail "the log: $(<log)"
 
 # An update sends the objects of the nodes that have changed, and every node's matrix.
 printf '%s\n' update update 'hide Floor' 'move Lift 1 2 3' 'rename Gate Door' update \
     'export missing/s.vsq' 'unhide Floor' 'export missing/s.vsq' update 'export sent.vsq' update \
-    'move Bolt 0 0 0' render update >script
+    'move Bolt 0 0 0' render update 'delete Bolt' update 'move Lift 0 0 0' >script
+if [[ -z $emulator ]]; then # where a person would have to press OK
+    printf '%s\n' settings '' '' '' '' '' '' '' '' '' '' >>script
+fi
+echo update >>script
 wanted=('1|Lamp Turntable Lift Bolt Gate Floor ' '2|' '3|Lift ' '4|Floor ' '5|'
-    '6|Lamp Turntable Lift Bolt Door Floor ' '7|')
+    '6|Lamp Turntable Lift Bolt Door Floor ' '7|'
+    '8|' '9|Lift ')
 run velmora-11/velmora --stop
 rm -f scenes/*
 run vsqexport session demo:motion <script >stdout 2>stderr && fail "a session with two failures"
@@ -120,12 +132,28 @@ for entry in "${wanted[@]}"; do
     [[ -e $received ]] || fail "no scene $received"
     [[ $(objects "$received") == "${entry#*|}" ]] ||
         fail "$received holds: $(objects "$received")"
-    [[ $(LC_ALL=C grep -ac '^transform ' "$received") == 7 ]] || fail "$received: the matrices"
+    matrices=7
+    [[ ${entry%%|*} -gt 7 ]] && matrices=6
+    [[ $(LC_ALL=C grep -ac '^transform ' "$received") == "$matrices" ]] ||
+        fail "$received: the matrices"
     flags=32768
     [[ ${entry%%|*} == 6 ]] && flags=33792
     [[ $(LC_ALL=C grep -am1 '^flags ' "$received") == "flags $flags" ]] || fail "$received: flags"
 done
 [[ $(grep -c '^update: 0 objects, 0 cameras, 7 matrices of nodes sent to Velmora 11' stdout) == 3 ]] ||
     fail "three updates without objects were wanted: $(<stdout)"
+
+# By layers: a bit more in the flags.
+printf 'render\nupdate\n' | run vsqexport session demo:hierarchy --set Layers=1 >stdout 2>stderr ||
+    fail "sessions by layers: $(<stderr)"
+[[ $(LC_ALL=C grep -ahm1 '^flags ' scenes/scene-*-10.vsq scenes/scene-*-11.vsq) == \
+    $'flags 33793\nflags 32769' ]] || fail "the flags of scenes by layers"
+
+# A renderer that dies in the middle of a scene.
+run velmora-11/velmora --stop
+VELMORA_FAULT=die-after=3000 run vsqexport render demo:motion >stdout 2>stderr </dev/null &&
+    fail "a render by a renderer that dies"
+[[ $(tr -d '\r' <stderr) == 'vsqexport: no running renderer says that the whole scene has come' ]] ||
+    fail "what is told of a renderer that dies: $(<stderr)"
 
 exit $((failures > 0))

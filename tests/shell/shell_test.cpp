@@ -288,6 +288,8 @@ TEST_F(StartedPlugin, CarriesOutEachCommandAsOftenAsItIsPressed) {
         const std::string settings = file_contents(folder_ / "velmoraexport7.ini");
         EXPECT_EQ(settings.find("cameras=0") != std::string::npos, i % 2 == 0) << settings;
         EXPECT_EQ(settings.find("HairAndFur=0"), std::string::npos);
+        // Export Animation has turned it off, and OK saves it so.
+        EXPECT_NE(settings.find("TransformAnimations=0"), std::string::npos) << settings;
     }
 }
 

@@ -63,6 +63,7 @@ struct LibraryArrays {
 
     explicit LibraryArrays(const std::string& path_utf8) {
         const std::string bytes = file_contents(path_utf8);
+        header = bytes.substr(0, 64);
         std::map<std::uint32_t, std::string> payloads;  // by tag
         for (size_t at = 64; at < bytes.size();) {
             std::uint32_t head[2];
@@ -82,6 +83,7 @@ struct LibraryArrays {
         take(5, uvs);
     }
 
+    std::string header;
     std::vector<Frame> frames;
     std::vector<std::uint32_t> triangles;
     std::vector<Vector> vertices;
