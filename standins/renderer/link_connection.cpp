@@ -149,36 +149,32 @@ bool LinkConnection::flush() {
     return sent;
 }
 
-bool LinkConnection::send(const char* bytes, std::uint64_t size) {
-    while (socket_ && size > 0) {
-        const auto slice = static_cast<std::size_t>(std::min(size, kSlice));
-        const std::optional<std::size_t> moved = socket_->finish_in_time([&](auto done) {
-            socket_->stream.async_write_some(asio::const_buffer(bytes, slice), done);
-        });
+// Each slice has the whole time limit; `start` begins to move so many bytes from that position on.
+template <typename Start>
+bool LinkConnection::move_in_slices(std::uint64_t size, Start start) {
+    for (std::uint64_t position = 0; socket_ && position < size;) {
+        const auto slice = static_cast<std::size_t>(std::min(size - position, kSlice));
+        const std::optional<std::size_t> moved =
+            socket_->finish_in_time([&](auto done) { start(position, slice, done); });
         if (!moved) {
             close();
             return false;
         }
-        bytes += *moved;
-        size -= *moved;
+        position += *moved;
     }
     return is_open();
 }
 
+bool LinkConnection::send(const char* bytes, std::uint64_t size) {
+    return move_in_slices(size, [&](std::uint64_t position, std::size_t slice, auto done) {
+        socket_->stream.async_write_some(asio::const_buffer(bytes + position, slice), done);
+    });
+}
+
 bool LinkConnection::receive(char* bytes, std::uint64_t size) {
-    while (socket_ && size > 0) {
-        const auto slice = static_cast<std::size_t>(std::min(size, kSlice));
-        const std::optional<std::size_t> moved = socket_->finish_in_time([&](auto done) {
-            socket_->stream.async_read_some(asio::mutable_buffer(bytes, slice), done);
-        });
-        if (!moved) {
-            close();
-            return false;
-        }
-        bytes += *moved;
-        size -= *moved;
-    }
-    return is_open();
+    return move_in_slices(size, [&](std::uint64_t position, std::size_t slice, auto done) {
+        socket_->stream.async_read_some(asio::mutable_buffer(bytes + position, slice), done);
+    });
 }
 
 std::optional<std::uint64_t> LinkConnection::ask_number(std::uint64_t operation) {

@@ -54,6 +54,8 @@ private:
     struct Socket;
 
     bool flush();
+    template <typename Start>
+    bool move_in_slices(std::uint64_t size, Start start);
     bool send(const char* bytes, std::uint64_t size);
     bool receive(char* bytes, std::uint64_t size);
     std::vector<char> receive_answer(std::uint64_t operation);
