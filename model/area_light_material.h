@@ -12,7 +12,7 @@ class AreaLightMaterial final : public Material {
 public:
     explicit AreaLightMaterial(std::string name) : Material(std::move(name)) {}
 
-    /// The colour is taken as it is.
+    /// Components are not held to 0..1.
     void set_color(float r, float g, float b) { color_ = {r, g, b}; }
 
     /// Either sets the power and the unit that it is in.

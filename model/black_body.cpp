@@ -29,7 +29,7 @@ const ColorMatching kColorMatching[kColorMatchingRows] = {
 
 namespace {
 
-// What a screen needs for a linear component to look right. A NaN stays.
+// The sRGB curve, cut off at 1. A NaN stays.
 float screen_component(float linear) {
     const float curved =
         linear > 0.0031308f ? 1.055f * std::pow(linear, 0.41666666f) - 0.055f : 12.92f * linear;

@@ -12,7 +12,7 @@ class CurveMaterial final : public Material {
 public:
     explicit CurveMaterial(std::string name) : Material(std::move(name)) {}
 
-    /// The colour where the curves bring none of their own. It is taken as it is.
+    /// The colour unless the curves' own are used. Its components are not held to 0..1.
     void set_color(float r, float g, float b) { color_ = {r, g, b}; }
     void set_use_vertex_color(bool on) { use_vertex_color_ = on; }
 

@@ -1,11 +1,13 @@
 #include "model/deformable_triangle_animation.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
 #include <new>
 #include <string_view>
+#include <tuple>
 
 #include "importers/sceneapi/dev/installation.h"
 #include "importers/sceneapi/dev/qorscene_api.h"
@@ -24,6 +26,8 @@ constexpr int kMinVersion = 5;
 constexpr int kMaxVersion = 20;
 
 constexpr double kTimeUnitsPerSecond = 1000.0;
+
+constexpr std::uint32_t kGroupFlags = 0x1010000;
 
 std::string default_folder() {
     const std::string resources = Installation::get().resource_folder(kMinVersion, kMaxVersion);
@@ -44,7 +48,7 @@ bool can_be_opened(const std::string& path) {
     return file != nullptr;
 }
 
-// Held to what the format can count, which is too much for its writer in any case.
+// Saturates at the format's largest count; the writer refuses arrays of that size.
 std::uint32_t count(std::size_t numbers, std::size_t per_element) {
     constexpr std::size_t kLimit = std::numeric_limits<std::uint32_t>::max();
     return static_cast<std::uint32_t>(std::min(numbers / per_element, kLimit));
@@ -63,6 +67,13 @@ void append(std::vector<float>& array, const std::vector<float>& frame,
         }
     }
     array.insert(array.end(), frame.begin(), frame.end());
+}
+
+// References to the arrays that frames share.
+template <typename Arrays>
+auto shared_part(Arrays& arrays) {
+    return std::tie(arrays.triangles, arrays.uv_tex, arrays.triangles_uv, arrays.triangles_norm,
+                    arrays.vcolors);
 }
 
 template <typename T>
@@ -86,36 +97,26 @@ DeformableTriangleAnimation::DeformableTriangleAnimation(std::string name, float
       library_(library.empty() ? get_name() : std::move(library)) {}
 
 void DeformableTriangleAnimation::add_frame(const MeshFrame& entry) {
-    const TriangleObject& object = *entry.object;
-    std::shared_ptr<const Topology> topology;
-    if (!frames_.empty() && has_same_topology(object)) {
-        topology = frames_.back().topology;
-    } else {
-        if (!frames_.empty() && frames_.back().topology->triangles != object.triangles()) {
-            constant_topology_ = false;
-        }
-        Topology copy;
-        copy.triangles = object.triangles();
-        copy.uv_tex = object.uv_tex();
-        copy.triangles_uv = object.triangles_uv();
-        copy.triangles_norm = object.triangles_norm();
-        copy.vcolors = object.vcolors();
-        topology = std::make_shared<const Topology>(std::move(copy));
+    const TriangleArrays& arrays = entry.object->arrays();
+    std::shared_ptr<const SharedArrays> shared;
+    if (!frames_.empty()) {
+        shared = frames_.back().shared;
     }
-    append(vertices_, object.vertices(), expected_frames_);
-    append(normals_, object.normals(), expected_frames_);
-    frames_.push_back({entry.frame, vertices_.size(), normals_.size(), std::move(topology)});
-}
-
-bool DeformableTriangleAnimation::has_same_topology(const TriangleObject& object) const {
-    const Topology& last = *frames_.back().topology;
-    return last.triangles == object.triangles() && last.uv_tex == object.uv_tex() &&
-           last.triangles_uv == object.triangles_uv() &&
-           last.triangles_norm == object.triangles_norm() && last.vcolors == object.vcolors();
+    if (shared == nullptr || shared_part(*shared) != shared_part(arrays)) {
+        if (shared != nullptr && shared->triangles != arrays.triangles) {
+            has_constant_triangles_ = false;
+        }
+        const auto copy = std::make_shared<SharedArrays>();
+        shared_part(*copy) = shared_part(arrays);
+        shared = copy;
+    }
+    append(vertices_, arrays.vertices, expected_frames_);
+    append(normals_, arrays.normals, expected_frames_);
+    frames_.push_back({entry.frame, vertices_.size(), normals_.size(), std::move(shared)});
 }
 
 void DeformableTriangleAnimation::write_library() {
-    if (!constant_topology_ || frames_.empty()) {
+    if (!has_constant_triangles_ || frames_.empty()) {
         return;
     }
     make_library_path();
@@ -144,7 +145,7 @@ void DeformableTriangleAnimation::make_library_path() {
 }
 
 void DeformableTriangleAnimation::write_library_file() {
-    const Topology& first = *frames_.front().topology;
+    const SharedArrays& first = *frames_.front().shared;
     std::vector<std::uint32_t> triangles = unsigned_copy(first.triangles);
     std::vector<std::uint32_t> normal_indices = unsigned_copy(first.triangles_norm);
     std::vector<std::uint32_t> uv_indices = unsigned_copy(first.triangles_uv);
@@ -191,7 +192,7 @@ void DeformableTriangleAnimation::drop_frames() {
 
 void DeformableTriangleAnimation::emit(qorSceneapi_oo& scene) {
     scene.begin_group(get_name());
-    scene.set_flags(flags_);
+    scene.set_flags(kGroupFlags);
     if (library_written_) {
         emit_library(scene);
     } else {
@@ -200,7 +201,7 @@ void DeformableTriangleAnimation::emit(qorSceneapi_oo& scene) {
     scene.end_group();
 }
 
-void DeformableTriangleAnimation::emit_library(qorSceneapi_oo& scene) {
+void DeformableTriangleAnimation::emit_library(qorSceneapi_oo& scene) const {
     qorScene_api& api = *scene.get_api();
     api.begin_object(get_name().c_str(), true);
     const int id = scene.next_id();
@@ -211,15 +212,15 @@ void DeformableTriangleAnimation::emit_library(qorSceneapi_oo& scene) {
     api.end_object();
 
     api.begin_animation("deformable_qortlib", (get_name() + "_deformable").c_str());
-    set_times(scene);
+    emit_times(scene);
     scene.set_parameter("target_object_id", id);
     api.end_animation();
 }
 
-void DeformableTriangleAnimation::emit_frames(qorSceneapi_oo& scene) {
+void DeformableTriangleAnimation::emit_frames(qorSceneapi_oo& scene) const {
     qorScene_api& api = *scene.get_api();
     api.begin_animation("deformable", (get_name() + "_deformable").c_str());
-    set_times(scene);
+    emit_times(scene);
     scene.set_array("timestamps", timestamps_);
     api.end_animation();
 
@@ -228,14 +229,14 @@ void DeformableTriangleAnimation::emit_frames(qorSceneapi_oo& scene) {
     }
 }
 
-void DeformableTriangleAnimation::emit_frame(std::size_t index, qorSceneapi_oo& scene) {
+void DeformableTriangleAnimation::emit_frame(std::size_t index, qorSceneapi_oo& scene) const {
     const StoredFrame& stored = frames_[index];
     const std::size_t vertices_start = index == 0 ? 0 : frames_[index - 1].vertices_end;
     const std::size_t normals_start = index == 0 ? 0 : frames_[index - 1].normals_end;
     const auto slice = [](const std::vector<float>& array, std::size_t start, std::size_t end) {
         return std::vector<float>(array.data() + start, array.data() + end);
     };
-    TriangleArrays arrays = *stored.topology;
+    TriangleArrays arrays = *stored.shared;
     arrays.vertices = slice(vertices_, vertices_start, stored.vertices_end);
     arrays.normals = slice(normals_, normals_start, stored.normals_end);
 
@@ -245,7 +246,7 @@ void DeformableTriangleAnimation::emit_frame(std::size_t index, qorSceneapi_oo& 
     object.emit(scene);
 }
 
-void DeformableTriangleAnimation::set_times(qorSceneapi_oo& scene) {
+void DeformableTriangleAnimation::emit_times(qorSceneapi_oo& scene) const {
     scene.set_parameter("start_time", start_time_);
     scene.set_parameter("duration", duration_);
     scene.set_parameter("duration_org", duration_);
@@ -253,12 +254,12 @@ void DeformableTriangleAnimation::set_times(qorSceneapi_oo& scene) {
 
 std::size_t DeformableTriangleAnimation::data_size() const {
     std::size_t numbers = vertices_.size() + normals_.size() + timestamps_.size();
-    const Topology* last = nullptr;
+    const SharedArrays* last = nullptr;
     for (const StoredFrame& stored : frames_) {
-        if (stored.topology.get() != last) {
-            last = stored.topology.get();
-            numbers += last->triangles.size() + last->uv_tex.size() + last->triangles_uv.size() +
-                       last->triangles_norm.size() + last->vcolors.size();
+        if (stored.shared.get() != last) {
+            last = stored.shared.get();
+            numbers += std::apply([](const auto&... array) { return (array.size() + ...); },
+                                  shared_part(*last));
         }
     }
     return numbers * sizeof(float);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -23,10 +22,13 @@ struct MeshFrame {
 /// A mesh whose shape changes over time, told frame by frame.
 ///
 /// As long as all frames have the same triangles, `write_library` puts their positions and normals
-/// into one `.qorT` file, and the scene only points to it. Otherwise each frame goes into the scene
-/// as an object of its own.
+/// into one `.qorT` file, with the indices and texture coordinates of the first, and the scene only
+/// points to it. Otherwise each frame goes into the scene as an object of its own.
+///
+/// A material must be set before `write_library` and `emit`: its name goes into that of the file.
 ///
 ///     DeformableTriangleAnimation animation("Flag", 0.0f, duration, "", "3ds max");
+///     animation.set_material(material);
 ///     animation.reserve_frames(101);
 ///     animation.add_frame({object, 0});
 ///     animation.add_timestamp(0.0f);
@@ -59,32 +61,31 @@ public:
     void define(qorSceneapi_oo&) override {}
     std::size_t data_size() const override;
 
-    /// Empty until the library is written. The folder is UTF-8, and names stand in it as they are.
+    /// Empty until the library is written. The folder part is UTF-8; the bytes of the names follow
+    /// unconverted.
     const std::string& library_path() const { return library_path_; }
 
 private:
-    // What successive frames mostly have in common: all arrays but positions and normals.
-    using Topology = TriangleArrays;
+    // What frames share as long as only positions and normals change. Those two stay empty in it.
+    using SharedArrays = TriangleArrays;
 
     struct StoredFrame {
         int frame;
         std::size_t vertices_end;  // in `vertices_`, where the next frame's begin
         std::size_t normals_end;
-        std::shared_ptr<const Topology> topology;
+        std::shared_ptr<const SharedArrays> shared;
     };
 
-    bool has_same_topology(const TriangleObject& object) const;
     void make_library_path();
     void write_library_file();
     void drop_frames();
-    void emit_library(qorSceneapi_oo& scene);
-    void emit_frames(qorSceneapi_oo& scene);
-    void emit_frame(std::size_t index, qorSceneapi_oo& scene);
-    void set_times(qorSceneapi_oo& scene);
+    void emit_library(qorSceneapi_oo& scene) const;
+    void emit_frames(qorSceneapi_oo& scene) const;
+    void emit_frame(std::size_t index, qorSceneapi_oo& scene) const;
+    void emit_times(qorSceneapi_oo& scene) const;
 
     float start_time_;
     float duration_;
-    std::uint32_t flags_ = 0x1010000;
     std::size_t expected_frames_ = 0;
     std::vector<StoredFrame> frames_;
     std::vector<float> vertices_;  // of all frames, one after the other
@@ -92,7 +93,7 @@ private:
     std::vector<float> timestamps_;  // one per frame
     std::string folder_;
     std::string library_;
-    bool constant_topology_ = true;
+    bool has_constant_triangles_ = true;
     std::string library_path_;
     bool library_written_ = false;
 };

@@ -33,10 +33,12 @@ public:
 
     /// In degrees. This or `set_fov4` counts, whichever came last.
     void set_fov(float degrees);
+    /// Four numbers as the renderer takes them, written in this order.
     void set_fov4(float a, float b, float c, float d);
 
     /// 1 is an orthographic view of the window; every other value is a perspective one.
     void set_projection(int projection) { projection_ = projection; }
+    /// Four numbers as the renderer takes them, written in this order.
     void set_window(float a, float b, float c, float d);
 
     /// Distances from the camera. They are written only if both are above 0 and the far one is

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include "platform/files.h"
 
@@ -13,6 +14,18 @@ namespace {
 
 // Beyond any coordinate that a scene has.
 constexpr float kFarAway = 1e20f;
+
+// Of an interleaved vertex: its position, its normal and its texture coordinate.
+constexpr std::uint64_t kInterleavedFloats = 8;
+static_assert(kInterleavedFloats * sizeof(float) == qort::kInterleavedSize);
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+// An array as a record can come to own it.
+template <typename T>
+using Owned = std::unique_ptr<T, Free>;
 
 struct Block {
     std::uint32_t tag;
@@ -63,10 +76,10 @@ std::uint64_t data_end(const QorTMesh& mesh) {
     return end;
 }
 
-// Minimum, then maximum. What compares with nothing changes nothing.
+// Minimum, then maximum. A NaN leaves the box as it is.
 void find_box(const QorTMesh& mesh, float (&box)[6]) {
     const float* position = mesh.vertices != nullptr ? mesh.vertices : mesh.interleaved;
-    const int stride = mesh.vertices != nullptr ? 3 : 8;
+    const std::uint64_t stride = mesh.vertices != nullptr ? 3 : kInterleavedFloats;
     for (int axis = 0; axis < 3; ++axis) {
         box[axis] = kFarAway;
         box[axis + 3] = -kFarAway;
@@ -144,11 +157,11 @@ bool write_interleaved(QorTMesh& mesh, std::FILE* file, std::uint32_t& last_tag)
 }
 
 template <typename T>
-T* allocate(std::uint64_t count) {
+Owned<T> allocate(std::uint64_t count) {
     if (count > std::numeric_limits<std::size_t>::max() / sizeof(T)) {
         return nullptr;
     }
-    return static_cast<T*>(std::malloc(static_cast<std::size_t>(count) * sizeof(T)));
+    return Owned<T>(static_cast<T*>(std::malloc(static_cast<std::size_t>(count) * sizeof(T))));
 }
 
 // Copies one element, or zeros where there is no array, and gives the place behind it.
@@ -162,6 +175,13 @@ float* copy_element(float* target, const float* array, std::uint32_t index, int 
     return target + size;
 }
 
+float* copy_vertex(float* target, const QorTMesh& mesh, std::uint32_t position,
+                   std::uint32_t normal, std::uint32_t uv) {
+    target = copy_element(target, mesh.vertices, position, 3);
+    target = copy_element(target, mesh.normals, normal, 3);
+    return copy_element(target, mesh.uvs, uv, 2);
+}
+
 void free_arrays(QorTMesh& mesh) {
     std::free(mesh.triangles);
     std::free(mesh.normal_indices);
@@ -173,18 +193,60 @@ void free_arrays(QorTMesh& mesh) {
 }
 
 float* interleave_vertices(QorTMesh& mesh) {
-    float* const made = allocate<float>(8ULL * mesh.vertex_count);
-    float* next = made;
-    for (std::uint32_t v = 0; made != nullptr && v < mesh.vertex_count; ++v) {
-        next = copy_element(next, mesh.vertices, v, 3);
-        next = copy_element(next, mesh.normals, v, 3);
-        next = copy_element(next, mesh.uvs, v, 2);
+    Owned<float> interleaved = allocate<float>(kInterleavedFloats * mesh.vertex_count);
+    if (interleaved == nullptr) {
+        return nullptr;
     }
-    if (made != nullptr) {
-        mesh.interleaved = made;
-        mesh.ownership |= kOwnsInterleaved;
+    float* next = interleaved.get();
+    for (std::uint32_t v = 0; v < mesh.vertex_count; ++v) {
+        next = copy_vertex(next, mesh, v, v, v);
     }
-    return made;
+    mesh.interleaved = interleaved.release();
+    mesh.ownership |= kOwnsInterleaved;
+    return mesh.interleaved;
+}
+
+// A record that comes to own its arrays owns its frames as well, and must not free a caller's.
+// False if there is no memory for the copy.
+bool copy_borrowed_frames(QorTMesh& mesh) {
+    if (mesh.frames == nullptr || (mesh.ownership & kOwnsArrays)) {
+        return true;
+    }
+    Owned<QorTFrame> frames = allocate<QorTFrame>(mesh.frame_count);
+    if (frames == nullptr) {
+        return false;
+    }
+    std::memcpy(frames.get(), mesh.frames, static_cast<std::size_t>(frames_size(mesh)));
+    mesh.frames = frames.release();
+    return true;
+}
+
+// Fills in a vertex for each corner of each triangle, and triangles of those.
+void unroll(const QorTMesh& mesh, float* interleaved, std::uint32_t* triangles) {
+    const std::uint32_t* normal_of = mesh.normal_indices ? mesh.normal_indices : mesh.triangles;
+    const std::uint32_t* uv_of = mesh.uv_indices ? mesh.uv_indices : mesh.triangles;
+    for (std::uint32_t corner = 0; corner < 3 * mesh.triangle_count; ++corner) {
+        interleaved = copy_vertex(interleaved, mesh, mesh.triangles[corner], normal_of[corner],
+                                  uv_of[corner]);
+        triangles[corner] = corner;
+    }
+}
+
+// Puts the arrays of an unrolled mesh in the place of its separate ones.
+void take_unrolled(QorTMesh& mesh, Owned<float> interleaved, Owned<std::uint32_t> triangles) {
+    if (mesh.ownership & kOwnsArrays) {
+        free_arrays(mesh);
+    }
+    mesh.vertex_count = 3 * mesh.triangle_count;
+    mesh.normal_indices = nullptr;
+    mesh.uv_indices = nullptr;
+    mesh.vertices = nullptr;
+    mesh.normals = nullptr;
+    mesh.uvs = nullptr;
+    mesh.colours = nullptr;
+    mesh.triangles = triangles.release();
+    mesh.interleaved = interleaved.release();
+    mesh.ownership |= kOwnsArrays | kOwnsInterleaved;
 }
 
 // Gives each corner of each triangle a vertex of its own.
@@ -193,50 +255,15 @@ float* interleave_corners(QorTMesh& mesh) {
     if (corners > std::numeric_limits<std::uint32_t>::max()) {
         return nullptr;
     }
-    const std::uint32_t corner_count = static_cast<std::uint32_t>(corners);
-    float* const made = allocate<float>(8 * corners);
-    std::uint32_t* const triangles = allocate<std::uint32_t>(corners);
-    // A record that comes to own its arrays owns its frames as well, and must not free a caller's.
-    const bool frames_are_borrowed = mesh.frames != nullptr && (mesh.ownership & kOwnsArrays) == 0;
-    QorTFrame* const frames =
-        frames_are_borrowed ? allocate<QorTFrame>(mesh.frame_count) : mesh.frames;
-    if (made == nullptr || triangles == nullptr || (frames_are_borrowed && frames == nullptr)) {
-        std::free(made);
-        std::free(triangles);
-        if (frames_are_borrowed) {
-            std::free(frames);
-        }
+    Owned<float> interleaved = allocate<float>(kInterleavedFloats * corners);
+    Owned<std::uint32_t> triangles = allocate<std::uint32_t>(corners);
+    // The copy is last, since it changes the mesh.
+    if (interleaved == nullptr || triangles == nullptr || !copy_borrowed_frames(mesh)) {
         return nullptr;
     }
-    if (frames_are_borrowed) {
-        std::memcpy(frames, mesh.frames, static_cast<std::size_t>(frames_size(mesh)));
-    }
-
-    const std::uint32_t* normal_of = mesh.normal_indices ? mesh.normal_indices : mesh.triangles;
-    const std::uint32_t* uv_of = mesh.uv_indices ? mesh.uv_indices : mesh.triangles;
-    float* next = made;
-    for (std::uint32_t corner = 0; corner < corner_count; ++corner) {
-        next = copy_element(next, mesh.vertices, mesh.triangles[corner], 3);
-        next = copy_element(next, mesh.normals, normal_of[corner], 3);
-        next = copy_element(next, mesh.uvs, uv_of[corner], 2);
-        triangles[corner] = corner;
-    }
-    mesh.vertex_count = corner_count;
-
-    if (mesh.ownership & kOwnsArrays) {
-        free_arrays(mesh);
-    }
-    mesh.normal_indices = nullptr;
-    mesh.uv_indices = nullptr;
-    mesh.vertices = nullptr;
-    mesh.normals = nullptr;
-    mesh.uvs = nullptr;
-    mesh.colours = nullptr;
-    mesh.triangles = triangles;
-    mesh.frames = frames;
-    mesh.interleaved = made;
-    mesh.ownership |= kOwnsArrays | kOwnsInterleaved;
-    return made;
+    unroll(mesh, interleaved.get(), triangles.get());
+    take_unrolled(mesh, std::move(interleaved), std::move(triangles));
+    return mesh.interleaved;
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace qor {
 /// Who frees what of a `QorTMesh`.
 enum QorTOwnership : std::uint16_t {
     kOwnsArrays = 1,       ///< the record frees its separate arrays and frames with `free`
-    kOwnsInterleaved = 2,  ///< and `interleaved`
+    kOwnsInterleaved = 2,  ///< the record frees `interleaved` with `free`
 };
 
 /// A flag of the writers: the interleaved form is wanted.

@@ -61,6 +61,7 @@ public:
     void reserve_normals(std::size_t count) { arrays_.normals.reserve(3 * count); }
     void reserve_triangles_norm(std::size_t count) { arrays_.triangles_norm.reserve(3 * count); }
 
+    const TriangleArrays& arrays() const { return arrays_; }
     const std::vector<float>& vertices() const { return arrays_.vertices; }
     const std::vector<int>& triangles() const { return arrays_.triangles; }
     const std::vector<float>& uv_tex() const { return arrays_.uv_tex; }

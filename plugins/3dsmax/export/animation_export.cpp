@@ -44,15 +44,8 @@ void SceneExporter::ExportAnimation(const std::string& path) {
     node_count_ = static_cast<std::uint32_t>(
         std::min<std::uint64_t>(frames * node_count_, std::numeric_limits<std::uint32_t>::max()));
 
-    int number = 0;
-    bool cancelled = false;
-    timing_.ForEachFrame([&](TimeValue t) {
-        cancelled = cancelled || host_->GetCancel();
-        if (!cancelled) {
-            ExportFrame(t, FramePath(base, number));
-            ++number;
-        }
-    });
+    timing_.ForEachFrameUntilCancel(
+        host_, [this, &base](TimeValue t, int number) { ExportFrame(t, FramePath(base, number)); });
 }
 
 void SceneExporter::ExportFrame(TimeValue t, const std::string& path) {

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
-#include "model/fbx_animation.h"
 #include "model/light_camera.h"
 #include "model/light_viewset.h"
 #include "plugins/3dsmax/export/light_converter.h"
+#include "plugins/3dsmax/export/motion_track.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 #include "plugins/3dsmax/export/scene_matrix.h"
@@ -40,6 +40,8 @@ int EnvironmentRadius(const Box3& scene_box) {
     return static_cast<int>(whole * 4u);
 }
 
+// Cameras go ahead of the lights and meshes of their pass. So a sky light shows only in cameras
+// that the exporter writes in a later run, and the box holds only what earlier passes have met.
 std::unique_ptr<qor::LightCamera> MakeCamera(const std::string& name,
                                              const std::string& environment,
                                              const Box3& scene_box) {
@@ -59,8 +61,7 @@ void SetLens(qor::LightCamera& camera, const CameraState& state) {
 
 // Unlike a node's, the track of a camera holds whole matrices, one for every frame.
 std::shared_ptr<qor::Animation> SampleMotion(INode* node, const FrameTiming& timing) {
-    auto track =
-        std::make_shared<qor::FBXAnimation>("3ds_animation", 0.0f, timing.TrackDuration(), true);
+    auto track = std::make_shared<qor::FBXAnimation>(MakeMotionTrack("", timing));
     timing.ForEachFrame([&](TimeValue t) {
         track->add_key(timing.KeyTimestamp(t), ToSceneMatrix(node->GetNodeTM(t)));
     });

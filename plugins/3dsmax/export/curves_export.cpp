@@ -7,10 +7,10 @@
 #include "model/bezier_curves.h"
 #include "model/curve_material.h"
 #include "model/diffuse.h"
+#include "plugins/3dsmax/export/converted_object.h"
 #include "plugins/3dsmax/export/hair_attributes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
-#include "plugins/3dsmax/export/scope_guard.h"
 
 namespace {
 
@@ -26,13 +26,18 @@ bool Differ(const Color& a, const Color& b) {
     return a.r != b.r || a.g != b.g || a.b != b.b;
 }
 
-// From root to tip strands are coloured by their points, which only a material for curves shows.
+// What the material takes for one percent.
+constexpr float kHuePerPercent = 0.001f;
+constexpr float kValuePerPercent = 0.01f;
+
+// Where root and tip differ, strands are coloured by their points, which only a material for curves
+// shows; it varies them as well. Others have one colour all over.
 std::shared_ptr<qor::Material> MaterialOf(const StrandLook& look) {
     if (Differ(look.tip_color, look.root_color)) {
         auto material = std::make_shared<qor::CurveMaterial>("curve");
         material->set_use_vertex_color(true);
-        material->set_hue(0.001f * look.hue);
-        material->set_value(0.01f * look.value);
+        material->set_hue(kHuePerPercent * look.hue);
+        material->set_value(kValuePerPercent * look.value);
         return material;
     }
     auto material = std::make_shared<qor::Diffuse>("curve");
@@ -126,26 +131,29 @@ void AddCurves(qor::BezierCurves& curves, BezierShape& shape, const StrandLook& 
 }
 
 // Hair has no thickness of its own in the host, but one in proportion to its extent.
-float HairRadius(const Box3& box, float multiplier) {
+float HairRadius(Object& hair, TimeValue time, INode* node, ViewExp* view, float multiplier) {
     constexpr float kRadiusPerExtent = 0.0001f;
+    Box3 box;
+    hair.GetLocalBoundBox(time, node, view, box);
     return kRadiusPerExtent * multiplier * Length(box.pmax - box.pmin);
+}
+
+float ShapeRadius(ShapeObject& shape, TimeValue time, float multiplier) {
+    Interval valid = FOREVER;
+    return shape.GetThickness(time, valid) * multiplier;
 }
 
 }  // namespace
 
-// True if the node's curves were written, be there any or not.
+// True also for a shape without curves, which is written empty.
 bool SceneExporter::ExportCurves(INode* node) {
     const TimeValue time = timing_.time;
     Object* const object = node->EvalWorldState(time, TRUE).obj;
     if (object == nullptr) {
         return false;
     }
-
-    // What is dropped below still counts for the size of the scene.
     ViewExp* const view = host_->GetActiveViewExp().ToPointer();
-    Box3 box;
-    object->GetWorldBoundBox(time, node, view, box);
-    scene_box_ += box;
+    AddToSceneBox(node, object, view);
 
     // The splines that stand for hair are made anew for each pass, so an update can't tell whether
     // they have changed and always takes them along.
@@ -153,18 +161,8 @@ bool SceneExporter::ExportCurves(INode* node) {
     if (!hair && !(options_->GeneralCurves && NodeIsWanted(node))) {
         return false;
     }
-
-    if (!object->CanConvertToType(kSplineShape)) {
-        return false;
-    }
-    Object* const converted = object->ConvertToType(time, kSplineShape);
-    const ScopeGuard deletes_temporary([object, converted] {
-        if (converted != nullptr && converted != object) {
-            converted->DeleteMe();
-        }
-    });
-    ShapeObject* const shape = static_cast<ShapeObject*>(converted);
-    if (shape == nullptr || (!hair && !shape->IsRenderable())) {
+    const ConvertedObject<ShapeObject> shape(object, time, kSplineShape);
+    if (shape.get() == nullptr || (!hair && !shape->IsRenderable())) {
         return false;
     }
     BezierShape splines;
@@ -176,14 +174,9 @@ bool SceneExporter::ExportCurves(INode* node) {
     const StrandLook look = hair.value_or(StrandLook());
     curves.set_material(MaterialOf(look));
     AddCurves(curves, splines, look);
-    if (hair) {
-        Box3 local_box;
-        object->GetLocalBoundBox(time, node, view, local_box);
-        curves.set_radius(HairRadius(local_box, options_->CurveRadiusMultiplier));
-    } else {
-        Interval valid = FOREVER;
-        curves.set_radius(shape->GetThickness(time, valid) * options_->CurveRadiusMultiplier);
-    }
+    const float multiplier = options_->CurveRadiusMultiplier;
+    curves.set_radius(hair ? HairRadius(*object, time, node, view, multiplier)
+                           : ShapeRadius(*shape.get(), time, multiplier));
     curves.set_order(kCubicOrder);
     curves.emit(*scene_);
     return true;

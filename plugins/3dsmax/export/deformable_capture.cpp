@@ -6,10 +6,10 @@
 
 #include "model/deformable_triangle_animation.h"
 #include "model/triangle_object.h"
+#include "plugins/3dsmax/export/converted_object.h"
 #include "plugins/3dsmax/export/material_table.h"
 #include "plugins/3dsmax/export/mesh_part.h"
 #include "plugins/3dsmax/export/narrow_name.h"
-#include "plugins/3dsmax/export/scope_guard.h"
 
 namespace {
 
@@ -50,20 +50,14 @@ private:
 void DeformableRecorder::CaptureFrame(TimeValue t, int frame) {
     Object* object = node_->EvalWorldState(t, TRUE).obj;
     if (object == nullptr || object->SuperClassID() != GEOMOBJECT_CLASS_ID ||
-        IsLeftOutAsMesh(object->ClassID(), options_) ||
-        !object->CanConvertToType(kTriangleObject)) {
+        IsLeftOutAsMesh(object->ClassID(), options_)) {
         return;
     }
-    Object* converted = object->ConvertToType(t, kTriangleObject);
-    if (converted == nullptr) {
+    const ConvertedObject<TriObject> tri_object(object, t, kTriangleObject);
+    if (tri_object.get() == nullptr) {
         return;
     }
-    const ScopeGuard deletes_temporary([object, converted] {
-        if (converted != object) {
-            converted->DeleteMe();
-        }
-    });
-    mesh_ = static_cast<TriObject*>(converted)->GetMesh();
+    mesh_ = tri_object->GetMesh();
     if (mesh_.numVerts < 1 || mesh_.numFaces < 1) {
         return;
     }
@@ -76,7 +70,7 @@ void DeformableRecorder::CaptureFrame(TimeValue t, int frame) {
     parts_.begin(mesh_, table);
     const Matrix3 world_from_object = node_->GetObjTMAfterWSM(t);
     const Matrix3 node_from_object = world_from_object * Inverse(node_->GetNodeTM(t));
-    for (int part = 0; part < table.slot_count() && parts_.has_part(part); ++part) {
+    for (int part = 0; parts_.has_part(part); ++part) {
         CapturePart(part, frame, t, table, node_from_object);
     }
 }
@@ -119,14 +113,7 @@ DeformableCapture DeformableRecorder::Finish() {
 DeformableCapture CaptureDeformable(INode* node, const FrameTiming& timing, Interface* host,
                                     const Qor::Options& options, MeshPartBuilder& parts) {
     DeformableRecorder recorder(node, timing, options, parts);
-    int frame = 0;
-    bool cancelled = false;
-    timing.ForEachFrame([&](TimeValue t) {
-        cancelled = cancelled || host->GetCancel();
-        if (!cancelled) {
-            recorder.CaptureFrame(t, frame);
-            ++frame;
-        }
-    });
+    timing.ForEachFrameUntilCancel(
+        host, [&recorder](TimeValue t, int frame) { recorder.CaptureFrame(t, frame); });
     return recorder.Finish();
 }

@@ -44,6 +44,21 @@ struct FrameTiming {
         }
     }
 
+    /// The same with the frame's number, from 0, for as long as nobody cancels in the host. It is
+    /// asked before each frame, and not again after a cancel.
+    template <typename Visit>
+    void ForEachFrameUntilCancel(Interface* host, Visit visit) const {
+        int number = 0;
+        bool cancelled = false;
+        ForEachFrame([&](TimeValue t) {
+            cancelled = cancelled || host->GetCancel();
+            if (!cancelled) {
+                visit(t, number);
+                ++number;
+            }
+        });
+    }
+
     /// True if what holds in `valid` holds over the whole range.
     bool RangeIsWithin(const Interval& valid) const;
 };

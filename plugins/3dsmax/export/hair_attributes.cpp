@@ -6,7 +6,8 @@ namespace {
 
 constexpr wchar_t kAttributeName[] = L"velmora_hair_and_fur_data";
 
-// The places in the attribute's block. At 2 stands the mark for the script that cleans up.
+// The places in the attribute's block, which follow the order of the parameters in `HairScript`. At
+// 2 stands the mark for the script that cleans up.
 constexpr struct {
     ParamID id;
     float StrandLook::*field;

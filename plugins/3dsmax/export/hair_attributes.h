@@ -10,7 +10,7 @@ struct StrandLook {
     float end_radius = 1.0f;
     Color root_color{0.8f, 0.8f, 0.8f};
     Color tip_color{0.8f, 0.8f, 0.8f};
-    float hue = 10.0f;  ///< how far strands differ, both in percent
+    float hue = 10.0f;  ///< in percent, as is `value`: how far strands differ
     float value = 50.0f;
 };
 

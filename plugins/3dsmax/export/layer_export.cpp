@@ -2,13 +2,11 @@
 
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "plugins/3dsmax/export/group_flags.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
 namespace {
-
-// Marks the groups of a scene that goes by layers, down to those of its nodes.
-constexpr std::uint32_t kLayersFlag = 1;
 
 template <typename Visit>
 void ForEachLayer(Visit visit) {

@@ -11,6 +11,10 @@ class TriangleObject;
 class qorSceneapi_oo;
 }  // namespace qor
 
+/// The tick of what doesn't follow the time. A scene has no tracks for a light's values, so these
+/// are the same in all files of an animation.
+inline constexpr TimeValue kFixedTime = 0;
+
 /// Turns the host's lights into what the renderer knows as lights: surfaces that emit.
 ///
 /// A light without extent becomes an object of one degenerate triangle with a light shader on it,
@@ -21,7 +25,9 @@ public:
     /// Borrows `host`.
     LightConverter(std::shared_ptr<Qor::Options> options, Interface* host);
 
-    /// Writes the light of `node`, as it is at `time`, where the scene stands.
+    /// Writes the light of `node` where the scene stands. Only its temperature, an omni light's
+    /// intensity and the file of a sky's picture follow `time`; flux, radius, web and colour are
+    /// those of `kFixedTime`.
     void Convert(INode* node, qor::qorSceneapi_oo& scene, TimeValue time);
 
     /// The file of the last sky light converted; empty if none of them shows one.
@@ -35,8 +41,9 @@ private:
     struct Job {
         qor::qorSceneapi_oo& scene;
         TimeValue time;
-        std::string name;    // of the object
-        std::string unique;  // of its material: names of nodes can be the same, these are not
+        std::string name;  // of the object
+        // The light's number follows the name, so that lights of one name have a material each.
+        std::string material_name;
     };
 
     void ConvertPhotometricLight(LightscapeLight& light, const Job& job);

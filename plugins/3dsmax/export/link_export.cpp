@@ -1,4 +1,3 @@
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -6,17 +5,13 @@
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "importers/sceneapi/dev/repeat_link_factory.h"
 #include "platform/message_box.h"
+#include "plugins/3dsmax/export/group_flags.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
 namespace {
 
 // The renderer that this exporter's scenes are made for.
 constexpr int kRendererVersion = 11;
-
-// In the flags of the root group: the scene comes over a link, and it is a whole one, which takes
-// the place of what the renderer has.
-constexpr std::uint32_t kLinkFlag = 0x8000;
-constexpr std::uint32_t kWholeSceneFlag = 0x400;
 
 }  // namespace
 
@@ -33,7 +28,7 @@ void SceneExporter::ExportOverLink(const std::string& path) {
     try {
         sent = SendOverLink();
     } catch (...) {
-        sent = false;
+        // Told below.
     }
     if (!sent) {
         platform::show_message_box(

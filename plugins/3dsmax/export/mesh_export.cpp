@@ -1,10 +1,10 @@
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "model/triangle_object.h"
+#include "plugins/3dsmax/export/converted_object.h"
 #include "plugins/3dsmax/export/material_table.h"
 #include "plugins/3dsmax/export/mesh_part.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
-#include "plugins/3dsmax/export/scope_guard.h"
 
 // True if the node was handled as a mesh, also where a part of it came to nothing.
 bool SceneExporter::ExportMesh(INode* node) {
@@ -16,26 +16,15 @@ bool SceneExporter::ExportMesh(INode* node) {
         return false;
     }
 
-    // What is dropped below still counts for the size of the scene.
-    Box3 box;
-    state.obj->GetWorldBoundBox(timing_.time, node, host_->GetActiveViewExp().ToPointer(), box);
-    scene_box_ += box;
-
+    AddToSceneBox(node, state.obj, host_->GetActiveViewExp().ToPointer());
     if (IsLeftOutAsMesh(state.obj->ClassID(), *options_)) {
         return false;
     }
 
-    bool temporary = false;
-    TriObject* tri_object = GetTriObject(node, timing_.time, temporary);
-    if (tri_object == nullptr) {
+    const ConvertedObject<TriObject> tri_object = GetTriObject(node, timing_.time);
+    if (tri_object.get() == nullptr) {
         return false;
     }
-    const ScopeGuard deletes_temporary([tri_object, temporary] {
-        if (temporary) {
-            tri_object->DeleteMe();
-        }
-    });
-
     Mesh mesh(tri_object->GetMesh());
     if (mesh.numVerts < 1 || mesh.numFaces < 1) {
         return false;
@@ -53,21 +42,22 @@ bool SceneExporter::ExportMesh(INode* node) {
     return true;
 }
 
-// The node's object as triangles, or null. `temporary` says that the host made it for us.
-TriObject* SceneExporter::GetTriObject(INode* node, TimeValue t, bool& temporary) const {
-    temporary = false;
+// Null for a node whose object isn't to be written as triangles.
+ConvertedObject<TriObject> SceneExporter::GetTriObject(INode* node, TimeValue t) const {
     Object* object = node->EvalWorldState(t, TRUE).obj;
     const Interval valid = object->ObjectValidity(t);
     // The frames of an animation build on the first: only what changes at this very tick follows.
     if (animation_ && valid.Start() != t && t != timing_.rangeStart) {
-        return nullptr;
+        return {};
     }
-    if (!object->CanConvertToType(kTriangleObject)) {
-        return nullptr;
-    }
-    Object* result = object->ConvertToType(t, kTriangleObject);
-    temporary = result != object;
-    return static_cast<TriObject*>(result);
+    return {object, t, kTriangleObject};
+}
+
+// What is dropped later on counts too.
+void SceneExporter::AddToSceneBox(INode* node, Object* object, ViewExp* view) {
+    Box3 box;
+    object->GetWorldBoundBox(timing_.time, node, view, box);
+    scene_box_ += box;
 }
 
 // Writes the faces of one material as an object of their own, under the node's name.

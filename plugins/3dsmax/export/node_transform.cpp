@@ -3,7 +3,7 @@
 #include <iterator>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
-#include "model/fbx_animation.h"
+#include "plugins/3dsmax/export/motion_track.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 #include "plugins/3dsmax/export/scene_matrix.h"
@@ -35,38 +35,35 @@ bool SameNumbers(const qorMatrix& a, const qorMatrix& b) {
     return true;
 }
 
+// The node's matrix as seen from `parent`, or in the world without one.
+Matrix3 MatrixIn(INode* parent, const Matrix3& world_from_node, TimeValue t) {
+    return parent == nullptr ? world_from_node : world_from_node * Inverse(parent->GetNodeTM(t));
+}
+
 }  // namespace
 
 void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool has_content) {
     Interval valid = FOREVER;
-    Matrix3 matrix = node->GetNodeTM(timing_.time, &valid);
-    INode* parent = node->GetParentNode();
-    if (relative_to_parent && parent != nullptr) {
-        matrix = matrix * Inverse(parent->GetNodeTM(timing_.time));
-    }
+    const Matrix3 world_from_node = node->GetNodeTM(timing_.time, &valid);
+    INode* parent = relative_to_parent ? node->GetParentNode() : nullptr;
+    const Matrix3 matrix = MatrixIn(parent, world_from_node, timing_.time);
     scene_->transform(ToSceneMatrix(matrix));
 
     if (has_content && options_->TransformAnimations && !timing_.RangeIsWithin(valid)) {
-        EmitTransformAnimation(node, relative_to_parent, matrix);
+        EmitTransformAnimation(node, parent, matrix);
     }
 }
 
 // Each key is the change from `base`, the matrix that was written. A node that holds its place
 // over several frames has a key for the first of them alone, and one that never leaves its base
 // has no track.
-void SceneExporter::EmitTransformAnimation(INode* node, bool relative_to_parent,
-                                           const Matrix3& base) {
-    INode* parent = relative_to_parent ? node->GetParentNode() : nullptr;
+void SceneExporter::EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base) {
     const Matrix3 inverse_base = Inverse(base);
-    qor::FBXAnimation track(NarrowName(node->GetName()) + "3ds_animation", 0.0f,
-                            timing_.TrackDuration(), true);
+    qor::FBXAnimation track = MakeMotionTrack(NarrowName(node->GetName()), timing_);
     bool moves = false;
     qorMatrix before = {};
     timing_.ForEachFrame([&](TimeValue t) {
-        Matrix3 local = node->GetNodeTM(t);
-        if (parent != nullptr) {
-            local = local * Inverse(parent->GetNodeTM(t));
-        }
+        const Matrix3 local = MatrixIn(parent, node->GetNodeTM(t), t);
         const qorMatrix change = ToSceneMatrix(local * inverse_base);
         const bool is_first = t == timing_.rangeStart;
         if (is_first || !SameNumbers(change, before)) {

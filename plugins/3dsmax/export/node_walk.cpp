@@ -23,6 +23,7 @@ void ForEachNode(INode* top, Visit visit) {
     }
 }
 
+// The kind of a node's object is asked for at tick 0; a conversion evaluates it at its own time.
 Object* ObjectOf(INode* node) {
     const ObjectState state = node->EvalWorldState(0, TRUE);
     return state.obj;
@@ -45,7 +46,7 @@ void SceneExporter::ExportCameras(INode* node) {
 }
 
 // A node's group holds the groups of its children, then the node's own objects, its matrix and its
-// motion. True if a conversion wrote something for the node or for one below it.
+// motion. True if the node or one below it was taken up.
 bool SceneExporter::WalkNode(INode* top, bool in_group) {
     struct OpenNodeState {
         INode* node;
@@ -97,19 +98,20 @@ void SceneExporter::ReportProgress(INode* node) {
 
 // What a hidden node is made of stays out, but its place is kept for the nodes below it.
 bool SceneExporter::ExportNode(INode* node, bool child_content) {
-    bool result = child_content;
+    bool has_content = child_content;
     if (!node->IsNodeHidden(TRUE)) {
         Object* object = ObjectOf(node);
         if (object == nullptr) {
-            return result;
+            return has_content;  // the root of the tree, which has no place of its own
         }
         // In an animation each frame's file is a still.
-        result = ExportObject(node, object, !animation_) || result;
+        has_content = ExportObject(node, object, !animation_) || has_content;
     }
-    EmitNodeTransform(node, true, result);
-    return result;
+    EmitNodeTransform(node, true, has_content);
+    return has_content;
 }
 
+// By layers nothing stands below a node, so one that is hidden or has no object needs no place.
 bool SceneExporter::ExportLayerNode(INode* node) {
     if (node->IsNodeHidden(TRUE)) {
         return false;
@@ -118,9 +120,11 @@ bool SceneExporter::ExportLayerNode(INode* node) {
     if (object == nullptr) {
         return false;
     }
-    const bool result = ExportObject(node, object, true);
-    EmitNodeTransform(node, false, result);
-    return result;
+    // By layers meshes deform in the frames of an animation too.
+    constexpr bool kMayDeform = true;
+    const bool has_content = ExportObject(node, object, kMayDeform);
+    EmitNodeTransform(node, false, has_content);
+    return has_content;
 }
 
 // Gives the node to the conversion that its object asks for. Helpers, group heads and the targets

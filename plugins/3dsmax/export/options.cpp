@@ -10,6 +10,9 @@ namespace {
 
 constexpr wchar_t kSettingsFile[] = L"velmoraexport7.ini";
 
+// Of a value's text with the zero at its end. A longer one is cut, and isn't "1" either way.
+constexpr std::size_t kValueSize = 260;
+
 const wchar_t* text_of(bool value) {
     return value ? L"1" : L"0";
 }
@@ -23,7 +26,7 @@ bool read_value(const wchar_t* path, const OptionKey& option) {
     if (path[0] == 0) {
         return option.initially;
     }
-    wchar_t text[260];
+    wchar_t text[kValueSize];
     MaxSDK::Util::GetPrivateProfileString(widened(option.section).c_str(),
                                           widened(option.key).c_str(), text_of(option.initially),
                                           text, static_cast<DWORD>(std::size(text)), path);

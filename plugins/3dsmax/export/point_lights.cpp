@@ -19,6 +19,9 @@ constexpr ParamID kWebRotationX = 1;
 constexpr ParamID kWebRotationY = 2;
 constexpr ParamID kWebRotationZ = 3;
 
+// In degrees about x: a web stands along z in the host, and along y in the renderer.
+constexpr double kQuarterTurn = 90.0;
+
 // How a light spreads its power by a measured distribution.
 struct Web {
     std::string file;
@@ -33,7 +36,7 @@ bool ends_in_ies(const std::wstring& file) {
     }
     const wchar_t* unit = &file[file.size() - kLength];
     for (const wchar_t small_letter : kEnding) {
-        if ((*unit++ | 0x20) != small_letter) {  // the bit apart from the capital
+        if ((*unit++ | 0x20) != small_letter) {  // the bit that a capital lacks
             return false;
         }
     }
@@ -46,7 +49,7 @@ std::optional<Web> find_web(LightscapeLight& light, Interface* host) {
         return std::nullopt;
     }
     IParamBlock2* const params = light.GetParamBlockByID(LightscapeLight::PB_WEB);
-    const MCHAR* const name = params == nullptr ? nullptr : params->GetStr(kWebFile, 0, 0);
+    const MCHAR* const name = params == nullptr ? nullptr : params->GetStr(kWebFile, kFixedTime, 0);
     if (name == nullptr || !ends_in_ies(name)) {
         return std::nullopt;
     }
@@ -57,28 +60,32 @@ std::optional<Web> find_web(LightscapeLight& light, Interface* host) {
     const MSTR host_text(file.c_str());
     const auto narrow = host_text.ToCStr();
     const auto degrees = [params](ParamID id) {
-        return static_cast<double>(params->GetFloat(id, 0, 0));
+        return static_cast<double>(params->GetFloat(id, kFixedTime, 0));
     };
-    return Web{narrow.data(), qor::EulerMatrix(degrees(kWebRotationX) + 90.0,
+    return Web{narrow.data(), qor::EulerMatrix(degrees(kWebRotationX) + kQuarterTurn,
                                                degrees(kWebRotationY), degrees(kWebRotationZ))};
 }
 
-// The renderer takes light from surfaces only: a triangle without area carries the shader. The
-// caller writes the shader next, then ends the carrier.
-void begin_carrier(qor::qorSceneapi_oo& scene, const std::string& material) {
+// The renderer takes light from surfaces only: a triangle without area carries the shader that
+// `write_shader` writes. `rotation` can be null.
+template <typename WriteShader>
+void write_carrier(qor::qorSceneapi_oo& scene, const std::string& name, const std::string& material,
+                   const qorMatrix* rotation, WriteShader write_shader) {
+    qorScene_api& api = *scene.get_api();
+    api.begin_object(name.c_str(), true);
+    if (rotation != nullptr) {
+        api.transform(*rotation);
+    }
     std::vector<float> vertices;
     for (int i = 0; i < 3; ++i) {
         vertices.insert(vertices.end(), 3, static_cast<float>(i * 0.001));
     }
-    qorScene_api& api = *scene.get_api();
     api.begin_geometry("triangles");
     scene.set_vec3_array("vertices", vertices);
     scene.set_array("triangles", std::vector<int>{0, 1, 2});
     api.end_geometry();
     api.begin_material(material.c_str(), true);
-}
-
-void end_carrier(qorScene_api& api) {
+    write_shader();
     const qorShaderHandle shader = api.current_shader();
     api.assign_shader(shader_kind::kSurface, shader);
     api.end_material();
@@ -106,29 +113,21 @@ void write_ies_shader(qor::qorSceneapi_oo& scene, const std::string& file) {
 
 void LightConverter::ConvertOmniLight(GenLight& light, const Job& job) {
     const float power = light.GetIntensity(job.time);
-    const Point3 rgb = light.GetRGBColor(0);
+    const Point3 rgb = light.GetRGBColor(kFixedTime);
     const Point3 color(rgb.x / 255.0f, rgb.y / 255.0f, rgb.z / 255.0f);
-
-    qorScene_api& api = *job.scene.get_api();
-    api.begin_object(job.name.c_str(), true);
-    begin_carrier(job.scene, job.unique);
-    write_point_shader(job.scene, false, power, color);
-    end_carrier(api);
+    write_carrier(job.scene, job.name, job.material_name, nullptr,
+                  [&] { write_point_shader(job.scene, false, power, color); });
 }
 
 void LightConverter::ConvertPointLight(LightscapeLight& light, const Job& job) {
     const std::optional<Web> web = find_web(light, host_);
-
-    qorScene_api& api = *job.scene.get_api();
-    api.begin_object(job.name.c_str(), true);
-    if (web) {
-        api.transform(web->rotation);
-    }
-    begin_carrier(job.scene, job.unique);
-    if (web) {
-        write_ies_shader(job.scene, web->file);
-    } else {
-        write_point_shader(job.scene, true, LightLumens(light, 0), KelvinToColor(light, job.time));
-    }
-    end_carrier(api);
+    const qorMatrix* const rotation = web ? &web->rotation : nullptr;
+    write_carrier(job.scene, job.name, job.material_name, rotation, [&] {
+        if (web) {
+            write_ies_shader(job.scene, web->file);
+        } else {
+            write_point_shader(job.scene, true, LightLumens(light, kFixedTime),
+                               KelvinToColor(light, job.time));
+        }
+    });
 }

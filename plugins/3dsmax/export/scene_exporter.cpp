@@ -6,6 +6,7 @@
 #include "importers/sceneapi/dev/light_file_factory.h"
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "plugins/3dsmax/export/group_flags.h"
 #include "plugins/3dsmax/export/light_converter.h"
 #include "plugins/3dsmax/export/mesh_part.h"
 #include "plugins/3dsmax/export/unit_scale.h"
@@ -14,8 +15,21 @@ namespace {
 
 constexpr int kUpIsZ = 2;
 
-// In the flags of the root group: the groups below it are layers.
-constexpr std::uint32_t kLayersFlag = 1;
+// How the renderer is to take the scene in.
+void EmitModule(qor::qorSceneapi_oo& scene, bool adjust_camera, bool adjust_environment) {
+    qor::DefaultRTModule module;
+    module.set_import_mode(true);
+    module.set_import_merge_groups(false);
+    module.set_import_merge_objects(true);
+    module.set_import_adjust_environment(adjust_environment);
+    module.set_import_adjust_camera(adjust_camera);
+    module.set_import_center_geometry(false);
+    module.set_import_keep_original(true);
+    module.set_import_up_vector(kUpIsZ);
+    module.set_meter_scale(GetUnitScale());
+    module.set_ext(false);
+    scene.emit(module);
+}
 
 }  // namespace
 
@@ -78,25 +92,10 @@ void SceneExporter::ExportPass(bool adjust_camera, bool adjust_environment,
     if (options_->HairAndFur) {
         RunHairScript();
     }
-
-    qor::DefaultRTModule module;
-    module.set_import_mode(true);
-    module.set_import_merge_groups(false);
-    module.set_import_merge_objects(true);
-    module.set_import_adjust_environment(adjust_environment);
-    module.set_import_adjust_camera(adjust_camera);
-    module.set_import_center_geometry(false);
-    module.set_import_keep_original(true);
-    module.set_import_up_vector(kUpIsZ);
-    module.set_meter_scale(GetUnitScale());
-    module.set_ext(false);
-    scene_->emit(module);
+    EmitModule(*scene_, adjust_camera, adjust_environment);
 
     scene_->begin_group("object");
-    if (options_->Layers) {
-        scene_flags |= kLayersFlag;
-    }
-    scene_->get_api()->set_flags(scene_flags);
+    scene_->get_api()->set_flags(options_->Layers ? scene_flags | kLayersFlag : scene_flags);
     if (options_->cameras) {
         ExportCameras(root_node_);
     }

@@ -14,6 +14,8 @@ class LightFactory;
 class qorSceneapi_oo;
 }  // namespace qor
 
+template <typename Type>
+class ConvertedObject;
 class LightConverter;
 class MaterialTable;
 class MeshPartBuilder;
@@ -67,19 +69,21 @@ private:
     bool ExportLayerNode(INode* node);
     void ReportProgress(INode* node);
 
-    // What a node's object is turned into. True if something was written.
+    // What a node's object is turned into. True if the node was taken up, even where nothing of it
+    // came out; such a node, and those above it, can carry a track of their motion.
     bool ExportObject(INode* node, Object* object, bool may_deform);
     bool ExportMesh(INode* node);
-    TriObject* GetTriObject(INode* node, TimeValue t, bool& temporary) const;
-    void ExportMeshPart(INode* node, int part, const MaterialTable& table);
     bool ExportDeformable(INode* node);
     bool ExportCurves(INode* node);
     bool ExportLight(INode* node);
-    void ExportCamera(INode* node);
 
+    void ExportCamera(INode* node);
+    void ExportMeshPart(INode* node, int part, const MaterialTable& table);
+    ConvertedObject<TriObject> GetTriObject(INode* node, TimeValue t) const;
+    void AddToSceneBox(INode* node, Object* object, ViewExp* view);
     bool NodeIsWanted(INode* node) const;
     void EmitNodeTransform(INode* node, bool relative_to_parent, bool has_content);
-    void EmitTransformAnimation(INode* node, bool relative_to_parent, const Matrix3& base);
+    void EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base);
 
     Interface* host_;
     INode* root_node_;

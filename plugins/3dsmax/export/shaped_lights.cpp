@@ -92,7 +92,7 @@ void add_sphere_triangles(qor::TriangleObject& shape) {
 void LightConverter::ConvertPolygonLight(LightscapeLight& light, const Job& job) {
     qor::TriangleObject shape(job.name);
     add_polygon_triangles(shape, add_shape_vertices(light, shape));
-    float power_lumen = LightLumens(light, 0);
+    float power_lumen = LightLumens(light, kFixedTime);
     if (light.GetDistribution() == LightscapeLight::DIFFUSE_DIST) {
         power_lumen *= 4.0f;
     }
@@ -102,20 +102,20 @@ void LightConverter::ConvertPolygonLight(LightscapeLight& light, const Job& job)
 void LightConverter::ConvertRingLight(LightscapeLight& light, const Job& job) {
     qor::TriangleObject shape(job.name);
     add_cylinder_triangles(shape, add_shape_vertices(light, shape));
-    EmitShape(shape, light, LightLumens(light, 0), job);
+    EmitShape(shape, light, LightLumens(light, kFixedTime), job);
 }
 
 void LightConverter::ConvertSphereLight(LightscapeLight& light, const Job& job) {
     qor::TriangleObject shape(job.name);
-    add_sphere_vertices(shape, light.GetRadius(0));
+    add_sphere_vertices(shape, light.GetRadius(kFixedTime));
     add_sphere_triangles(shape);
-    EmitShape(shape, light, LightLumens(light, 0), job);
+    EmitShape(shape, light, LightLumens(light, kFixedTime), job);
 }
 
 void LightConverter::EmitShape(qor::TriangleObject& shape, LightscapeLight& light,
                                float power_lumen, const Job& job) {
     const Point3 color = KelvinToColor(light, job.time);
-    auto material = std::make_shared<qor::AreaLightMaterial>(job.unique);
+    auto material = std::make_shared<qor::AreaLightMaterial>(job.material_name);
     material->set_color(color.x, color.y, color.z);
     material->set_lumen(power_lumen);
     shape.set_material(std::move(material));

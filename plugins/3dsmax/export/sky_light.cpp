@@ -28,7 +28,7 @@ void LightConverter::ConvertSkyLight(Object& light, TimeValue time) {
         }
         Texmap* map = nullptr;
         Interval valid = FOREVER;
-        params->GetValue(kSkyMap, 0, map, valid, 0);
+        params->GetValue(kSkyMap, kFixedTime, map, valid, 0);
         if (map == nullptr || !is_bitmap_texmap(map)) {
             continue;
         }

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <set>
-#include <string>
 
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"
@@ -10,8 +9,8 @@
 /// What the host calls: with the menu's commands, and with each change of a node.
 ///
 /// It collects the nodes that events name, so that an Update can send just those. An exporting
-/// command works on a copy of the collection, which starts anew once the command has ended
-/// normally. The same object listens from the plug-in's start on.
+/// command works on a copy; the collection itself starts anew once that command has ended normally.
+/// The same object listens from the plug-in's start on.
 class Callback : public ActionCallback, public INodeEventCallback {
 public:
     /// Borrows `host`.
@@ -44,9 +43,11 @@ public:
     void HideChanged(NodeKeyTab& nodes) override { Record(nodes); }
 
 private:
+    struct ExportingCommand;
+
     void Record(NodeKeyTab& nodes);
     void CarryOut(int id);
-    void Export(const std::string& path, bool update, bool to_file, bool animation);
+    void Export(const ExportingCommand& command);
 
     std::set<INode*> changedNodes_;
     Interface* host_;

@@ -9,20 +9,6 @@
 
 namespace {
 
-struct ExportingCommand {
-    int id;
-    bool update;
-    bool to_file;
-    bool animation;
-};
-
-constexpr ExportingCommand kExportingCommands[] = {
-    {kRenderCommand, false, false, false},
-    {kUpdateCommand, true, false, false},
-    {kExportCommand, false, true, false},
-    {kExportAnimationCommand, false, true, true},
-};
-
 // Takes the host's progress bar down on every way out.
 class ProgressShown {
 public:
@@ -57,6 +43,13 @@ bool ask_for_path(Interface* host, std::string& path) {
 
 }  // namespace
 
+struct Callback::ExportingCommand {
+    int id;
+    bool update;
+    bool to_file;
+    bool animation;
+};
+
 Callback::Callback(Interface* host, std::shared_ptr<Qor::Options> options)
     : host_(host), options_(std::move(options)) {}
 
@@ -78,23 +71,30 @@ void Callback::CarryOut(int id) {
         options_->ShowDialog();
         return;
     }
+    constexpr ExportingCommand kExportingCommands[] = {
+        {kRenderCommand, false, false, false},
+        {kUpdateCommand, true, false, false},
+        {kExportCommand, false, true, false},
+        {kExportAnimationCommand, false, true, true},
+    };
     for (const ExportingCommand& command : kExportingCommands) {
-        if (command.id != id) {
-            continue;
-        }
-        std::string path;
-        if (!command.to_file || ask_for_path(host_, path)) {
-            Export(path, command.update, command.to_file, command.animation);
+        if (command.id == id) {
+            Export(command);
+            return;
         }
     }
 }
 
 // After a failure the changed nodes stay: what should have been sent hasn't been.
-void Callback::Export(const std::string& path, bool update, bool to_file, bool animation) {
+void Callback::Export(const ExportingCommand& command) {
+    std::string path;
+    if (command.to_file && !ask_for_path(host_, path)) {
+        return;
+    }
     {
         SceneExporter exporter(host_, host_->GetRootNode(), options_, changedNodes_);
         const ProgressShown progress(host_);
-        exporter.Run(path, update, to_file, animation);
+        exporter.Run(path, command.update, command.to_file, command.animation);
     }
     changedNodes_.clear();
 }

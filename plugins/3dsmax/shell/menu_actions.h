@@ -8,12 +8,12 @@ constexpr ActionTableId kActionTableId = 0x7BAC66B7;
 constexpr ActionContextId kActionContextId = 0x63812122;
 constexpr auto kMenuContextId = static_cast<MenuContextId>(0x8B8F7707);
 
-/// The commands in the order of the action table, which is that of the menu as well.
 struct MenuAction {
     int command_id;
     int text_id;
 };
 
+/// The commands in the order of the action table, which is that of the menu as well.
 constexpr MenuAction kMenuActions[] = {
     {kRenderCommand, IDS_RENDER},     {kUpdateCommand, IDS_UPDATE},
     {kExportCommand, IDS_EXPORT},     {kExportAnimationCommand, IDS_EXPORT_ANIMATION},

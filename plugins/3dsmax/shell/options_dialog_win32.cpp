@@ -66,7 +66,7 @@ INT_PTR on_message(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
         show_options(dialog, *reinterpret_cast<Qor::Options*>(lparam));
         return TRUE;
     }
-    // Some messages come before the first one for a dialog.
+    // Some messages come before WM_INITDIALOG.
     auto* options = reinterpret_cast<Qor::Options*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
     if (options == nullptr) {
         return 0;
