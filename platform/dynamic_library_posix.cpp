@@ -1,15 +1,12 @@
 #include <dlfcn.h>
 
-#include <algorithm>
-
 #include "platform/dynamic_library.h"
+#include "platform/native_path_posix.h"
 
 namespace platform {
 
 std::optional<DynamicLibrary> DynamicLibrary::open(const std::string& path_utf8) {
-    std::string native = path_utf8;
-    std::replace(native.begin(), native.end(), '\\', '/');
-    void* handle = dlopen(native.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* handle = dlopen(native_path(path_utf8).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (handle == nullptr) {
         return std::nullopt;
     }

@@ -23,8 +23,9 @@ constexpr char kHostMessageBox[] = "vsq_host_message_box";
 using MessageBoxHandler =
     std::function<void(const std::string& text, const std::string& title, std::uint32_t style)>;
 
-/// Sets the handler for the whole process. A host without windows must set one; an empty handler
-/// brings the system's own box back. Where the system has none, the text goes to standard error.
+/// Sets the handler for the program or library that this is linked into; an empty one takes it
+/// away. Without a handler the program's exported function is called. Without that the system's own
+/// box opens or, where the system has none, the text goes to standard error.
 void set_message_box_handler(MessageBoxHandler handler);
 
 }  // namespace platform

@@ -26,8 +26,9 @@ struct RegistryValue {
 /// One registry key, open for reading until the object goes.
 ///
 /// On a system without a registry, a file in the text form of a registry export takes its place:
-/// `registry.reg` in the folder `quoria` of the user's configuration folder. It is read afresh
-/// whenever a key is opened. Names are found in any case of their letters, as in the registry.
+/// `registry.reg` in the folder `quoria` of the user's configuration folder, in UTF-8 or, as
+/// Windows itself exports it, in UTF-16 behind a byte order mark. It is read afresh whenever a key
+/// is opened. Names are found in any case of their letters, as in the registry.
 class RegistryKey {
 public:
     /// Nothing if there is no such key. `path` has backslashes between its parts.

@@ -4,7 +4,9 @@
 #include <cctype>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <map>
+#include <sstream>
 
 namespace platform {
 
@@ -22,6 +24,51 @@ std::string registry_file_path() {
     }
     const char* home = std::getenv("HOME");
     return std::string(home != nullptr ? home : "") + "/.config/quoria/registry.reg";
+}
+
+void append_utf8(std::string& text, std::uint32_t character) {
+    if (character < 0x80) {
+        text += static_cast<char>(character);
+        return;
+    }
+    constexpr std::uint32_t kLeads[] = {0xc0, 0xe0, 0xf0};
+    const int lead = character < 0x800 ? 0 : character < 0x10000 ? 1 : 2;
+    text += static_cast<char>(kLeads[lead] | character >> 6 * (lead + 1));
+    for (int left = lead; left >= 0; --left) {
+        text += static_cast<char>(0x80 | (character >> 6 * left & 0x3f));
+    }
+}
+
+// From units of 16 bits, their low bytes first. A surrogate without its partner becomes U+FFFD.
+std::string utf8_from_utf16(const std::string& bytes) {
+    std::string text;
+    std::uint32_t high = 0;  // the surrogate in front, or 0
+    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        const std::uint32_t unit =
+            static_cast<unsigned char>(bytes[i]) | static_cast<unsigned char>(bytes[i + 1]) << 8;
+        const bool is_high = (unit & 0xfc00) == 0xd800;
+        const bool is_low = (unit & 0xfc00) == 0xdc00;
+        if (high != 0 && is_low) {
+            append_utf8(text, 0x10000 + ((high & 0x3ff) << 10) + (unit & 0x3ff));
+        } else {
+            if (high != 0) {
+                append_utf8(text, 0xfffd);
+            }
+            if (!is_high) {
+                append_utf8(text, is_low ? 0xfffd : unit);
+            }
+        }
+        high = is_high ? unit : 0;
+    }
+    return text;
+}
+
+// Of the whole file, as UTF-8.
+std::string registry_text() {
+    std::ifstream file(registry_file_path(), std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const bool is_utf16 = text.compare(0, 2, "\xff\xfe") == 0;
+    return is_utf16 ? utf8_from_utf16(text.substr(2)) : text;
 }
 
 // Takes a text in double quotes off the front of `line`, in which a backslash guards the character
@@ -88,7 +135,7 @@ std::optional<RegistryKey> RegistryKey::open(RegistryHive hive, const std::strin
 
     std::unique_ptr<State> state;
     bool inside = false;
-    std::ifstream file(registry_file_path(), std::ios::binary);
+    std::istringstream file(registry_text());
     for (std::string line; std::getline(file, line);) {
         if (!line.empty() && line.back() == '\r') {
             line.pop_back();

@@ -1,6 +1,7 @@
 #include "standins/renderer/client_session.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <new>
@@ -88,8 +89,12 @@ void ClientSession::go_on() {
         } else {
             read();
         }
-    } catch (const std::exception&) {
-        end();  // malformed, or more than there is room for: the client's loss alone
+    } catch (const MalformedFrame&) {
+        end();
+    } catch (const std::exception& error) {
+        // A full disk or a want of memory is the loss of this client alone.
+        std::fprintf(stderr, "velmora: %s\n", error.what());
+        end();
     }
 }
 

@@ -11,6 +11,7 @@
 #include "standins/renderer/client_session.h"
 #include "standins/renderer/operating_system.h"
 #include "standins/renderer/received_scene.h"
+#include "standins/renderer/scene_files.h"
 
 namespace velmora {
 
@@ -55,6 +56,12 @@ bool listen_on(tcp::acceptor& acceptor, std::int32_t port) {
 }  // namespace
 
 Renderer::Renderer(RendererSettings settings) : settings_(std::move(settings)) {
+    // There a renderer leaves its scenes behind, for whoever wants to look at them, until the next
+    // one starts.
+    if (settings_.scene_folder.empty()) {
+        settings_.scene_folder = default_scene_folder();
+        remove_old_scenes(settings_.scene_folder);
+    }
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::u8path(settings_.scene_folder), error);
     if (!platform::is_folder(settings_.scene_folder)) {
@@ -104,10 +111,8 @@ void Renderer::accept() {
 }
 
 std::unique_ptr<ReceivedScene> Renderer::begin_scene() {
-    const std::string name =
-        "scene-" + std::to_string(own_process_id()) + "-" + std::to_string(++begun_scenes_);
-    return std::make_unique<ReceivedScene>(settings_.scene_folder + platform::kSeparator + name +
-                                           ".part");
+    return std::make_unique<ReceivedScene>(settings_.scene_folder + platform::kSeparator +
+                                           scene_file_name(++begun_scenes_) + ".part");
 }
 
 void Renderer::take_over(const ReceivedScene& scene) {
@@ -118,9 +123,8 @@ void Renderer::take_over(const ReceivedScene& scene) {
 }
 
 bool Renderer::keep_scene(ReceivedScene& scene) {
-    const std::string file = settings_.scene_folder + platform::kSeparator + "scene-" +
-                             std::to_string(own_process_id()) + "-" +
-                             std::to_string(whole_scenes_ + 1) + ".vsq";
+    const std::string file =
+        settings_.scene_folder + platform::kSeparator + scene_file_name(whole_scenes_ + 1) + ".vsq";
     if (!scene.finish(file)) {
         return false;
     }

@@ -1,19 +1,13 @@
 #include "standins/renderer/renderer_settings.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <stdexcept>
 
-#include "importers/sceneapi/dev/decimal_text.h"
 #include "standins/renderer/operating_system.h"
 
 namespace velmora {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-constexpr char kSceneName[] = "scene-";
 
 [[noreturn]] void refuse(const char* name, const std::string& value) {
     throw std::invalid_argument(std::string(name) + "=" + value + " means nothing (see --help)");
@@ -47,21 +41,6 @@ Fault read_fault() {
     refuse("VELMORA_FAULT", value);
 }
 
-// A renderer leaves its scenes behind for whoever wants to look at them, until the next one starts.
-void remove_old_scenes(const fs::path& folder) {
-    std::error_code error;
-    for (fs::directory_iterator file(folder, error), end; !error && file != end;
-         file.increment(error)) {
-        const std::string name = file->path().filename().u8string();
-        const size_t start = name.rfind(kSceneName, 0) == 0 ? sizeof kSceneName - 1 : name.size();
-        const std::int64_t process_id = decimal_number_64(name.substr(start));
-        std::error_code ignored;
-        if (process_id > 0 && !process_is_running(process_id)) {
-            fs::remove(file->path(), ignored);
-        }
-    }
-}
-
 }  // namespace
 
 const char kSettingsHelp[] =
@@ -81,11 +60,6 @@ RendererSettings settings_from_environment() {
     settings.is_silent = !environment_value("VELMORA_SILENT").empty();
     settings.fault = read_fault();
     settings.scene_folder = environment_value("VELMORA_SCENES");
-    if (settings.scene_folder.empty()) {
-        const fs::path folder = fs::u8path(user_data_folder()) / "quoria" / "scenes";
-        settings.scene_folder = folder.u8string();
-        remove_old_scenes(folder);
-    }
     return settings;
 }
 

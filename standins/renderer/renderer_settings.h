@@ -18,14 +18,13 @@ struct RendererSettings {
     int version_minor = 0;
     bool is_silent = false;
     Fault fault;
-    std::string scene_folder;  ///< UTF-8
+    std::string scene_folder;  ///< UTF-8; empty for the default one
 };
 
 /// What `settings_from_environment` understands, for the user to read.
 extern const char kSettingsHelp[];
 
-/// Throws `std::invalid_argument` that names the variable for a value that means nothing. Clears
-/// the scenes of renderers that are gone out of the folder that stands in for a given one.
+/// Throws `std::invalid_argument` that names the variable for a value that means nothing.
 RendererSettings settings_from_environment();
 
 }  // namespace velmora

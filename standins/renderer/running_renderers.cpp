@@ -4,7 +4,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <set>
 #include <stdexcept>
 #include <thread>
@@ -87,6 +86,16 @@ std::optional<RunningRenderer> read_announcement(const fs::path& path) {
     return std::nullopt;
 }
 
+bool replace_file(const fs::path& path, const fs::path& by) {
+    std::error_code error;
+    fs::rename(by, path, error);
+    for (int attempt = 1; error && attempt < kMostAttempts; ++attempt) {
+        std::this_thread::sleep_for(kTimeBetweenAttempts);
+        fs::rename(by, path, error);
+    }
+    return !error;
+}
+
 }  // namespace
 
 std::vector<RunningRenderer> list_running_renderers() {
@@ -116,6 +125,10 @@ std::vector<RunningRenderer> list_running_renderers() {
     return renderers;
 }
 
+std::optional<RunningRenderer> find_running_renderer(std::int64_t process_id) {
+    return read_announcement(announcement_of(process_id));
+}
+
 Announcement::Announcement(RunningRenderer renderer) : renderer_(std::move(renderer)) {
     write();
 }
@@ -135,22 +148,16 @@ void Announcement::write() const {
     const fs::path path = announcement_of(renderer_.process_id);
     fs::path unfinished = path;
     unfinished += kUnfinishedEnding;
-    std::error_code error;
-    fs::create_directories(path.parent_path(), error);
+    std::error_code ignored;
+    fs::create_directories(path.parent_path(), ignored);
     std::ofstream file(unfinished, std::ios::binary);
     file << "process_id=" << renderer_.process_id << "\nversion_major=" << renderer_.version_major
          << "\nversion_minor=" << renderer_.version_minor << "\nport=" << renderer_.port
          << "\nscene_number=" << renderer_.scene_number << "\nscene_file=" << renderer_.scene_file
          << "\n";
     file.close();
-    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        fs::rename(unfinished, path, error);
-        if (!error) {
-            break;
-        }
-        std::this_thread::sleep_for(kTimeBetweenAttempts);
-    }
-    if (!file || error) {
+    if (!file || !replace_file(path, unfinished)) {
+        fs::remove(unfinished, ignored);
         throw std::runtime_error("can't write " + path.u8string());
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,12 @@ struct RunningRenderer {
     std::string scene_file;          ///< the last of them, as UTF-8; empty before the first one
 };
 
-/// The user's running renderers, by their process ids. Those that died without a word are left out.
+/// The user's running renderers, by their process ids. Those that died without a word are left out,
+/// and their files removed.
 std::vector<RunningRenderer> list_running_renderers();
+
+/// The one of that process, if it is among them.
+std::optional<RunningRenderer> find_running_renderer(std::int64_t process_id);
 
 /// Keeps a renderer in that list while it lives.
 ///

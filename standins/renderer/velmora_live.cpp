@@ -1,3 +1,4 @@
+#include <optional>
 #include <string>
 
 #include "importers/sceneapi/dev/live_library.h"
@@ -46,15 +47,15 @@ const char* Query::instances_xml() {
 
 // What answers at the port must be that process: both numbers may have gone to somebody else.
 bool Query::connect(std::int64_t process_id) {
-    for (const RunningRenderer& renderer : list_running_renderers()) {
-        if (renderer.process_id == process_id && connection_.open("127.0.0.1", renderer.port)) {
-            if (connection_.process_id() == process_id) {
-                return true;
-            }
-            connection_.close();
-        }
+    const std::optional<RunningRenderer> renderer = find_running_renderer(process_id);
+    if (!renderer || !connection_.open("127.0.0.1", renderer->port)) {
+        return false;
     }
-    return false;
+    if (connection_.process_id() != process_id) {
+        connection_.close();
+        return false;
+    }
+    return true;
 }
 
 const char* Query::scene_xml() {

@@ -29,15 +29,6 @@ constexpr char kHelp[] =
     "                      the live link and keeps each as a .vsq file. Ctrl-C ends it.\n"
     "velmora --stop [PID]  ends the user's running renderers, or the one of that process id\n";
 
-bool is_announced(std::int64_t process_id) {
-    for (const velmora::RunningRenderer& renderer : velmora::list_running_renderers()) {
-        if (renderer.process_id == process_id) {
-            return true;
-        }
-    }
-    return false;
-}
-
 // The announcement is the last thing of a renderer to go.
 bool stop(const velmora::RunningRenderer& renderer) {
     velmora::LinkConnection connection;
@@ -46,7 +37,7 @@ bool stop(const velmora::RunningRenderer& renderer) {
                          connection.ask_number(velmora::operation::kStop);
     const auto deadline = std::chrono::steady_clock::now() + (is_told ? kTimeToEnd : kTimeToVanish);
     while (std::chrono::steady_clock::now() < deadline) {
-        if (!is_announced(renderer.process_id)) {
+        if (!velmora::find_running_renderer(renderer.process_id)) {
             return true;
         }
         std::this_thread::sleep_for(kTimeBetweenLooks);
@@ -54,27 +45,26 @@ bool stop(const velmora::RunningRenderer& renderer) {
     return false;
 }
 
-// With 0, all of them.
-int stop_renderers(std::int64_t process_id) {
-    bool found = process_id == 0;
+int stop_renderers(const std::vector<velmora::RunningRenderer>& renderers) {
     int result = kDone;
-    for (const velmora::RunningRenderer& renderer : velmora::list_running_renderers()) {
-        if (process_id != 0 && renderer.process_id != process_id) {
-            continue;
-        }
-        found = true;
+    for (const velmora::RunningRenderer& renderer : renderers) {
         if (!stop(renderer)) {
             std::fprintf(stderr, "velmora: the renderer of process %lld doesn't end\n",
                          static_cast<long long>(renderer.process_id));
             result = kFailed;
         }
     }
-    if (!found) {
+    return result;
+}
+
+int stop_renderer(std::int64_t process_id) {
+    const auto renderer = velmora::find_running_renderer(process_id);
+    if (!renderer) {
         std::fprintf(stderr, "velmora: process %lld is no running renderer\n",
                      static_cast<long long>(process_id));
         return kFailed;
     }
-    return result;
+    return stop_renderers({*renderer});
 }
 
 int run_renderer() {
@@ -96,12 +86,12 @@ int run(const std::vector<std::string>& arguments) {
         return kDone;
     }
     if (arguments[0] == "--stop" && arguments.size() == 1) {
-        return stop_renderers(0);
+        return stop_renderers(velmora::list_running_renderers());
     }
     if (arguments[0] == "--stop" && arguments.size() == 2) {
         const std::int64_t process_id = decimal_number_64(arguments[1]);
         if (process_id > 0) {
-            return stop_renderers(process_id);
+            return stop_renderer(process_id);
         }
     }
     throw std::invalid_argument("no such command (--help lists what there is)");

@@ -54,9 +54,11 @@ std::string key_name_of(int version) {
     return std::string(kProduct) + " " + std::to_string(version);
 }
 
-// The number that ends a path like "C:\Velmora 11\", or -1 if it doesn't end like that.
+// The number behind the last letter that is any of the product's: 11 of "C:\Velmora 11\", but also
+// of "C:\Velmora 11\bin\", and 0 where something else follows. -1 if there is no such letter or no
+// separator, or if nothing stands between the two.
 int version_of_path(const std::string& path) {
-    const std::size_t letter = path.find_last_of(kProduct);
+    const std::size_t letter = path.find_last_of(kProduct);  // one letter, not the whole name
     std::size_t slash = path.rfind('/');
     if (slash == std::string::npos) {
         slash = path.rfind('\\');

@@ -64,6 +64,7 @@ RendererInstance RepeatLinkFactory::find_or_launch(live_library::QueryApi& query
         return instance;
     }
     if (!Installation::get().launch(min_version_, max_version_)) {
+        // Never told: `attach` goes on to the registered ports, and has a reason of its own.
         reason = "Unabled to launch Velmora. Please check your Velmora installation.";
         return {};
     }

@@ -2,10 +2,11 @@
 
 #include <chrono>
 #include <functional>
+#include <map>
 
-#include "standins/host/app/arguments.h"
 #include "standins/host/app/export_target.h"
 #include "standins/host/app/progress_bar.h"
+#include "standins/host/app/terminal.h"
 
 namespace app {
 
@@ -13,46 +14,34 @@ namespace {
 
 using velmora::RunningRenderer;
 
+// Shows how far the host's export is while it lives.
+class ShownProgress {
+public:
+    explicit ShownProgress(memhost::MemoryHost& host) : host_(host) {
+        host_.on_progress(
+            [this](int percent, const std::wstring& title) { bar_.update(percent, title); });
+    }
+    ShownProgress(const ShownProgress&) = delete;
+    ShownProgress& operator=(const ShownProgress&) = delete;
+    ~ShownProgress() { host_.on_progress({}); }
+
+private:
+    memhost::MemoryHost& host_;
+    ProgressBar bar_{error_output_is_terminal()};
+};
+
 // In seconds. `prefix` stands before what the plug-in tells of a failure.
 double carry_out(memhost::MemoryHost& host, const std::string& prefix,
                  const std::function<std::vector<std::string>()>& command) {
     const auto start = std::chrono::steady_clock::now();
     std::vector<std::string> told;
     {
-        ProgressBar bar(error_output_is_terminal());
-        host.on_progress(
-            [&bar](int percent, const std::wstring& title) { bar.update(percent, title); });
+        const ShownProgress shown(host);
         told = command();
-        host.on_progress({});
     }
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-
-    std::string failure;
-    for (const std::string& text : told) {
-        failure += (failure.empty() ? "" : "\n") + prefix + text;
-    }
-    if (!failure.empty()) {
-        throw std::runtime_error(failure);
-    }
+    throw_if_told(told, prefix);
     return taken.count();
-}
-
-std::uint64_t scenes_of(const std::vector<RunningRenderer>& renderers, std::int64_t process_id) {
-    for (const RunningRenderer& renderer : renderers) {
-        if (renderer.process_id == process_id) {
-            return renderer.scene_number;
-        }
-    }
-    return 0;
-}
-
-bool holds(const std::vector<RunningRenderer>& renderers, std::int64_t process_id) {
-    for (const RunningRenderer& renderer : renderers) {
-        if (renderer.process_id == process_id) {
-            return true;
-        }
-    }
-    return false;
 }
 
 }  // namespace
@@ -101,16 +90,20 @@ std::string SentScene::renderer_text() const {
 // The plug-in doesn't say which renderer it chose: it is the one that has a scene more than before.
 SentScene send_scene(memhost::MemoryHost& host, PluginCommands& plugin,
                      const Interruption& interruption, Sending sending) {
-    const std::vector<RunningRenderer> before = velmora::list_running_renderers();
+    std::map<std::int64_t, std::uint64_t> scenes_before;  // by the renderer's process id
+    for (const RunningRenderer& renderer : velmora::list_running_renderers()) {
+        scenes_before[renderer.process_id] = renderer.scene_number;
+    }
     const double seconds = carry_out(
         host, "", [&] { return sending == Sending::kRender ? plugin.render() : plugin.update(); });
     if (interruption.happened()) {
         throw Cancelled("cancelled, the renderer holds only a part of the scene");
     }
     for (const RunningRenderer& renderer : velmora::list_running_renderers()) {
-        if (renderer.scene_number > scenes_of(before, renderer.process_id)) {
-            return {renderer, !holds(before, renderer.process_id),
-                    report_on_file(renderer.scene_file, seconds)};
+        const auto known = scenes_before.find(renderer.process_id);
+        const bool was_started = known == scenes_before.end();
+        if (renderer.scene_number > (was_started ? 0 : known->second)) {
+            return {renderer, was_started, report_on_file(renderer.scene_file, seconds)};
         }
     }
     throw std::runtime_error("no running renderer says that the whole scene has come");

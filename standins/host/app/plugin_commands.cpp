@@ -1,7 +1,9 @@
 #include "standins/host/app/plugin_commands.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <stdexcept>
+#include <utility>
 
 #include "standins/host/app/plugin_library.h"
 #include "standins/host/memory/host_text.h"
@@ -14,19 +16,30 @@
 
 namespace {
 
-// Where the texts of message boxes go while a command runs.
-std::vector<std::string>*& told() {
-    static std::vector<std::string>* texts = nullptr;
-    return texts;
-}
+// Takes down the message boxes that come up while it lives, one at a time.
+class BoxRecord {
+public:
+    BoxRecord() { open_record = this; }
+    BoxRecord(const BoxRecord&) = delete;
+    BoxRecord& operator=(const BoxRecord&) = delete;
+    ~BoxRecord() { open_record = nullptr; }
+
+    std::vector<std::string> texts;
+
+    static BoxRecord* open_record;  // or null
+};
+
+BoxRecord* BoxRecord::open_record = nullptr;
 
 }  // namespace
 
 // Found by this name by whoever is loaded into the process and has something to tell: the headless
 // host takes down what would else come up in a box.
 extern "C" VSQ_EXPORTED void vsq_host_message_box(const char* text, const char*, std::uint32_t) {
-    if (told() != nullptr) {
-        told()->push_back(text);
+    if (BoxRecord::open_record != nullptr) {
+        BoxRecord::open_record->texts.push_back(text);
+    } else {
+        std::fprintf(stderr, "vsqexport: %s\n", text);
     }
 }
 
@@ -87,15 +100,22 @@ std::vector<std::string> PluginCommands::settings() {
 }
 
 std::vector<std::string> PluginCommands::press(const wchar_t* entry) {
-    std::vector<std::string> texts;
-    told() = &texts;
-    const bool carried_out = host_.menus().press(entry);
-    told() = nullptr;
-    if (!carried_out) {
+    BoxRecord record;
+    if (!host_.menus().press(entry)) {
         throw std::runtime_error("the plug-in shows no '" + memhost::utf8_from_units(entry) +
                                  "' in the menu");
     }
-    return texts;
+    return std::move(record.texts);
+}
+
+void throw_if_told(const std::vector<std::string>& texts, const std::string& prefix) {
+    std::string lines;
+    for (const std::string& text : texts) {
+        lines += (lines.empty() ? "" : "\n") + prefix + text;
+    }
+    if (!lines.empty()) {
+        throw std::runtime_error(lines);
+    }
 }
 
 }  // namespace app

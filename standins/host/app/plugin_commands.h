@@ -19,13 +19,13 @@ public:
     ~PluginCommands();
 
     // Each gives the texts of the message boxes that came up: none if all went well.
-    std::vector<std::string> render();
-    std::vector<std::string> update();
+    [[nodiscard]] std::vector<std::string> render();
+    [[nodiscard]] std::vector<std::string> update();
     /// `path` is UTF-8, and what the user answers the save dialog.
-    std::vector<std::string> export_to(const std::string& path);
-    std::vector<std::string> export_animation_to(const std::string& path);
+    [[nodiscard]] std::vector<std::string> export_to(const std::string& path);
+    [[nodiscard]] std::vector<std::string> export_animation_to(const std::string& path);
     /// The dialog, for whoever sits before it.
-    std::vector<std::string> settings();
+    [[nodiscard]] std::vector<std::string> settings();
 
 private:
     std::vector<std::string> press(const wchar_t* entry);
@@ -33,5 +33,9 @@ private:
     memhost::MemoryHost& host_;
     GUP* plugin_;
 };
+
+/// Throws `std::runtime_error` with a line for each text of a command's message boxes, `prefix`
+/// in front of it, if there were any.
+void throw_if_told(const std::vector<std::string>& texts, const std::string& prefix = "");
 
 }  // namespace app

@@ -1,9 +1,10 @@
 #include "standins/host/app/scene_options.h"
 
-#include <cstdio>
+#include <cstddef>
 #include <optional>
 #include <stdexcept>
 
+#include "standins/host/app/frame_number.h"
 #include "standins/host/app/scene_source.h"
 
 namespace app {
@@ -33,20 +34,27 @@ int parse_unit(const std::string& name) {
 }
 
 void apply_frames(const std::string& frames, memhost::SceneBuilder& scene) {
-    int first = 0;
-    int last = 0;
-    char behind = 0;
-    if (std::sscanf(frames.c_str(), "%d:%d%c", &first, &last, &behind) != 2 || first > last) {
-        throw std::invalid_argument("--frames takes FIRST:LAST, not '" + frames + "'");
+    const std::size_t colon = frames.find(':');
+    std::optional<int> first;
+    std::optional<int> last;
+    if (colon != std::string::npos) {
+        first = parse_frame(frames.substr(0, colon));
+        last = parse_frame(frames.substr(colon + 1));
     }
-    scene.animation_frames(first, last);
+    if (!first || !last || *first > *last) {
+        throw std::invalid_argument("--frames takes FIRST:LAST, up to " +
+                                    std::to_string(kLargestFrame) + ", not '" + frames + "'");
+    }
+    scene.animation_frames(*first, *last);
 }
 
 }  // namespace
 
 void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene) {
-    const std::optional<int> unit =
-        options.unit.empty() ? std::nullopt : std::optional<int>(parse_unit(options.unit));
+    std::optional<int> unit;
+    if (!options.unit.empty()) {
+        unit = parse_unit(options.unit);
+    }
 
     // A model's range is counted in frames of this rate, and a demo scene's own rate gives way.
     scene.frames_per_second(options.frames_per_second);

@@ -7,10 +7,11 @@
 #include <stdexcept>
 #include <utility>
 
-#include "standins/host/app/arguments.h"
 #include "standins/host/app/command_words.h"
 #include "standins/host/app/export_target.h"
 #include "standins/host/app/exporting_commands.h"
+#include "standins/host/app/frame_number.h"
+#include "standins/host/app/terminal.h"
 #include "standins/host/memory/host_text.h"
 #include "tools/vsqinfo/display_text.h"
 
@@ -176,16 +177,12 @@ std::string Session::rename(const Words& words) {
 }
 
 std::string Session::go_to_frame(const Words& words) {
-    int frame = 0;
-    char behind = 0;
-    // Far from where the ticks of a frame would leave their 32 bits.
-    constexpr int kLargest = 100000;
-    if (std::sscanf(words[1].c_str(), "%7d%c", &frame, &behind) != 1 ||
-        std::abs(frame) > kLargest) {
+    const std::optional<int> frame = parse_frame(words[1]);
+    if (!frame) {
         throw std::invalid_argument(shown(words[1]) + " is no frame");
     }
-    host_.SetTime(frame * host_.ticks_per_frame());
-    return "frame " + std::to_string(frame);
+    host_.SetTime(*frame * host_.ticks_per_frame());
+    return "frame " + std::to_string(*frame);
 }
 
 std::string Session::list_nodes(const Words&) {
@@ -208,7 +205,7 @@ std::string Session::list_nodes(const Words&) {
 }
 
 std::string Session::settings(const Words&) {
-    plugin_.settings();
+    throw_if_told(plugin_.settings());
     return "";
 }
 

@@ -139,28 +139,22 @@ std::string list_settings(const std::string& folder) {
     return list;
 }
 
-SettingsOfRun::SettingsOfRun(const std::vector<std::string>& settings)
-    : folder_(user_settings_folder()), is_copy_(!settings.empty()) {
-    if (!is_copy_) {
-        return;
-    }
-    const fs::path users_file = fs::u8path(folder_) / kFileName;
-    folder_ = new_temporary_folder().u8string();
-    std::error_code ignored;  // the user needn't have one
-    fs::copy_file(users_file, fs::u8path(folder_) / kFileName, ignored);
-    try {
-        change_settings(folder_, settings);
-    } catch (...) {
-        fs::remove_all(fs::u8path(folder_), ignored);
-        throw;
-    }
+SettingsOfRun::TemporaryFolder::TemporaryFolder() : path(new_temporary_folder().u8string()) {}
+
+SettingsOfRun::TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(fs::u8path(path), ignored);
 }
 
-SettingsOfRun::~SettingsOfRun() {
-    if (is_copy_) {
-        std::error_code ignored;
-        fs::remove_all(fs::u8path(folder_), ignored);
+SettingsOfRun::SettingsOfRun(const std::vector<std::string>& settings)
+    : users_folder_(user_settings_folder()) {
+    if (settings.empty()) {
+        return;
     }
+    copy_.emplace();
+    std::error_code ignored;  // the user needn't have one
+    fs::copy_file(fs::u8path(users_folder_) / kFileName, fs::u8path(folder()) / kFileName, ignored);
+    change_settings(folder(), settings);
 }
 
 }  // namespace app

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,15 +23,22 @@ class SettingsOfRun {
 public:
     /// Throws as `change_settings` does.
     explicit SettingsOfRun(const std::vector<std::string>& settings);
-    SettingsOfRun(const SettingsOfRun&) = delete;
-    SettingsOfRun& operator=(const SettingsOfRun&) = delete;
-    ~SettingsOfRun();
 
-    const std::string& folder() const { return folder_; }
+    const std::string& folder() const { return copy_ ? copy_->path : users_folder_; }
 
 private:
-    std::string folder_;
-    bool is_copy_;
+    /// A new folder, which goes with the object.
+    struct TemporaryFolder {
+        TemporaryFolder();
+        TemporaryFolder(const TemporaryFolder&) = delete;
+        TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+        ~TemporaryFolder();
+
+        const std::string path;
+    };
+
+    std::string users_folder_;
+    std::optional<TemporaryFolder> copy_;
 };
 
 }  // namespace app

@@ -101,7 +101,7 @@ int run_settings(const CommandLine& command) {
     const std::string folder = app::user_settings_folder();
     if (command.options.settings.empty()) {
         Host host({});
-        host.plugin.settings();
+        app::throw_if_told(host.plugin.settings());
     } else {
         app::change_settings(folder, command.options.settings);
     }
