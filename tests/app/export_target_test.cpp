@@ -1,32 +1,23 @@
 #include "standins/host/app/export_target.h"
 
-#include <gtest/gtest.h>
-
-#include <stdexcept>
+#include <gmock/gmock.h>
 
 #include "standins/host/app/scene_source.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/thrown_text.h"
 
 namespace {
 
 std::string refusal(const std::string& target, const std::string& source) {
-    try {
-        app::check_export_target(target, source);
-        return "";
-    } catch (const std::runtime_error& error) {
-        return error.what();
-    }
+    return thrown_text([&] { app::check_export_target(target, source); });
 }
 
-TEST(ExportTarget, IsCheckedBeforeTheExport) {
+TEST(ExportTarget, IsCheckedBeforeTheExportAndLeftAsItIs) {
     const TemporaryFolder folder;
     const std::string model = folder / "model.obj";
     std::ofstream(std::filesystem::u8path(model), std::ios::binary) << "v 0 0 0\n";
     const std::string there = folder.path().u8string();
-    const struct {
-        std::string target;
-        std::string refusal;
-    } targets[] = {
+    const std::pair<std::string, std::string> targets[] = {
         {"-", ""},
         {folder / "new.vsq", ""},
         {"", "the name of the scene file is empty"},
@@ -35,21 +26,18 @@ TEST(ExportTarget, IsCheckedBeforeTheExport) {
          folder / "none" + "/s.vsq: cannot be written: there is no folder " + folder / "none"},
         {model, model + ": cannot be written: it is the scene to be exported"},
     };
-    for (const auto& target : targets) {
-        EXPECT_EQ(refusal(target.target, model), target.refusal);
+    for (const auto& [target, reason] : targets) {
+        EXPECT_EQ(refusal(target, model), reason);
     }
+    EXPECT_EQ(refusal(model, "demo:hierarchy"), "");
     EXPECT_EQ(file_contents(model), "v 0 0 0\n");
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(folder / "new.vsq")));
 }
 
 TEST(SceneSource, NamesTheDemoScenesWhereOneIsUnknown) {
     memhost::SceneBuilder scene;
-    try {
-        app::load_scene("demo:none", scene);
-        FAIL() << "an unknown demo scene was loaded";
-    } catch (const std::runtime_error& error) {
-        EXPECT_NE(std::string(error.what()).find("'none' (there are: hierarchy"), std::string::npos)
-            << error.what();
-    }
+    EXPECT_THAT(thrown_text([&] { app::load_scene("demo:none", scene); }),
+                testing::HasSubstr("'none' (there are: hierarchy"));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "standins/host/app/exporting_commands.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <csignal>
 #include <filesystem>
@@ -10,10 +10,12 @@
 #include "standins/host/memory/scene_builder.h"
 #include "tests/support/qort_bytes.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/thrown_text.h"
 
 namespace {
 
 using memhost::SceneBuilder;
+using testing::HasSubstr;
 
 std::optional<app::ExportReport> export_to(SceneBuilder& scene, const std::string& path) {
     const TemporaryFolder settings;
@@ -26,8 +28,7 @@ TEST(ExportCommand, SaysWhatItWrote) {
     SceneBuilder scene;
     scene.node(L"a").child(L"b");
     const std::optional<app::ExportReport> report = export_to(scene, folder / "s.vsq");
-    EXPECT_NE(report.value().summary.find(" s\n  2 groups, 0 objects, "), std::string::npos)
-        << report->summary;
+    EXPECT_THAT(report.value().summary, HasSubstr(" s\n  2 groups, 0 objects, "));
     EXPECT_EQ(report->brief, "0 objects, 0 cameras, 2 matrices of nodes");
     EXPECT_EQ(report->warnings, "");
 }
@@ -42,12 +43,7 @@ TEST(ExportCommand, FailsWithWhatAMessageBoxTold) {
 #endif
     for (const auto& [target, text] : targets) {
         SceneBuilder scene;
-        try {
-            export_to(scene, target);
-            FAIL() << target << " was written";
-        } catch (const std::runtime_error& error) {
-            EXPECT_EQ(error.what(), text);
-        }
+        EXPECT_EQ(thrown_text([&, &path = target] { export_to(scene, path); }), text);
     }
 }
 
@@ -84,10 +80,10 @@ TEST(AnimationCommand, SaysWhatItWrote) {
     scene.animation_frames(0, 2);
     const app::ExportReport report = export_animation_to(scene, folder / "s.VSQ");
     const std::string names = folder / "s0000.vsq" + " to " + folder / "s0002.vsq";
-    EXPECT_EQ(report.summary.find(names + ": 3 frames, "), 0u) << report.summary;
-    EXPECT_NE(report.summary.find(" s\n  the first: 1 group, 0 objects, "), std::string::npos);
-    EXPECT_NE(report.summary.find("\n  " + folder / "s.py" + ": renders the frames 1 to 2\n"),
-              std::string::npos);
+    EXPECT_THAT(report.summary, testing::StartsWith(names + ": 3 frames, "));
+    EXPECT_THAT(report.summary, HasSubstr(" s\n  the first: 1 group, 0 objects, "));
+    EXPECT_THAT(report.summary,
+                HasSubstr("\n  " + folder / "s.py" + ": renders the frames 1 to 2\n"));
     EXPECT_EQ(report.brief, "3 frames, " + names + ", and the script " + folder / "s.py");
     EXPECT_EQ(report.warnings, "");
 }
@@ -97,13 +93,9 @@ TEST(AnimationCommand, FailsWhereFilesAreMissing) {
     const TemporaryFolder folder;
     SceneBuilder scene;
     scene.animation_frames(0, 1);
-    const auto check = [&](int last_frame) -> std::string {
-        try {
-            app::report_on_animation(app::AnimationFiles(folder / "s.vsq"), last_frame, 0);
-            return "";
-        } catch (const std::runtime_error& error) {
-            return error.what();
-        }
+    const auto check = [&](int last_frame) {
+        const app::AnimationFiles files(folder / "s.vsq");
+        return thrown_text([&] { app::report_on_animation(files, last_frame, 0); });
     };
     const std::string script = folder / "s.py";
     EXPECT_EQ(check(1), script + ": the script was not written");
@@ -127,13 +119,9 @@ TEST(AnimationCommand, SaysWhereACancelStoppedIt) {
         }
         return Matrix3();
     });
-    try {
-        export_animation_to(scene, folder / "s.vsq");
-        FAIL() << "it went to its end";
-    } catch (const app::Cancelled& cancelled) {
-        EXPECT_EQ(cancelled.what(), "cancelled, " + folder / "s0002.vsq" +
-                                        " is the last frame written and may hold only a part");
-    }
+    EXPECT_EQ(thrown_text<app::Cancelled>([&] { export_animation_to(scene, folder / "s.vsq"); }),
+              "cancelled, " + folder / "s0002.vsq" +
+                  " is the last frame written and may hold only a part");
     EXPECT_TRUE(std::filesystem::exists(folder.path() / "s0002.vsq"));
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "s0003.vsq"));
 }
@@ -154,14 +142,8 @@ TEST(ExportReport, RefusesASceneWhoseMeshFilesAreMissingOrMalformed) {
            "// This is a Velmora scene file\n\nversion 9\ngroup \"object\" {\nobject \"o\" {\n"
            "geometry \"triangles\" {\n\"file\" "
         << name << ",\n}\n}\n}\n";
-    const auto check = [&]() -> std::string {
-        try {
-            return app::report_on_file(folder / "s.vsq", 0).summary;
-        } catch (const std::runtime_error& error) {
-            return error.what();
-        }
-    };
-    EXPECT_EQ(check(), refused + "does not exist");
+    const auto check = [&] { return app::report_on_file(folder / "s.vsq", 0).summary; };
+    EXPECT_EQ(thrown_text(check), refused + "does not exist");
     const auto write = [&](const std::string& bytes) {
         std::FILE* const file = platform::open_file(mesh, "wb");
         std::fwrite(bytes.data(), 1, bytes.size(), file);
@@ -171,10 +153,10 @@ TEST(ExportReport, RefusesASceneWhoseMeshFilesAreMissingOrMalformed) {
     const std::string whole = header(false, {0, 0, 0, 1, 1, 0}, 64) + block(1, words({0, 1, 2})) +
                               block(2, floats({0, 0, 0, 1, 0, 0, 0, 1, 0}));
     write(whole.substr(0, 100));
-    EXPECT_EQ(check(), refused + "offset 100: the file ends inside the block of vertices");
+    EXPECT_EQ(thrown_text(check),
+              refused + "offset 100: the file ends inside the block of vertices");
     write(whole);
-    EXPECT_NE(check().find("\n  " + shown + ": 128 bytes, 0 frames, 1 triangle\n"),
-              std::string::npos);
+    EXPECT_THAT(check(), HasSubstr("\n  " + shown + ": 128 bytes, 0 frames, 1 triangle\n"));
 }
 
 }  // namespace

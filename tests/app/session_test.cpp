@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 #include "standins/host/app/command_words.h"
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/scene_builder.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/thrown_text.h"
 #include "tools/vsqinfo/vsq_reader.h"
 
 namespace {
@@ -95,10 +94,7 @@ TEST_F(SessionTest, MovesANodeInItsParentsSpaceAsItIsTurned) {
 
 TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
     const TemporaryFolder folder;
-    const struct {
-        std::string line;
-        const char* refusal;
-    } lines[] = {
+    const std::pair<std::string, std::string> lines[] = {
         {"HIDE Lid", "no command is named 'HIDE' (help lists what there is)"},
         {"\"\"", "no command is named '' (help lists what there is)"},
         {"hide", "hide takes NODE"},
@@ -117,13 +113,9 @@ TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
         {"animation -", "the name for an animation ends in .vsq, unlike '-'"},
     };
     Heard heard;
-    for (const auto& line : lines) {
-        try {
-            session_.carry_out(line.line);
-            ADD_FAILURE() << line.line << " was carried out";
-        } catch (const std::exception& error) {
-            EXPECT_STREQ(error.what(), line.refusal);
-        }
+    for (const auto& [line, refusal] : lines) {
+        const auto carry_out = [&, &wrong = line] { session_.carry_out(wrong); };
+        EXPECT_EQ(thrown_text<std::exception>(carry_out), refusal) << line;
     }
     EXPECT_EQ(heard.take(), "");
     EXPECT_EQ(session_.carry_out("export \"" + folder / "s.vsq" + "\""),

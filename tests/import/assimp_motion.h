@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -18,6 +19,9 @@ public:
         : per_tick_(ticks_per_second / TIME_TICKSPERSEC) {
         importer_.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
         model_ = importer_.ReadFile(path, aiProcess_Triangulate);
+        if (model_ == nullptr) {
+            throw std::runtime_error(importer_.GetErrorString());
+        }
     }
 
     const aiScene& model() const { return *model_; }

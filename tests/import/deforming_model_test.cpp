@@ -104,7 +104,8 @@ TEST(DeformingModel, IsExportedAsAssimpHasIt) {
                            face.mIndices + (face.mNumIndices == 3 ? 3 : 0));
         }
         ASSERT_EQ(corners.size(), library.triangles.size());
-        for (size_t f = 0; f < frames; f += std::max<size_t>(1, (frames - 1) / 4)) {
+        for (size_t part = 0; part <= 4; ++part) {
+            const size_t f = (frames - 1) * part / 4;
             const AssimpShape shape(motion, node, mesh, static_cast<TimeValue>(f) * kTicksPerFrame);
             const auto& ranges = library.frames[f].ranges;
             for (size_t corner = 0; corner < corners.size(); ++corner) {

@@ -131,8 +131,7 @@ void expect_agreement(const std::string& path, bool has_textures) {
     for (const Corner& corner : wanted) {
         size = std::max(size, corner.position.Length());
     }
-    size_t normals = 0;
-    size_t uvs = 0;
+    size_t normals = 0, uvs = 0;
     for (size_t i = 0; i < wanted.size(); ++i) {
         SCOPED_TRACE("corner " + std::to_string(i));
         ASSERT_LT((corners[i].position - wanted[i].position).Length(), 1e-5f * size);

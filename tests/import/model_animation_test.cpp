@@ -83,13 +83,14 @@ float height_at(const ModelAnimation& animation, const aiNode& node, int seconds
 }
 
 TEST(ModelAnimation, GoesOnBeyondItsKeysAsTheChannelSays) {
-    const std::tuple<aiAnimBehaviour, float, float> cases[] = {
+    const std::tuple<const char*, aiAnimBehaviour, float, float> cases[] = {
         // what it does, and where it is at -1 and at 7 seconds, with keys from 0 to 4
-        {aiAnimBehaviour_DEFAULT, 10, 30},
-        {aiAnimBehaviour_CONSTANT, 10, 30},
-        {aiAnimBehaviour_LINEAR, 9, 57},
-        {aiAnimBehaviour_REPEAT, 21, 21}};
-    for (const auto& [behaviour, before, behind] : cases) {
+        {"default", aiAnimBehaviour_DEFAULT, 10, 30},
+        {"constant", aiAnimBehaviour_CONSTANT, 10, 30},
+        {"linear", aiAnimBehaviour_LINEAR, 9, 57},
+        {"repeat", aiAnimBehaviour_REPEAT, 21, 21}};
+    for (const auto& [name, behaviour, before, behind] : cases) {
+        SCOPED_TRACE(name);
         MadeModel model({"A"});
         aiNodeAnim& channel = model.move("A", {{4, 30}, {0, 10}, {2, 12}});  // out of order
         channel.mPreState = channel.mPostState = behaviour;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
+
 #include "tests/support/registry_entries.h"
 
 namespace platform {
@@ -39,6 +42,21 @@ TEST(Registry, FindsValuesOfItsKindsInAnyCaseOfLetters) {
 
     EXPECT_FALSE(RegistryKey::open(RegistryHive::kLocalMachine, "SOFTWARE\\Quoria test\\None"));
 }
+
+#ifndef _WIN32
+TEST(Registry, ReadsWhatWindowsExports) {
+    const RegistryEntries registry({});
+    std::ofstream file(std::string(std::getenv("XDG_CONFIG_HOME")) + "/quoria/registry.reg",
+                       std::ios::binary);
+    for (const char16_t unit : std::u16string(u"\ufeff[HKEY_CURRENT_USER\\Key]\r\n\"Name\"="
+                                              u"\"sz\u00e9n \u20ac \U0001f600 \xd83d!\"\r\n")) {
+        file.put(static_cast<char>(unit & 0xff)).put(static_cast<char>(unit >> 8));
+    }
+    file.close();
+    EXPECT_EQ(RegistryKey::open(RegistryHive::kCurrentUser, "Key").value().read_text("Name"),
+              "sz\u00e9n \u20ac \U0001f600 \ufffd!");
+}
+#endif
 
 }  // namespace
 }  // namespace platform

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <asio.hpp>
+
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "importers/sceneapi/dev/repeat_link_factory.h"
 #include "tests/support/installation_entries.h"
@@ -9,12 +11,21 @@
 
 namespace {
 
-std::vector<RegistryEntry> installation(const std::string& program, const std::string& resources) {
+// A program that nobody can start stands for a renderer that doesn't come up, and the one port is
+// that of nobody by now.
+std::vector<RegistryEntry> installation(const TemporaryFolder& folder) {
+    const std::string program = folder / "text.txt";
+    std::ofstream(std::filesystem::u8path(program)) << "no program";
     const std::string library = VELMORA_LIBRARY;
     auto all = installation_entries("HKEY_LOCAL_MACHINE", "Velmora 11", program,
-                                    library.substr(0, library.find_last_of("/\\")), resources);
-    all.push_back({all[0].hive, all[0].key, "LiveLinkPort", "dword:0000a6eb"});     // 42731
-    all.push_back({all[0].hive, all[0].key, "LiveLinkMaxPort", "dword:0000a6f4"});  // 42740
+                                    library.substr(0, library.find_last_of("/\\")),
+                                    folder.path().u8string());
+    asio::io_context io;
+    const asio::ip::tcp::acceptor taken(io, {asio::ip::address_v4::loopback(), 0});
+    const std::string port = registry_text(std::to_string(taken.local_endpoint().port()));
+    for (const char* name : {"LiveLinkPort", "LiveLinkMaxPort"}) {
+        all.push_back({all[0].hive, all[0].key, name, port});
+    }
     return all;
 }
 
@@ -45,32 +56,27 @@ protected:
     }
 
     RendererFolder renderers_;
-    TemporaryFolder resources_;
+    TemporaryFolder folder_;
+    RegistryEntries registry_{installation(folder_)};
     bool found_scene_ = false;
 };
 
 TEST_F(LinkChoice, GoesByVersionAndThenByScene) {
-    const RegistryEntries registry(installation(VELMORA_PROGRAM, resources_.path().u8string()));
     const VelmoraProcess old(VELMORA_PROGRAM, "VELMORA_VERSION", "10.4");
     const VelmoraProcess first(VELMORA_PROGRAM, "VELMORA_VERSION", "11.1");
     const VelmoraProcess next(VELMORA_PROGRAM, "VELMORA_VERSION", "12.0");
-    const int first_port = first.announced()->port;
-    EXPECT_EQ(send("Hall", ""), first_port);
+    EXPECT_EQ(send("Hall", ""), first.port());
     EXPECT_FALSE(found_scene_);
-    EXPECT_EQ(first.announced()->scene_number, 1u);
-    EXPECT_EQ(old.announced()->scene_number, 0u);
-    EXPECT_EQ(next.announced()->scene_number, 0u);
+    EXPECT_EQ(first.announcement().scene_number, 1u);
+    EXPECT_EQ(old.announcement().scene_number, 0u);
+    EXPECT_EQ(next.announcement().scene_number, 0u);
 
     const VelmoraProcess empty(VELMORA_PROGRAM, "VELMORA_VERSION", "11.2");
-    EXPECT_EQ(send("", "Hall"), first_port);
+    EXPECT_EQ(send("", "Hall"), first.port());
     EXPECT_TRUE(found_scene_);
 }
 
-// A program that nobody can start stands for a renderer that doesn't come up.
-TEST_F(LinkChoice, TriesTheRegisteredPortsWhereNoRendererIsKnown) {
-    const std::string no_program = resources_ / "text.txt";
-    std::ofstream(std::filesystem::u8path(no_program)) << "no program";
-    const RegistryEntries registry(installation(no_program, resources_.path().u8string()));
+TEST_F(LinkChoice, TriesTheRegisteredPortWhereNoRendererIsKnown) {
     EXPECT_EQ(send("Hall", ""), -1);
 
     const VelmoraProcess silent(VELMORA_PROGRAM, "VELMORA_SILENT", "1");

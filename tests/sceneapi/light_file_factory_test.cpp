@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 #include "importers/sceneapi/dev/build_time.h"
 #include "importers/sceneapi/dev/qorscene_api_file.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/thrown_text.h"
 
 namespace qor {
 namespace {
@@ -60,12 +59,8 @@ TEST(LightFileFactory, ClosesOnceAndForGood) {
 TEST(LightFileFactory, NamesThePathThatCantBeOpened) {
     const TemporaryFolder folder;
     const std::string path = folder / "missing" + "/scene.vsq";
-    try {
-        const LightFileFactory factory(path);
-        FAIL() << "a file in a folder that is not there was opened";
-    } catch (const std::runtime_error& error) {
-        EXPECT_EQ(error.what(), "could not open file: \"" + path + "\"");
-    }
+    EXPECT_EQ(thrown_text([&path] { const LightFileFactory factory(path); }),
+              "could not open file: \"" + path + "\"");
 }
 
 #ifndef _WIN32
@@ -78,16 +73,11 @@ TEST(LightFileFactory, TellsOfAFullDisk) {
         for (size_t sent = 0; sent < size; sent += 1000000) {
             factory.get_api()->write_text("%s", text.c_str());
         }
-        try {
-            errno = EACCES;  // of some other call in between
-            testing::internal::CaptureStderr();
-            factory.close();
-            FAIL() << "a full disk went unnoticed";
-        } catch (const std::runtime_error& error) {
-            EXPECT_STREQ(error.what(), "could not close file");
-            EXPECT_EQ(testing::internal::GetCapturedStderr(),
-                      "closing file: No space left on device\n");
-        }
+        errno = EACCES;  // of some other call in between
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(thrown_text([&factory] { factory.close(); }), "could not close file");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "closing file: No space left on device\n");
         EXPECT_EQ(factory.get_api(), nullptr);
     }
     const LightFileFactory dropped("/dev/full");  // a destructor can't throw, and must not

@@ -17,11 +17,9 @@ TEST(SceneShaders, NamedAndNumberedOnesStandInTheStream) {
     EXPECT_EQ(written_by([](Api& a) {
                   a.begin_material("m", true);
                   EXPECT_TRUE(a.begin_shader("s", "qor_diffuse"));
-                  put_one(a);
-                  a.end_shader();
+                  put_one(a), a.end_shader();
                   EXPECT_TRUE(a.begin_shader_id("qor_bumpmap", 3));
-                  put_one(a);
-                  a.end_shader();
+                  put_one(a), a.end_shader();
                   a.assign_shader_id(shader_kind::kSurface, 3);
                   a.end_material();
               }),
@@ -37,9 +35,7 @@ TEST(SceneShaders, AnonymousOnesStandWhereTheyAreUsed) {
                   a.begin_material("m", true);
                   a.begin_shader(nullptr, "qor_diffuse");
                   a.push_shader();
-                  a.begin_shader(nullptr, "vertex_color");
-                  put_one(a);
-                  a.end_shader();
+                  a.begin_shader(nullptr, "vertex_color"), put_one(a), a.end_shader();
                   const qorShaderHandle inner = a.current_shader();
                   a.pop_shader();
                   put_one(a);
@@ -62,8 +58,7 @@ TEST(SceneShaders, AnonymousOnesStandWhereTheyAreUsed) {
 TEST(SceneShaders, AsTheValueOfAParameter) {
     EXPECT_EQ(written_by([](Api& a) {
                   a.begin_camera("c");
-                  a.begin_shader(nullptr, "qor_envmap");
-                  a.end_shader();
+                  a.begin_shader(nullptr, "qor_envmap"), a.end_shader();
                   const qorShaderHandle shader = a.current_shader();
                   a.set_parameter("reflection map", parameter_code::kShader, &shader);
                   const qorShaderHandle none = nullptr;
@@ -85,8 +80,7 @@ TEST(SceneShaders, KindsAndNullHandles) {
     };
     for (const auto& [kind, text] : kinds) {
         EXPECT_EQ(written_by([kind = kind](Api& a) {
-                      a.begin_shader(nullptr, "t");
-                      a.end_shader();
+                      a.begin_shader(nullptr, "t"), a.end_shader();
                       a.assign_shader(kind, a.current_shader());
                       a.assign_shader(kind, nullptr);
                       a.assign_shader_id(kind, 7);
@@ -113,8 +107,7 @@ TEST(SceneShaders, BinaryArraysSurviveInABuffer) {
 TEST(SceneShaders, ExclusiveBlocksStandInTheStream) {
     EXPECT_EQ(written_by([](Api& a) {
                   a.begin_shader(nullptr, "t");
-                  a.begin_options();
-                  a.end_options();
+                  a.begin_options(), a.end_options();
               }),
               // The indent of the shader is of no consequence without indentation.
               "\noptions {\n}\n");

@@ -105,9 +105,8 @@ TEST(SceneValues, PlainParametersHaveABareName) {
 // A program of another country may have set its locale; the point stays a point, and the locale is
 // back afterwards.
 TEST(SceneValues, TheLocaleOfTheProcessPlaysNoPart) {
-    const char* const candidates[] = {"de_DE.UTF-8", "de_DE.utf8", "German_Germany", "C"};
     const char* chosen = nullptr;
-    for (const char* name : candidates) {
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "German_Germany", "C"}) {
         chosen = chosen == nullptr ? std::setlocale(LC_NUMERIC, name) : chosen;
     }
     const std::string before = chosen;

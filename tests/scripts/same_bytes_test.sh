@@ -10,15 +10,22 @@ trap 'rm -rf "$out"' EXIT
 # No renderer is registered for either of them, so that both name drawn textures alike.
 export XDG_CONFIG_HOME="$out/config"
 
-mkdir -p "$out/native_files/Animations" "$out/emulated_files/Animations"
+mkdir -p "$out/native/Animations" "$out/emulated/Animations"
+
+# export_in FOLDER COMMAND... lets the program of that command write $scene in that folder.
+export_in() {
+    cd "$out/$1"
+    shift
+    "$@" export "$scene" - >../whole
+    [ -s ../whole ]
+    sed 's/(built [^)]*)//' ../whole >"$scene.vsq"
+}
 
 scenes=$("$native" export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p')
 [ -n "$scenes" ]
 for scene in $scenes; do
-    (cd "$out/native_files" && "$native" export "$scene" -) | sed 's/(built [^)]*)//' >"$out/native"
-    (cd "$out/emulated_files" && "$emulator" "$program" export "$scene" -) | sed 's/(built [^)]*)//' >"$out/emulated"
-    cmp "$out/native" "$out/emulated"
-    echo "$scene: $(wc -c <"$out/native") bytes, the same"
+    export_in native "$native"
+    export_in emulated "$emulator" "$program"
 done
-diff -r "$out/native_files" "$out/emulated_files"
-[ -n "$(find "$out/native_files" -name '*.qorT')" ]
+diff -r "$out/native" "$out/emulated"
+[ -n "$(find "$out/native" -name '*.qorT')" ]

@@ -28,48 +28,48 @@ Events::NodeKeyTab keys_of(std::vector<Animatable*> animatables) {
 
 TEST(Callback, RecordsTheNodesOfEventsThatChangeWhatIsSent) {
     const struct {
+        const char* name;
         memhost::NodeEvent event;
         bool recorded;
     } events[] = {
-        {&Events::Added, true},
-        {&Events::Deleted, true},
-        {&Events::LinkChanged, true},
-        {&Events::LayerChanged, true},
-        {&Events::GroupChanged, true},
-        {&Events::HierarchyOtherEvent, true},
-        {&Events::ModelStructured, true},
-        {&Events::GeometryChanged, true},
-        {&Events::TopologyChanged, true},
-        {&Events::MappingChanged, true},
-        {&Events::ExtentionChannelChanged, false},
-        {&Events::ModelOtherEvent, true},
-        {&Events::MaterialStructured, true},
-        {&Events::MaterialOtherEvent, true},
-        {&Events::ControllerStructured, true},
-        {&Events::ControllerOtherEvent, true},
-        {&Events::NameChanged, false},
-        {&Events::WireColorChanged, false},
-        {&Events::RenderPropertiesChanged, false},
-        {&Events::DisplayPropertiesChanged, false},
-        {&Events::UserPropertiesChanged, false},
-        {&Events::PropertiesOtherEvent, false},
-        {&Events::SubobjectSelectionChanged, false},
-        {&Events::SelectionChanged, false},
-        {&Events::HideChanged, true},
-        {&Events::FreezeChanged, false},
-        {&Events::DisplayOtherEvent, false},
+        {"Added", &Events::Added, true},
+        {"Deleted", &Events::Deleted, true},
+        {"LinkChanged", &Events::LinkChanged, true},
+        {"LayerChanged", &Events::LayerChanged, true},
+        {"GroupChanged", &Events::GroupChanged, true},
+        {"HierarchyOtherEvent", &Events::HierarchyOtherEvent, true},
+        {"ModelStructured", &Events::ModelStructured, true},
+        {"GeometryChanged", &Events::GeometryChanged, true},
+        {"TopologyChanged", &Events::TopologyChanged, true},
+        {"MappingChanged", &Events::MappingChanged, true},
+        {"ExtentionChannelChanged", &Events::ExtentionChannelChanged, false},
+        {"ModelOtherEvent", &Events::ModelOtherEvent, true},
+        {"MaterialStructured", &Events::MaterialStructured, true},
+        {"MaterialOtherEvent", &Events::MaterialOtherEvent, true},
+        {"ControllerStructured", &Events::ControllerStructured, true},
+        {"ControllerOtherEvent", &Events::ControllerOtherEvent, true},
+        {"NameChanged", &Events::NameChanged, false},
+        {"WireColorChanged", &Events::WireColorChanged, false},
+        {"RenderPropertiesChanged", &Events::RenderPropertiesChanged, false},
+        {"DisplayPropertiesChanged", &Events::DisplayPropertiesChanged, false},
+        {"UserPropertiesChanged", &Events::UserPropertiesChanged, false},
+        {"PropertiesOtherEvent", &Events::PropertiesOtherEvent, false},
+        {"SubobjectSelectionChanged", &Events::SubobjectSelectionChanged, false},
+        {"SelectionChanged", &Events::SelectionChanged, false},
+        {"HideChanged", &Events::HideChanged, true},
+        {"FreezeChanged", &Events::FreezeChanged, false},
+        {"DisplayOtherEvent", &Events::DisplayOtherEvent, false},
     };
     SceneBuilder scene;
     INode* parent = &scene.node(L"parent").node();
     INode* child = &memhost::NodeBuilder(scene.host().root()).child(L"child").node();
-    for (const auto& [event, recorded] : events) {
+    for (const auto& [name, event, recorded] : events) {
         Callback callback = callback_of(scene);
         for (int i = 0; i < 2; ++i) {
             Events::NodeKeyTab keys = keys_of({parent, child});
             (callback.*event)(keys);
         }
-        EXPECT_EQ(callback.changed_nodes(), recorded ? Nodes({parent, child}) : Nodes())
-            << "event " << &event - &events[0].event;
+        EXPECT_EQ(callback.changed_nodes(), recorded ? Nodes({parent, child}) : Nodes()) << name;
     }
 }
 
@@ -93,9 +93,7 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
         const char* what;
         int command;
         std::string answer;  // to the save dialog
-        bool cancelled;
-        bool forgets;
-        bool shows_bar;
+        bool cancelled, forgets, shows_bar;
         std::string told;
     } cases[] = {
         {"an export", kExportCommand, target, false, true, true, ""},

@@ -106,6 +106,7 @@ TEST(Options, FindTheirFileInTheConfigurationFolder) {
         {std::wstring(5000, L'x'), L""},
     };
     for (const auto& [folder, wanted] : cases) {
+        SCOPED_TRACE("a folder of " + std::to_string(folder.size()) + " characters");
         memhost::MemoryHost host;
         host.set_config_folder(folder);
         const Options options(&host);

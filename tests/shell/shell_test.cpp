@@ -9,6 +9,7 @@
 #endif
 
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <sstream>
 
@@ -138,30 +139,43 @@ void press(HWND dialog, int control) {
     SendDlgItemMessageW(dialog, control, BM_CLICK, 0, 0);
 }
 
-void (*in_settings)(HWND dialog) = nullptr;
-
-// The user before the windows that come up. A timer fires once all posted messages are done, so
-// the windows are as the user finds them.
-void CALLBACK act_as_user(HWND, UINT, UINT_PTR, DWORD) {
-    if (const HWND box = FindWindowW(L"#32770", L"Error")) {
-        PostMessageW(box, WM_COMMAND, IDOK, 0);
-    }
-    if (const HWND dialog = FindWindowW(nullptr, L"" TEXT_OPTIONS_TITLE)) {
-        in_settings(dialog);
-    }
+// Of this thread: other programs have such windows too.
+HWND own_dialog(const wchar_t* title) {
+    HWND dialog = nullptr;
+    do {
+        dialog = FindWindowExW(nullptr, dialog, L"#32770", title);
+    } while (dialog && GetWindowThreadProcessId(dialog, nullptr) != GetCurrentThreadId());
+    return dialog;
 }
 
+// The user before the windows that come up, who turns the cameras on or off.
 class User {
 public:
-    User() : timer_(SetTimer(nullptr, 0, 20, act_as_user)) {
-        in_settings = [](HWND dialog) {
-            press(dialog, IDC_CAMERAS);
+    explicit User(bool cameras) : timer_(SetTimer(nullptr, 0, 20, act)) {
+        present_ = this;
+        in_settings = [cameras](HWND dialog) {
+            CheckDlgButton(dialog, IDC_CAMERAS, cameras ? BST_CHECKED : BST_UNCHECKED);
             press(dialog, IDOK);
         };
     }
+    User(const User&) = delete;
+    User& operator=(const User&) = delete;
     ~User() { KillTimer(nullptr, timer_); }
 
+    std::function<void(HWND dialog)> in_settings;
+
 private:
+    // A timer fires once all posted messages are done, so the windows are as the user finds them.
+    static void CALLBACK act(HWND, UINT, UINT_PTR, DWORD) {
+        if (const HWND box = own_dialog(L"Error")) {
+            PostMessageW(box, WM_COMMAND, IDOK, 0);
+        }
+        if (const HWND dialog = own_dialog(L"" TEXT_OPTIONS_TITLE)) {
+            present_->in_settings(dialog);
+        }
+    }
+
+    static inline User* present_ = nullptr;
     UINT_PTR timer_;
 };
 
@@ -175,29 +189,26 @@ std::string label_at(HWND dialog, int position) {
     return text;
 }
 
-// What the settings showed when they were opened, and what the user then does.
-std::string checked;
-int last_position = 0;  // of the trackbar, which is left alone if it is 0
-int last_button = IDCANCEL;
-
-void change_everything(HWND dialog) {
+// Turns every box over and gives what they were. The trackbar is left alone if `position` is 0.
+std::string change_everything(HWND dialog, int position, int button) {
     const HWND trackbar = GetDlgItem(dialog, IDC_RADIUS_TRACKBAR);
     EXPECT_EQ(SendMessageW(trackbar, TBM_GETRANGEMIN, 0, 0), 1);
     EXPECT_EQ(SendMessageW(trackbar, TBM_GETRANGEMAX, 0, 0), 100);
     EXPECT_EQ(SendMessageW(trackbar, TBM_GETPOS, 0, 0), 50);
-    checked.clear();
+    std::string shown;
     for (const OptionControl& control : kOptionControls) {
         if (control.field != nullptr) {
-            checked += IsDlgButtonChecked(dialog, control.id) == BST_CHECKED ? '1' : '0';
+            shown += IsDlgButtonChecked(dialog, control.id) == BST_CHECKED ? '1' : '0';
             press(dialog, control.id);
         }
     }
-    if (last_position != 0) {
+    if (position != 0) {
         EXPECT_EQ(label_at(dialog, 1), "0.10");
         EXPECT_EQ(label_at(dialog, 100), "10.0");
-        label_at(dialog, last_position);
+        label_at(dialog, position);
     }
-    press(dialog, last_button);
+    press(dialog, button);
+    return shown;
 }
 
 // The boxes wait for OK, but the trackbar's value holds from the moment it is moved.
@@ -221,13 +232,14 @@ TEST_F(StartedPlugin, TakesOverAndSavesWhatIsConfirmed) {
         std::make_shared<memhost::SplineObject>(std::vector{memhost::polyline({{}, {3, 0, 0}})});
     wire->thickness(1).renderable(true);
     scene_.node(L"wire").object(wire);
-    const User user;
-    in_settings = change_everything;
+    User user(true);
     for (const auto& one : cases) {
-        last_button = one.button;
-        last_position = one.position;
+        std::string shown;
+        user.in_settings = [&](HWND dialog) {
+            shown = change_everything(dialog, one.position, one.button);
+        };
         EXPECT_TRUE(host().menus().press(L"Velmora/Settings"));
-        EXPECT_EQ(checked, one.shown);
+        EXPECT_EQ(shown, one.shown);
         std::string file = file_contents(folder_ / "velmoraexport7.ini");
         file.erase(std::remove_if(file.begin(), file.end(), [](char c) { return c < ' '; }),
                    file.end());
@@ -247,16 +259,16 @@ TEST_F(StartedPlugin, TakesOverAndSavesWhatIsConfirmed) {
 // The user at the terminal, who turns the cameras on or off.
 class User {
 public:
-    User() : input_(std::cin.rdbuf(answers_.rdbuf())) {}
+    explicit User(bool cameras)
+        : answers_(std::string("\n\n\n\n\n\n\n\n") + (cameras ? "1" : "0") + "\n\n"),
+          input_(std::cin.rdbuf(answers_.rdbuf())) {}
     ~User() {
         std::cin.rdbuf(input_);
         std::cin.clear();
     }
 
 private:
-    static inline int times_ = 0;
-    std::istringstream answers_{times_++ % 2 == 0 ? "\n\n\n\n\n\n\n\n0\n\n"
-                                                  : "\n\n\n\n\n\n\n\n1\n\n"};
+    std::istringstream answers_;
     std::streambuf* input_;
 };
 
@@ -267,7 +279,8 @@ TEST_F(StartedPlugin, CarriesOutEachCommandAsOftenAsItIsPressed) {
     scene_.node(L"a");
     scene_.animation_frames(0, 1);
     for (int i = 0; i < 3; ++i) {
-        const User user;
+        const bool cameras = i % 2 != 0;
+        const User user(cameras);
         host().notifications().broadcast(NOTIFY_CUI_MENUS_PRE_SAVE);
         EXPECT_FALSE(host().menus().press(L"Velmora/Export"));
         host().notifications().broadcast(NOTIFY_CUI_MENUS_POST_SAVE);
@@ -286,7 +299,8 @@ TEST_F(StartedPlugin, CarriesOutEachCommandAsOftenAsItIsPressed) {
 
         EXPECT_TRUE(host().menus().press(L"Velmora/Settings"));
         const std::string settings = file_contents(folder_ / "velmoraexport7.ini");
-        EXPECT_EQ(settings.find("cameras=0") != std::string::npos, i % 2 == 0) << settings;
+        EXPECT_NE(settings.find(cameras ? "cameras=1" : "cameras=0"), std::string::npos)
+            << settings;
         EXPECT_EQ(settings.find("HairAndFur=0"), std::string::npos);
         // Export Animation has turned it off, and OK saves it so.
         EXPECT_NE(settings.find("TransformAnimations=0"), std::string::npos) << settings;

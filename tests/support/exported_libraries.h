@@ -40,9 +40,9 @@ public:
 
     /// The same without their folder.
     std::vector<std::string> names() const {
-        std::vector<std::string> result;
-        for (const std::string& path : paths()) {
-            result.push_back(std::filesystem::u8path(path).filename().u8string());
+        std::vector<std::string> result = paths();
+        for (std::string& path : result) {
+            path = std::filesystem::u8path(path).filename().u8string();
         }
         return result;
     }

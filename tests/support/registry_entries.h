@@ -3,13 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/environment_variable.h"
 #include "tests/support/temporary_folder.h"
-
-#ifdef _WIN32
-#include "platform/wide_text.h"
-#else
-#include <cstdlib>
-#endif
 
 /// One value of a key below the machine's or the user's hive, as the text form of a registry
 /// export has it: `value` is "\"text\"" or "dword:0000000b".
@@ -33,6 +28,7 @@ public:
 private:
     std::vector<RegistryEntry> entries_;
     TemporaryFolder folder_;
+    EnvironmentVariable config_{"XDG_CONFIG_HOME", folder_.path().u8string()};
 };
 
 #ifdef _WIN32
@@ -84,11 +80,8 @@ inline RegistryEntries::RegistryEntries(const std::vector<RegistryEntry>& entrie
         file << "[" << entry.hive << "\\" << entry.key << "]\r\n\"" << entry.name
              << "\"=" << entry.value << "\r\n\r\n";
     }
-    setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
 }
 
-inline RegistryEntries::~RegistryEntries() {
-    unsetenv("XDG_CONFIG_HOME");
-}
+inline RegistryEntries::~RegistryEntries() = default;
 
 #endif

@@ -8,29 +8,16 @@
 #include <thread>
 
 #include "standins/renderer/running_renderers.h"
+#include "tests/support/environment_variable.h"
 #include "tests/support/temporary_folder.h"
 
-#ifdef _WIN32
-#include "platform/wide_text.h"
-#else
+#ifndef _WIN32
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <cstdlib>
 #endif
-
-/// Sets an environment variable of this process and of those that it starts.
-inline void set_environment(const std::string& name, const std::string& value) {
-#ifdef _WIN32
-    SetEnvironmentVariableW(platform::wide_from_utf8(name).c_str(),
-                            value.empty() ? nullptr : platform::wide_from_utf8(value).c_str());
-#else
-    value.empty() ? unsetenv(name.c_str()) : setenv(name.c_str(), value.c_str(), 1);
-#endif
-}
 
 /// Looks for some seconds until `holds` says yes, and tells whether it has.
 template <typename Condition>
@@ -47,28 +34,27 @@ bool comes_to_hold(const Condition& holds) {
 /// Keeps the running renderers of a test, and their scenes, apart from the user's own.
 class RendererFolder {
 public:
-    RendererFolder() {
-        set_environment("XDG_DATA_HOME", folder_.path().u8string());
-        set_environment("LOCALAPPDATA", folder_.path().u8string());
-    }
     std::filesystem::path scenes() const { return folder_.path() / "quoria/scenes"; }
 
 private:
     TemporaryFolder folder_;
+    EnvironmentVariable data_{"XDG_DATA_HOME", folder_.path().u8string()};
+    EnvironmentVariable windows_data_{"LOCALAPPDATA", folder_.path().u8string()};
 };
 
 /// A running renderer, which ends when the object goes and when the test dies.
 class VelmoraProcess {
 public:
-    /// `variable` stands in its environment alone.
+    /// `variable` stands in its environment alone. Throws if it isn't announced after some seconds.
     explicit VelmoraProcess(const std::string& program,
                             const std::string& variable = "VELMORA_VERSION",
-                            const std::string& value = "") {
-        set_environment(variable, value);
+                            const std::string& value = "")
+        : VelmoraProcess() {
+        const EnvironmentVariable its_own(variable, value);
         start(program);
-        set_environment(variable, "");
-        if (variable != "VELMORA_SILENT") {
-            comes_to_hold([this] { return announced().has_value(); });
+        if (variable != "VELMORA_SILENT" &&
+            !comes_to_hold([this] { return announced().has_value(); })) {
+            throw std::runtime_error("the renderer doesn't come up");
         }
     }
     VelmoraProcess(const VelmoraProcess&) = delete;
@@ -86,12 +72,22 @@ public:
         return std::nullopt;
     }
 
+    /// These throw where it isn't announced.
+    velmora::RunningRenderer announcement() const {
+        if (const auto renderer = announced()) {
+            return *renderer;
+        }
+        throw std::runtime_error("no renderer is announced for process " + std::to_string(id_));
+    }
+    int port() const { return announcement().port; }
+
     /// False if it hasn't ended after some seconds.
     bool wait_for_end() {
         return comes_to_hold([this] { return has_ended(); });
     }
 
 private:
+    VelmoraProcess() = default;  // once it is done, the destructor ends what was started
     void start(const std::string& program);
     bool has_ended();
 
@@ -100,7 +96,7 @@ private:
     HANDLE process_ = nullptr;
     HANDLE job_ = nullptr;
 #else
-    bool has_ended_ = false;
+    bool has_ended_ = true;
 #endif
 };
 
@@ -149,6 +145,7 @@ inline void VelmoraProcess::start(const std::string& program) {
         throw std::runtime_error("can't start " + program);
     }
     id_ = child;
+    has_ended_ = false;
 }
 
 inline bool VelmoraProcess::has_ended() {
