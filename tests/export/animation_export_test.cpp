@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <set>
-#include <stdexcept>
 
 #include "plugins/3dsmax/export/scene_exporter.h"
 #include "standins/host/memory/scene_builder.h"
@@ -137,20 +136,6 @@ TEST(AnimationExport, KeepsWhatIsWrittenWhenItIsCancelled) {
             }
         }
     }
-}
-
-TEST(AnimationExport, TellsOfAFrameThatCantBeWrittenButNotOfTheScript) {
-    const TemporaryFolder folder;
-    SceneBuilder scene;
-    scene.animation_frames(0, 1);
-    std::filesystem::create_directory(folder.path() / "s.py");
-    export_animation(scene, folder / "s.vsq");
-    EXPECT_EQ(names_in(folder.path()), (Names{"s.py", "s0000.vsq", "s0001.vsq"}));
-
-    EXPECT_THROW(export_animation(scene, folder / "none" + "/s.vsq"), std::runtime_error);
-    std::filesystem::remove(folder.path() / "s0001.vsq");
-    std::filesystem::create_directory(folder.path() / "s0001.vsq");
-    EXPECT_THROW(export_animation(scene, folder / "s.vsq"), std::runtime_error);
 }
 
 }  // namespace

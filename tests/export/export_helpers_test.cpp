@@ -4,7 +4,6 @@
 #include "plugins/3dsmax/export/frame_timing.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/renderer_textures.h"
-#include "plugins/3dsmax/export/unit_scale.h"
 #include "standins/host/memory/scene_builder.h"
 #include "tests/support/registry_entries.h"
 #include "tests/support/temporary_folder.h"
@@ -12,36 +11,6 @@
 namespace {
 
 using memhost::SceneBuilder;
-
-TEST(UnitScale, IsSystemUnitsInAMetre) {
-    const std::pair<int, float> units[] = {
-        {UNITS_INCHES, 39.37008f},    {UNITS_FEET, 3.28084f},
-        {UNITS_MILES, 1 / 1609.344f}, {UNITS_MILLIMETERS, 1000.0f},
-        {UNITS_CENTIMETERS, 100.0f},  {UNITS_METERS, 1.0f},
-        {UNITS_KILOMETERS, 0.001f},   {99, 1.0f},
-    };
-    for (const auto& [unit, scale] : units) {
-        SceneBuilder scene;
-        scene.unit(unit, 7.0f);  // the host's own scale plays no part
-        EXPECT_EQ(GetUnitScale(), scale) << unit;
-    }
-}
-
-TEST(FrameTiming, CountsFramesAndTheirKeyTimes) {
-    const FrameTiming timing = {800, 2400, 0, 160};
-    EXPECT_EQ(timing.FrameCount(), 11.0f);
-    EXPECT_EQ((FrameTiming{0, 0, 0, 160}.FrameCount()), 1.0f);
-    EXPECT_EQ((FrameTiming{0, 240, 0, 160}.FrameCount()), 2.5f);
-    const std::pair<TimeValue, float> keys[] = {{800, 0}, {959, 0}, {960, 33}, {2400, 330}};
-    for (const auto& [tick, key] : keys) {
-        EXPECT_EQ(timing.FrameKeyTime(tick), key) << tick;
-    }
-    EXPECT_TRUE(timing.RangeIsWithin(Interval(800, 2400)));
-    EXPECT_TRUE(timing.RangeIsWithin(FOREVER));
-    EXPECT_FALSE(timing.RangeIsWithin(Interval(801, 2400)));
-    EXPECT_FALSE(timing.RangeIsWithin(Interval(800, 2399)));
-    EXPECT_FALSE(timing.RangeIsWithin(NEVER));
-}
 
 // A track at least ends, whatever the host says of its frames.
 TEST(FrameTiming, WithoutAFrameLengthTheRangeIsOneFrame) {

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
-#include <stdexcept>
 
 #include "standins/host/memory/demo_scenes.h"
 #include "tests/support/exported_scene.h"
@@ -43,13 +42,6 @@ TEST(ExportRun, OpensWithTheImportOptions) {
               "}\n");
 }
 
-TEST(ExportRun, LayersShowInTheRootFlags) {
-    SceneBuilder scene;
-    Qor::Options options(&scene.host());
-    options.Layers = true;
-    EXPECT_EQ(read_back(exported(scene, options)).root_flags, 1);
-}
-
 // The reader shares no code with the writer.
 TEST(ExportRun, DemoScenesReadBack) {
     for (const memhost::DemoScene& demo : memhost::demo_scenes()) {
@@ -62,23 +54,5 @@ TEST(ExportRun, DemoScenesReadBack) {
         EXPECT_EQ(summary.root_name, "object");
     }
 }
-
-TEST(ExportRun, AFileThatCantBeOpenedIsToldByAnException) {
-    SceneBuilder scene;
-    SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
-                           std::make_shared<Qor::Options>(&scene.host()), {});
-    const TemporaryFolder folder;
-    EXPECT_THROW(exporter.Run(folder / "missing" + "/scene.vsq", false, true, false),
-                 std::runtime_error);
-}
-
-#ifndef _WIN32
-TEST(ExportRun, AFullDiskIsToldByAnException) {
-    SceneBuilder scene;
-    SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
-                           std::make_shared<Qor::Options>(&scene.host()), {});
-    EXPECT_THROW(exporter.Run("/dev/full", false, true, false), std::runtime_error);
-}
-#endif
 
 }  // namespace

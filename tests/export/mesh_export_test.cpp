@@ -7,7 +7,6 @@
 
 #include "tests/support/exported_meshes.h"
 #include "tests/support/exported_scene.h"
-#include "tests/support/registry_entries.h"
 #include "tools/vsqinfo/vsq_reader.h"
 
 namespace {
@@ -15,7 +14,6 @@ namespace {
 using namespace memhost;
 
 using Floats = std::vector<float>;
-using Vectors = std::vector<ExportedMesh::Vector>;
 
 const Class_ID kPrimitive(0x10, 0);
 const std::vector<Point3> kCorners = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
@@ -146,23 +144,11 @@ TEST(MeshExport, GivesItsMeshBackWhenAConversionFails) {
     EXPECT_EQ(ConvertibleObject::live_conversions(), 0);
 }
 
-TEST(MeshExport, AppliesTheObjectOffset) {
-    SceneBuilder scene;
-    scene.node(L"Node")
-        .transform(rotation_z(90) * translation(10, 0, 0))
-        .offset(scaling(2, 2, 2) * translation(1, 0, 5))
-        .mesh(stack_mesh(1));
-    const std::vector<ExportedMesh> meshes = ExportedMeshReader::read(exported(scene));
-    ASSERT_EQ(meshes.size(), 1u);
-    EXPECT_EQ(meshes[0].vertices, (Vectors{{10, 1, 5}, {10, 3, 5}, {8, 1, 5}}));
-    EXPECT_EQ(meshes[0].normals, Vectors(3, {0, 0, 1}));
-}
-
-// Two sides that meet at a hard edge, whose vertices split.
+// Two sides that meet at a hard edge, whose vertices split. The object offset doubles places alone.
 TEST(MeshExport, WritesOneBlockByteForByte) {
     SceneBuilder scene;
     const MeshBuilder mesh =
-        MeshBuilder({{0, 0, 0}, {2, 0, 0}, {0, 2, 0}, {0, 0, 2}}, {{0, 1, 2}, {0, 2, 3}})
+        MeshBuilder({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {{0, 1, 2}, {0, 2, 3}})
             .groups({1, 2})
             .map_positions(1);
     auto& map = scene.bitmap(L"missing.png").tiling(0.5f, 1, 3, 0);
@@ -171,34 +157,18 @@ TEST(MeshExport, WritesOneBlockByteForByte) {
                          .specular({1, 0.5f, 0})
                          .shininess(0.5f)
                          .map(kDiffuseSlot, &map);
-    scene.node(L"Box\u00e9").at(1, 2, 3).mesh(mesh).material(material);
+    scene.node(L"Box\u00e9").at(1, 2, 3).offset(scaling(2, 2, 2)).mesh(mesh).material(material);
     const Floats vertices = {0, 0, 0, 2, 0, 0, 0, 2, 0, 0, 0, 0, 0, 2, 0, 0, 0, 2};
     const Floats normals = {0, 0, 1, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 1, 0, 0};
     EXPECT_EQ(exported_nodes(scene),
               "\ngroup xX426f78e9 {\nobject xX426f78e9 {\nflags 0\ngeometry \"triangles\" {\n" +
                   array_text("vertices", 'c', vertices) +
                   array_text("triangles", 'i', std::vector<std::int32_t>{0, 1, 2, 3, 4, 5}) +
-                  array_text("uv_tex", 'f', Floats{3, 0, 4, 0, 3, 2, 3, 0, 3, 2, 3, 0}) +
+                  array_text("uv_tex", 'f', Floats{3, 0, 3.5f, 0, 3, 1, 3, 0, 3, 1, 3, 0}) +
                   array_text("normals", 'c', normals) +
                   "}\nmaterial \"Stone\" {\n#define shader 1 qor_plastic_simple {\n"
                   "\"diffuse\" 0.5 0.25 1,\n\"specular\" 0.5 0.25 0,\n\"roughness\" 0,\n}\n"
                   "surface 1\nflags 4096\n}\n}\ntransform 1 0 0 0 0 1 0 0 0 0 1 0 1 2 3 1\n}\n");
-}
-
-// The scene names the drawn picture wherever it would have gone: here a file is in the folder's
-// place.
-TEST(MeshExport, NamesATextureThatCantBeWritten) {
-    const TemporaryFolder folder;
-    std::ofstream(folder.path() / "textures") << "text";
-    const std::string resources = folder.path().generic_u8string();
-    const RegistryEntries velmora({{"HKEY_LOCAL_MACHINE", "SOFTWARE\\Quoria\\Velmora 11",
-                                    "ResourceFolder", "\"" + resources + "\""}});
-    SceneBuilder scene;
-    auto& map = scene.make<ProceduralMap>(solid({255, 0, 0, 255}));
-    auto& rock = scene.make<StandardMaterial>(L"Rock").map(kDiffuseSlot, &map);
-    scene.node(L"Node").mesh(grid_mesh(1, 1, 1)).material(rock);
-    const std::string texture = "\"" + resources + "/textures/Rock_diffuse.png\"";
-    EXPECT_NE(exported(scene).find("\"texture\" " + texture), std::string::npos);
 }
 
 }  // namespace

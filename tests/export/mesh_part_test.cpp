@@ -27,12 +27,12 @@ bool same_bits(const std::vector<float>& a, const std::vector<float>& b) {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), same);
 }
 
-// Extracts every part of a mesh with both versions and compares them bit by bit. Gives the vertices
-// of all parts. Materials have texture coordinates in a channel of the mesh, moved as
-// `uv_transform` says; there need be no picture for that.
-size_t expect_same_as_plain(Mesh mesh, MeshPartBuilder& builder, int materials,
-                            const Matrix3& offset = kIdentity,
-                            const Matrix3& uv_transform = kIdentity) {
+// Extracts every part of a mesh with both versions and compares them bit by bit. Materials have
+// texture coordinates in a channel of the mesh, moved as `uv_transform` says; there need be no
+// picture for that.
+void expect_same_as_plain(Mesh mesh, MeshPartBuilder& builder, int materials,
+                          const Matrix3& offset = kIdentity,
+                          const Matrix3& uv_transform = kIdentity) {
     SceneBuilder scene;
     std::vector<Mtl*> all;
     for (int i = 0; i < materials; ++i) {
@@ -44,7 +44,6 @@ size_t expect_same_as_plain(Mesh mesh, MeshPartBuilder& builder, int materials,
     const std::vector<plain::VertexNormal> normals = plain::compute_vertex_normals(mesh);
     EXPECT_TRUE(UsesItsOwnVertices(mesh));
     builder.begin(mesh, table);
-    size_t vertices = 0;
     for (int part = 0; builder.has_part(part); ++part) {
         const MaterialEntry& entry = *table.entry(part);
         const plain::Part wanted = plain::extract(
@@ -58,10 +57,8 @@ size_t expect_same_as_plain(Mesh mesh, MeshPartBuilder& builder, int materials,
         EXPECT_TRUE(same_bits(object.vertices(), wanted.vertices)) << "part " << part;
         EXPECT_TRUE(same_bits(object.normals(), wanted.normals)) << "part " << part;
         EXPECT_TRUE(same_bits(object.uv_tex(), wanted.uvs)) << "part " << part;
-        vertices += wanted.vertices.size() / 3;
         builder.keep_storage_of(object);
     }
-    return vertices;
 }
 
 // A mesh in which everything happens: few places, so that vertices are shared and faces degenerate,
@@ -163,27 +160,6 @@ TEST(MeshPart, EqualsThePlainExtractionAtCrowdedVertices) {
             expect_same_as_plain(mesh, builder, 1);
             expect_same_as_plain(mesh, builder, 0);
         }
-    }
-}
-
-// A side for each group, one seam, and normals that a group joins only afterwards.
-TEST(MeshPart, SplitsVerticesWhereNormalsOrCoordinatesDo) {
-    const MeshBuilder tent = MeshBuilder({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {-1, 0, 1}, {0, -1, 1}},
-                                         {{0, 1, 2}, {0, 2, 3}, {0, 3, 4}});
-    const struct {
-        const char* name;
-        MeshBuilder mesh;
-        size_t vertices;
-    } meshes[] = {
-        {"box with a group for each side", box_mesh(1, 2, 3), 24},
-        {"grid in one group", grid_mesh(4, 3, 1), 20},
-        {"faces without groups share the last normal", MeshBuilder(tent).groups({0, 0, 0}), 5},
-        {"two groups", MeshBuilder(tent).groups({1, 1, 2}), 7},
-        {"two groups that the third face joins at the top", MeshBuilder(tent).groups({1, 2, 3}), 6},
-    };
-    MeshPartBuilder builder;
-    for (const auto& mesh : meshes) {
-        EXPECT_EQ(expect_same_as_plain(mesh.mesh, builder, 0), mesh.vertices) << mesh.name;
     }
 }
 

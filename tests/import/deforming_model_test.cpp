@@ -179,26 +179,6 @@ struct Square : MadeModel {
     aiMesh& mesh;
 };
 
-TEST(DeformingParts, ApartOnlyWhereTheyMoveApart) {
-    Square square;
-    square.bone("A", {{0, 3}, {3, 0.5f}, {2, 1}, {4, 0.5f}});  // of 0 and 3 only 0 is all A's
-    square.bone("B", {{3, 0.5f}, {4, 1.5f}, {5, 1}});
-    EXPECT_EQ(square.heights(), (std::vector<float>{10, 0, 10, 5, 2.5f, 0})) << "by corner";
-    EXPECT_EQ(square.warnings, std::vector<std::string>());
-
-    Square together;
-    together.bone("A", {{0, 1}, {2, 0.5f}, {3, 1}, {5, 1}});
-    together.bone("B", {{2, 0.5f}, {5, 1}});
-    EXPECT_EQ(together.heights(), (std::vector<float>{10, 0, 5, 0})) << "what moves alike is one";
-}
-
-TEST(DeformingParts, RestOnTheWayToTargets) {
-    Square square;
-    square.bone("A", {{1, 1}});
-    square.target({{}, {1, 0, 8}, {}, {}, {}, {}}, 0.25f);
-    EXPECT_EQ(square.heights()[1], 12) << "first the target, then the bone";
-}
-
 TEST(DeformingParts, LeaveOutWhatIsBrokenAndSaySo) {
     constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     Square square;

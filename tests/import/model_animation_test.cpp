@@ -82,27 +82,6 @@ float height_at(const ModelAnimation& animation, const aiNode& node, int seconds
     return place.at(seconds * TIME_TICKSPERSEC, valid).GetTrans().z;
 }
 
-TEST(ModelAnimation, GoesOnBeyondItsKeysAsTheChannelSays) {
-    const std::tuple<const char*, aiAnimBehaviour, float, float> cases[] = {
-        // what it does, and where it is at -1 and at 7 seconds, with keys from 0 to 4
-        {"default", aiAnimBehaviour_DEFAULT, 10, 30},
-        {"constant", aiAnimBehaviour_CONSTANT, 10, 30},
-        {"linear", aiAnimBehaviour_LINEAR, 9, 57},
-        {"repeat", aiAnimBehaviour_REPEAT, 21, 21}};
-    for (const auto& [name, behaviour, before, behind] : cases) {
-        SCOPED_TRACE(name);
-        MadeModel model({"A"});
-        aiNodeAnim& channel = model.move("A", {{4, 30}, {0, 10}, {2, 12}});  // out of order
-        channel.mPreState = channel.mPostState = behaviour;
-        const ModelAnimation animation = model.animation();
-        Interval valid = FOREVER;
-        EXPECT_FLOAT_EQ(height_at(animation, model.node(0), 3, valid), 21);
-        EXPECT_EQ(valid.Start(), valid.End());
-        EXPECT_FLOAT_EQ(height_at(animation, model.node(0), -1, valid), before);
-        EXPECT_FLOAT_EQ(height_at(animation, model.node(0), 7, valid), behind);
-    }
-}
-
 TEST(ModelAnimation, LeavesOutWhatCannotBeAndSaysSo) {
     constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     MadeModel model({"A", "B"});

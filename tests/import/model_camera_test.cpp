@@ -61,33 +61,6 @@ TEST(ModelCamera, StandsLooksAndOpensAsInTheFile) {
                   {0.9325f, -0.8912f, -0.4010f}, {-0.3174f, -0.8953f, 0.3125f}, {49.134f, 0.1f});
 }
 
-// The host wrote these scenes in two formats; the readers of both have to arrive at the same
-// motion, also of what hangs on a camera, which only the reader of 3DS turns. Between their keys
-// the 3DS files leave the ease out.
-TEST(ModelCamera, MovesInA3dsFileAsInTheAseFileOfTheSameScene) {
-    SKIP_WITHOUT_MODELS();
-    const std::tuple<std::string, const char*, std::vector<int>> cases[] = {
-        {"CameraRollAnim", "Camera01", {0, 120}},
-        {"TargetCameraAnim", "Camera01", {0, 30, 90}},
-        {"CameraRollAnimWithChildObject", "Camera01", {0, 120}},
-        {"CameraRollAnimWithChildObject", "Box02", {0, 120}}};
-    for (const auto& [file, node, frames] : cases) {
-        SCOPED_TRACE(file);
-        ImportedModel ase(kModels + "ASE/" + file + ".ase");
-        ImportedModel max_3ds(kModels + "3DS/" + file + ".3ds");
-        EXPECT_EQ(max_3ds.host().GetAnimRange().End(), ase.host().GetAnimRange().End());
-        for (const int frame : frames) {
-            const Matrix3 wanted = ase.find(node).GetNodeTM(frame * 160);
-            const Matrix3 given = max_3ds.find(node).GetNodeTM(frame * 160);
-            for (int row = 0; row < 4; ++row) {
-                EXPECT_LT((given.GetRow(row) - wanted.GetRow(row)).Length(),
-                          row < 3 ? 2e-3f : 0.06f)
-                    << frame << " row " << row;
-            }
-        }
-    }
-}
-
 TEST(ModelLight, IsAnOmniLightWithItsColourAndIntensity) {
     SKIP_WITHOUT_MODELS();
     const std::tuple<const char*, const char*, Point3, float, Point3> cases[] = {

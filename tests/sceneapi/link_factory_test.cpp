@@ -149,7 +149,6 @@ TEST_F(LinkFactoryTest, ChoosesAmongTheRunningRenderers) {
         {{{11, 7, kOther, 1}, {9, 8, kRoom, 2}}, "room", true, 2, true},
         {{{9, 7, kRoom, 1}, {10, 8, kRoom, 2}}, "room", false, 2, true},
         {{{9, 7, kRoom, 1}, {9, 8, kRoom, 2}}, "room", false, 1, true},
-        {{{11, 7, kOther, 1}}, "room", false, 0, false},
         {{{11, 7, kUnnamed, 1}}, "", false, 0, false},
         {{{9, 7, kEmpty, 1}, {10, 8, kOther, 2}, {10, 9, kEmpty, 3}}, "", true, 2, false},
         {{{9, 7, "<scene>", 1}}, "", true, 1, false},
@@ -304,8 +303,6 @@ TEST(SceneTree, IsSearchedAsDeepAsTheVersionHasItsScenes) {
         int version;
         bool is_empty, holds;
     } cases[] = {
-        {"<a name=\"n\"/>", 11, false, true},
-        {"<a><b/></a>", 11, true, false},
         {"<a><b><c/><c><d/></c></b></a>", 11, false, false},
         {"<a><b/><b><c><d/></c></b></a>", 11, true, false},
         {"<a><b><c name=\"n\"/></b></a>", 6, true, true},
@@ -313,7 +310,6 @@ TEST(SceneTree, IsSearchedAsDeepAsTheVersionHasItsScenes) {
         {"<a><b><c><d name=\"n\"/></c></b></a>", 7, false, true},
         {"<a><b><c><d><e name=\"n\"/></d></c></b></a>", 7, false, false},
         {"<a><b modelset=\"active\" name=\"n\"/></a>", 11, true, true},
-        {"<a><b modelset=\"\" name=\"n\"/></a>", 11, true, false},
         {"<a><b modelset=\"hidden\"><c name=\"n\"/></b></a>", 11, true, false},
         {"<a><b modelset=\"hidden\"/><b name=\"n\"/></a>", 11, true, true},
     };

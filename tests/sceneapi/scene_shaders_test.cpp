@@ -55,20 +55,6 @@ TEST(SceneShaders, AnonymousOnesStandWhereTheyAreUsed) {
               "}\n");
 }
 
-TEST(SceneShaders, AsTheValueOfAParameter) {
-    EXPECT_EQ(written_by([](Api& a) {
-                  a.begin_camera("c");
-                  a.begin_shader(nullptr, "qor_envmap"), a.end_shader();
-                  const qorShaderHandle shader = a.current_shader();
-                  a.set_parameter("reflection map", parameter_code::kShader, &shader);
-                  const qorShaderHandle none = nullptr;
-                  a.set_parameter("nothing", parameter_code::kShader, &none);
-                  put_one(a);
-                  a.end_camera();
-              }),
-              "\ncamera \"c\" {\nreflection map \"qor_envmap\" {\n}\nnothing \nn 1\n}\n");
-}
-
 TEST(SceneShaders, KindsAndNullHandles) {
     const std::pair<std::int32_t, std::string> kinds[] = {
         {0, "surface "},

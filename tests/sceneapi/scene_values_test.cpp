@@ -55,18 +55,16 @@ TEST(SceneValues, EachCodeHasItsForm) {
         {17, ints, "-2147483648 0 2147483647"},
         {18, ints, "-2147483648 0 2147483647 7"},
         {23, ints + 3, "7"},
-        // Codes that carry nothing for a file, and one that nobody knows.
-        {8, floats, ""},
-        {12, floats, ""},
-        {19, floats, ""},
-        {0x2000, floats, ""},
-        {0x4000, floats, ""},
-        {11, floats, ""},
-        {-1 & ~0x8000, floats, ""},
     };
     for (const auto& form : forms) {
         EXPECT_EQ(value_text(form.code, form.value), form.text) << "code " << form.code;
     }
+    // What carries nothing for a file, and codes that nobody knows.
+    for (const std::int32_t code : {8, 11, 12, 19, 0x2000, 0x4000, -1 & ~0x8000}) {
+        EXPECT_EQ(value_text(code, floats), "") << code;
+    }
+    const void* const no_shader = nullptr;
+    EXPECT_EQ(value_text(parameter_code::kShader, &no_shader), "");
 }
 
 // Only a single float is looked at: what the renderer can't take becomes -1.

@@ -4,7 +4,6 @@
 
 #include <sstream>
 
-#include "plugins/3dsmax/shell/radius_scale.h"
 #include "standins/host/memory/memory_host.h"
 
 namespace {
@@ -20,25 +19,27 @@ std::string flags_of(const Qor::Options& options) {
 
 TEST(TerminalDialog, TakesTheAnswersOver) {
     const std::string initial = "1011111110";
+    const std::string kept = "\n\n\n\n\n\n\n";
+    // The label loses a decimal where the multiplier passes 0.5.
     const struct {
         const char* what;
-        const char* input;
+        std::string input;
         bool confirmed;
         std::string flags;
         float multiplier;
+        const char* shown;
     } cases[] = {
-        {"only empty lines", "\n\n\n\n\n\n\n\n\n\n", true, initial, RadiusMultiplierAt(50)},
-        {"all changed", "0\n1\n100\n0\n0\n0\n0\n0\n0\n1\n", true, "0101000001",
-         RadiusMultiplierAt(100)},
-        {"lines of Windows", "0\r\n\r\n7\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n", true, "0011111110",
-         RadiusMultiplierAt(7)},
-        {"what means nothing is asked again",
-         "yes\n2\n-1\n0\n\n0\n101\n99999999999\n1\n\n\n\n\n\n\n\n", true, "0011111110",
-         RadiusMultiplierAt(1)},
-        {"no input", "", false, initial, 1.0f},
-        {"an end after the multiplier", "0\n1\n100\n0\n", false, initial, RadiusMultiplierAt(100)},
-        {"an end before the last answer", "0\n1\n1\n0\n0\n0\n0\n0\n0\n", false, initial,
-         RadiusMultiplierAt(1)},
+        {"only empty lines", "\n\n\n" + kept, true, initial, 0.99904f, "= 1.0\n"},
+        {"all changed", "0\n1\n100\n0\n0\n0\n0\n0\n0\n1\n", true, "0101000001", 9.9998f,
+         "= 10.0\n"},
+        {"lines of Windows", "0\r\n\r\n34\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n", true, "0011111110",
+         0.47801f, "= 0.48\n"},
+        {"what means nothing is asked again", "yes\n2\n-1\n0\n\n0\n101\n99999999999\n1\n" + kept,
+         true, "0011111110", 0.10452f, "= 0.10\n"},
+        {"no input", "", false, initial, 1.0f, ""},
+        {"an end after the multiplier", "0\n1\n35\n0\n", false, initial, 0.50055f, "= 0.5\n"},
+        {"an end before the last answer", "0\n1\n1\n0\n0\n0\n0\n0\n0\n", false, initial, 0.10452f,
+         "= 0.10\n"},
     };
     for (const auto& dialog : cases) {
         SCOPED_TRACE(dialog.what);
@@ -49,7 +50,8 @@ TEST(TerminalDialog, TakesTheAnswersOver) {
         std::ostringstream out;
         EXPECT_EQ(AskForOptions(options, in, out), dialog.confirmed);
         EXPECT_EQ(flags_of(options), dialog.flags);
-        EXPECT_EQ(options.CurveRadiusMultiplier, dialog.multiplier);
+        EXPECT_NEAR(options.CurveRadiusMultiplier, dialog.multiplier, 1e-4 * dialog.multiplier);
+        EXPECT_NE(out.str().find(dialog.shown), std::string::npos) << out.str();
     }
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "tests/vsqinfo/scene_text.h"
+#include "tools/vsqinfo/group_tree.h"
 #include "tools/vsqinfo/vsq_reader.h"
 
 namespace {
@@ -38,8 +39,43 @@ std::string rich_file() {
            numbered_material + "}\n#error \"No triangles defined\"\ntransform " + matrix +
            "\n}\nobject \"hair\" {\ngeometry \"qor_curves\" {\n\"radius\" 1,\n" +
            binary("p", 'c', std::vector<std::uint32_t>(12, 0x3f800000)) +
-           binary("nvertices", 'i', {4}) + "}\n" + nested_material + "}\ntransform " + matrix +
+           binary("nvertices", 'i', {4}) + "}\n" + nested_material + "}\nset transform " + matrix +
            "\n}\n}\n";
+}
+
+TEST(VsqReader, SaysWhatAFileHolds) {
+    std::ostringstream tree;
+    vsqinfo::GroupTree listener(tree);
+    EXPECT_EQ(summary_text(read(rich_file(), &listener)), R"(size          1547 bytes
+format        version 9, id 1
+written by    Velmora SceneApi oo 11.2.0  (built Fri Feb 11 13:51:42 2022)
+module        "qorrtopt.so"
+              import_mode on
+              meter_scale 100
+root group    "object", flags 0
+groups        2
+objects       2
+triangles     1  (3 vertices)
+curves        1  (4 points)
+materials     2  (2 blocks, 6 shaders)
+textures      1  (1 environments)
+lights        0
+cameras       1
+animations    1  (2 keys)
+matrices      2
+not finite    4
+errors        1
+              No triangles defined
+)");
+    EXPECT_EQ(tree.str(), R"(group "object"
+  camera "Camera"
+  group "Box001"
+    group "\xe9"
+      object "Box001"
+      transform 1 0 0 0, 0 1 0 0, 0 0 1 0, 2.5 -3e-07 inf 1
+    object "hair"
+    set transform 1 0 0 0, 0 1 0 0, 0 0 1 0, 2.5 -3e-07 inf 1
+)");
 }
 
 TEST(DamagedFile, IsRefusedIfCutAtAnyByte) {

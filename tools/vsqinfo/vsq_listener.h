@@ -36,14 +36,6 @@ public:
     virtual void block_ends() {}
     /// A "transform" statement, or with `replaces` a "set transform".
     virtual void matrix(const VsqMatrix&, bool /*replaces*/) {}
-    /// Numbers and words as they stand in the file with one blank between them; texts decoded;
-    /// "! 7" for the shader of that number. Parameters that are a shader or an array don't come
-    /// here.
-    virtual void parameter(const std::string& /*name*/, const std::string& /*value*/) {}
-    /// `count` is the number of numbers, or of texts.
-    virtual void array(const std::string& /*name*/, std::uint64_t /*count*/) {}
-    /// A surface, shadow, volume or reflection map by the number of its shader.
-    virtual void assignment(std::string_view /*kind*/, std::int64_t /*shader*/) {}
 };
 
 }  // namespace vsqinfo

@@ -289,9 +289,8 @@ void VsqParser::read_assignment(const Statement& statement) {
         read_shader_value();
         return;
     }
-    const int64_t number = read_shader_number();
+    read_shader_number();
     tokens_.expect_line_end();
-    listener_.assignment(name_, number);
 }
 
 int64_t VsqParser::read_shader_number() {

@@ -55,7 +55,6 @@ private:
         bool in_animation_matrices = false;
         int indices = TriangleCheck::kNoIndices;
         std::uint64_t numbers = 0;
-        std::uint64_t texts = 0;
         std::uint64_t element_numbers = 0;
         bool element_is_finite = true;
     };

@@ -64,7 +64,6 @@ void VsqParser::read_elements(ArrayScan& array, Ending ending) {
                     break;
                 }
                 tokens_.read_name(text_);
-                ++array.texts;
                 tokens_.skip_blanks();
                 if (source_.peek() == '{') {
                     stack_.push_back({array.offset, BlockKind::kArray, ending, false, false});
@@ -175,7 +174,6 @@ void VsqParser::end_array(const ArrayScan& array) {
     }
     if (block() == BlockKind::kAnimation && name == "timestamps")
         summary_.animation_keys += array.numbers;
-    listener_.array(name, array.numbers + array.texts);
 }
 
 void VsqParser::fail_in_body(const ArrayScan& array) const {

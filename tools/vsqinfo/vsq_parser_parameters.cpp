@@ -123,7 +123,6 @@ void VsqParser::end_value(Ending ending) {
 }
 
 void VsqParser::note_parameter() {
-    listener_.parameter(name_, value_);
     if (block() == BlockKind::kLoad && !summary_.modules.empty()) {
         auto& options = summary_.modules.back().options;
         if (options.size() < VsqSummary::kKeptOptions)

@@ -19,7 +19,7 @@ constexpr ParamID kWebRotationX = 1;
 constexpr ParamID kWebRotationY = 2;
 constexpr ParamID kWebRotationZ = 3;
 
-// In degrees about x: a web stands along z in the host, and along y in the renderer.
+// By how much a web is turned about x beside its own rotation, in degrees.
 constexpr double kQuarterTurn = 90.0;
 
 // How a light spreads its power by a measured distribution.
