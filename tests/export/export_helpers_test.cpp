@@ -4,6 +4,7 @@
 #include "plugins/3dsmax/export/frame_timing.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/renderer_textures.h"
+#include "plugins/3dsmax/export/unit_scale.h"
 #include "standins/host/memory/scene_builder.h"
 #include "tests/support/registry_entries.h"
 #include "tests/support/temporary_folder.h"
@@ -11,6 +12,20 @@
 namespace {
 
 using memhost::SceneBuilder;
+
+TEST(UnitScale, IsSystemUnitsInAMetre) {
+    const std::pair<int, float> units[] = {
+        {UNITS_INCHES, 39.37008f},    {UNITS_FEET, 3.28084f},
+        {UNITS_MILES, 1 / 1609.344f}, {UNITS_MILLIMETERS, 1000.0f},
+        {UNITS_CENTIMETERS, 100.0f},  {UNITS_METERS, 1.0f},
+        {UNITS_KILOMETERS, 0.001f},   {99, 1.0f},
+    };
+    for (const auto& [unit, scale] : units) {
+        SceneBuilder scene;
+        scene.unit(unit, 7.0f);  // the host's own scale plays no part
+        EXPECT_EQ(GetUnitScale(), scale) << unit;
+    }
+}
 
 // A track at least ends, whatever the host says of its frames.
 TEST(FrameTiming, WithoutAFrameLengthTheRangeIsOneFrame) {

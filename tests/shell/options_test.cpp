@@ -32,6 +32,38 @@ protected:
     memhost::MemoryHost host_;
 };
 
+// One setting is on, and all others are off.
+TEST_F(SettingsFile, HoldsEachSettingInItsOwnPlace) {
+    bool Options::*const fields[] = {&Options::HairAndFur,
+                                     &Options::GeneralCurves,
+                                     &Options::PhotometricLights,
+                                     &Options::SkyLights,
+                                     &Options::Bones,
+                                     &Options::TransformAnimations,
+                                     &Options::CameraAnimations,
+                                     &Options::Deformable,
+                                     &Options::cameras,
+                                     &Options::Layers};
+    for (size_t on = 0; on < std::size(fields); ++on) {
+        std::string wanted(std::size(fields), '0');
+        wanted[on] = '1';
+        Options options(&host_);
+        for (bool Options::*const field : fields) {
+            options.*field = field == fields[on];
+        }
+        options.Save();
+        std::string values = saved_lines();
+        values.erase(std::remove_if(values.begin(), values.end(),
+                                    [](char c) { return c != '0' && c != '1'; }),
+                     values.end());
+        EXPECT_EQ(values, wanted);
+        const Options loaded(&host_);
+        for (bool Options::*const field : fields) {
+            EXPECT_EQ(loaded.*field, field == fields[on]) << wanted;
+        }
+    }
+}
+
 TEST_F(SettingsFile, TakesJustOneForTrue) {
     const struct {
         const char* text;
