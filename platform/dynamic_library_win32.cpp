@@ -1,4 +1,7 @@
 #include "platform/dynamic_library.h"
+
+#include <windows.h>
+
 #include "platform/wide_text.h"
 
 namespace platform {

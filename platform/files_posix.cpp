@@ -8,8 +8,7 @@
 namespace platform {
 
 std::FILE* open_file(const std::string& path_utf8, const char* mode) {
-    std::FILE* file = std::fopen(path_utf8.c_str(), mode);
-    return file != nullptr ? file : std::fopen(native_path(path_utf8).c_str(), mode);
+    return std::fopen(native_path(path_utf8).c_str(), mode);
 }
 
 bool path_exists(const std::string& path_utf8) {

@@ -2,6 +2,9 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <windows.h>
+
+#include <cerrno>
 
 #include "platform/wide_text.h"
 
@@ -33,7 +36,13 @@ std::optional<std::uint64_t> file_size(const std::string& path_utf8) {
 }
 
 std::FILE* duplicate_standard_output() {
-    const int descriptor = _dup(1);
+    // A program without a console may have no standard output, and the C runtime ends a program
+    // that duplicates what isn't open.
+    if (_fileno(stdout) < 0) {
+        errno = EBADF;
+        return nullptr;
+    }
+    const int descriptor = _dup(_fileno(stdout));
     std::FILE* stream = descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
     if (stream == nullptr && descriptor >= 0) {
         _close(descriptor);
@@ -42,8 +51,12 @@ std::FILE* duplicate_standard_output() {
 }
 
 bool redirect_standard_output_to_error() {
+    if (_fileno(stdout) < 0 || _fileno(stderr) < 0) {
+        errno = EBADF;
+        return false;
+    }
     std::fflush(stdout);
-    return _dup2(2, 1) == 0;
+    return _dup2(_fileno(stderr), _fileno(stdout)) == 0;
 }
 
 bool set_binary_mode(std::FILE* stream) {

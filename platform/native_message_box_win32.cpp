@@ -1,4 +1,7 @@
 #include "platform/native_message_box.h"
+
+#include <windows.h>
+
 #include "platform/wide_text.h"
 
 namespace platform {

@@ -1,5 +1,7 @@
 #include "platform/process.h"
 
+#include <windows.h>
+
 #include "platform/wide_text.h"
 
 namespace platform {

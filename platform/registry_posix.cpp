@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <sstream>
+
+#include "platform/wide_text.h"
 
 namespace platform {
 
@@ -26,41 +29,14 @@ std::string registry_file_path() {
     return std::string(home != nullptr ? home : "") + "/.config/quoria/registry.reg";
 }
 
-void append_utf8(std::string& text, std::uint32_t character) {
-    if (character < 0x80) {
-        text += static_cast<char>(character);
-        return;
-    }
-    constexpr std::uint32_t kLeads[] = {0xc0, 0xe0, 0xf0};
-    const int lead = character < 0x800 ? 0 : character < 0x10000 ? 1 : 2;
-    text += static_cast<char>(kLeads[lead] | character >> 6 * (lead + 1));
-    for (int left = lead; left >= 0; --left) {
-        text += static_cast<char>(0x80 | (character >> 6 * left & 0x3f));
-    }
-}
-
-// From units of 16 bits, their low bytes first. A surrogate without its partner becomes U+FFFD.
+// From units of 16 bits, their low bytes first.
 std::string utf8_from_utf16(const std::string& bytes) {
-    std::string text;
-    std::uint32_t high = 0;  // the surrogate in front, or 0
+    std::wstring units;
     for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
-        const std::uint32_t unit =
-            static_cast<unsigned char>(bytes[i]) | static_cast<unsigned char>(bytes[i + 1]) << 8;
-        const bool is_high = (unit & 0xfc00) == 0xd800;
-        const bool is_low = (unit & 0xfc00) == 0xdc00;
-        if (high != 0 && is_low) {
-            append_utf8(text, 0x10000 + ((high & 0x3ff) << 10) + (unit & 0x3ff));
-        } else {
-            if (high != 0) {
-                append_utf8(text, 0xfffd);
-            }
-            if (!is_high) {
-                append_utf8(text, is_low ? 0xfffd : unit);
-            }
-        }
-        high = is_high ? unit : 0;
+        units += static_cast<wchar_t>(static_cast<unsigned char>(bytes[i]) |
+                                      static_cast<unsigned char>(bytes[i + 1]) << 8);
     }
-    return text;
+    return utf8_from_wide(units);
 }
 
 // Of the whole file, as UTF-8.
@@ -91,30 +67,78 @@ std::optional<std::string> take_quoted(std::string& line) {
     return std::nullopt;
 }
 
-// A character takes one unit of 16 bits, those of four bytes two, and the terminator one more.
-std::size_t stored_size(const std::string& text_utf8) {
-    std::size_t units = 1;
-    for (const char c : text_utf8) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool continues = (byte & 0xc0) == 0x80;
-        units += continues ? 0 : byte >= 0xf0 ? 2 : 1;
+// The bytes of "25,00,41,00" and nothing of anything else.
+std::optional<std::string> parse_bytes(const std::string& list) {
+    std::string bytes;
+    std::istringstream items(list);
+    for (std::string item; std::getline(items, item, ',');) {
+        char* end = nullptr;
+        const unsigned long byte = std::strtoul(item.c_str(), &end, 16);
+        if (end == item.c_str() || byte > 0xff) {
+            return std::nullopt;
+        }
+        bytes += static_cast<char>(byte);
     }
-    return units * 2;
+    return bytes;
 }
 
-// The right side of a value's line, or nothing for a form that nobody here asks for.
+// A value as Windows exports the kinds that have no short form, and damaged ones: by its bytes.
+RegistryValue value_of_bytes(RegistryType type, const std::string& bytes) {
+    RegistryValue value{type, {}, {}, bytes.size()};
+    if (type == RegistryType::kText || type == RegistryType::kExpandableText) {
+        const std::string text = utf8_from_utf16(bytes);
+        value.text = text.substr(0, text.find('\0'));
+    } else if (type == RegistryType::kNumber && bytes.size() == sizeof(std::uint32_t)) {
+        std::uint32_t number = 0;
+        for (size_t i = 0; i < bytes.size(); ++i) {
+            number |= static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[i])) << 8 * i;
+        }
+        value.number = number;
+    }
+    return value;
+}
+
+// The right side of a value's line, or nothing for a form that no export has.
 std::optional<RegistryValue> parse_value(std::string text) {
     if (std::optional<std::string> quoted = take_quoted(text)) {
-        const std::size_t size = stored_size(*quoted);
-        return RegistryValue{RegistryType::kText, std::move(*quoted), 0, size};
+        const std::size_t size = (wide_from_utf8(*quoted).size() + 1) * 2;  // with the terminator
+        return RegistryValue{RegistryType::kText, std::move(*quoted), {}, size};
     }
-    const std::string number_mark = "dword:";
-    if (text.compare(0, number_mark.size(), number_mark) == 0) {
-        const unsigned long number = std::strtoul(text.c_str() + number_mark.size(), nullptr, 16);
+    const std::size_t colon = text.find(':');
+    if (colon == std::string::npos) {
+        return std::nullopt;
+    }
+    const std::string kind = folded(text.substr(0, colon));
+    const std::string data = text.substr(colon + 1);
+    unsigned type = 0;
+    if (kind == "dword") {
+        const unsigned long number = std::strtoul(data.c_str(), nullptr, 16);
         return RegistryValue{
             RegistryType::kNumber, {}, static_cast<std::uint32_t>(number), sizeof(std::uint32_t)};
     }
+    if (std::sscanf(kind.c_str(), "hex(%x)", &type) == 1) {
+        if (const std::optional<std::string> bytes = parse_bytes(data)) {
+            return value_of_bytes(static_cast<RegistryType>(type), *bytes);
+        }
+    }
     return std::nullopt;
+}
+
+// The next line without its end, joined with those that a backslash at its end continues.
+bool read_line(std::istream& file, std::string& line) {
+    line.clear();
+    for (std::string part; std::getline(file, part);) {
+        if (!part.empty() && part.back() == '\r') {
+            part.pop_back();
+        }
+        line +=
+            line.empty() ? part : part.substr(std::min(part.find_first_not_of(' '), part.size()));
+        if (line.empty() || line.back() != '\\') {
+            return true;
+        }
+        line.pop_back();
+    }
+    return !line.empty();
 }
 
 }  // namespace
@@ -136,10 +160,7 @@ std::optional<RegistryKey> RegistryKey::open(RegistryHive hive, const std::strin
     std::unique_ptr<State> state;
     bool inside = false;
     std::istringstream file(registry_text());
-    for (std::string line; std::getline(file, line);) {
-        if (!line.empty() && line.back() == '\r') {
-            line.pop_back();
-        }
+    for (std::string line; read_line(file, line);) {
         if (!line.empty() && line.front() == '[') {
             inside = folded(line) == wanted;
             if (inside && !state) {

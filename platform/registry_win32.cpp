@@ -1,5 +1,7 @@
 #include "platform/registry.h"
 
+#include <windows.h>
+
 #include <cstring>
 #include <vector>
 
@@ -44,15 +46,14 @@ std::optional<RegistryValue> RegistryKey::read(const std::string& name) const {
         return std::nullopt;
     }
 
-    RegistryValue value{static_cast<RegistryType>(type), {}, 0, size};
-    if (type == REG_SZ) {
-        // The stored text need not be terminated, and what stands behind a terminator is no part
-        // of it.
+    RegistryValue value{static_cast<RegistryType>(type), {}, {}, size};
+    if (type == REG_SZ || type == REG_EXPAND_SZ) {
+        // The stored text need not be terminated, and the text ends at the first terminator.
         std::wstring text(size / sizeof(wchar_t), L'\0');
         std::memcpy(text.data(), data.data(), text.size() * sizeof(wchar_t));
         value.text = utf8_from_wide(text.c_str());
-    } else if (type == REG_DWORD && size == sizeof value.number) {
-        std::memcpy(&value.number, data.data(), sizeof value.number);
+    } else if (type == REG_DWORD && size == sizeof(std::uint32_t)) {
+        std::memcpy(&value.number.emplace(), data.data(), sizeof(std::uint32_t));
     }
     return value;
 }

@@ -1,5 +1,8 @@
-#include "platform/wide_text.h"
 #include "standins/renderer/operating_system.h"
+
+#include <windows.h>
+
+#include "platform/wide_text.h"
 
 namespace velmora {
 

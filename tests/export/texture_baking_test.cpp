@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "plugins/3dsmax/export/material_entry.h"
-#include "plugins/3dsmax/export/wide_from_utf8.h"
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/image_file.h"
 #include "standins/host/memory/scene_builder.h"
@@ -91,20 +90,6 @@ TEST(ApplyTexmap, DrawsAnyOtherMapOnceAndNamesItsFileInAnyCase) {
     const auto rock = memhost::read_image(units_from_utf8(folder / "textures/Rock_bump.png"));
     ASSERT_TRUE(rock && rock->width == 1024 && rock->height == 1024);
     EXPECT_TRUE(rock->at(1023, 1023) == (memhost::Pixel{255, 0, 0, 255}));
-}
-
-// Whatever is no well-formed character comes back byte by byte.
-TEST(WideFromUtf8, HoldsUnitsOf16Bits) {
-    const std::pair<std::string, std::wstring> texts[] = {
-        {"C:/\xc2\x80\xdf\xbf\xe0\xa0\x80\xef\xbf\xbf", L"C:/\x80\x7ff\x800\xffff"},
-        {"\xf0\x90\x80\x80\xf4\x8f\xbf\xbf", {0xD800, 0xDC00, 0xDBFF, 0xDFFF}},
-        {"\xe9 \xe2\x82", L"\xe9 \xe2\x82"},
-        {"\xc0\xaf\xe0\x80\xaf\xed\xa0\x80", L"\xc0\xaf\xe0\x80\xaf\xed\xa0\x80"},
-        {"\xf4\x90\x80\x80\xff", L"\xf4\x90\x80\x80\xff"},
-    };
-    for (const auto& [utf8, units] : texts) {
-        EXPECT_TRUE(WideFromUtf8(utf8) == units) << utf8;
-    }
 }
 
 }  // namespace

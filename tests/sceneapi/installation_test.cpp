@@ -67,6 +67,20 @@ TEST_F(InstallationTest, IsLookedForByPathThenByNameThenByNumber) {
     }
 }
 
+// A registered path may name variables of the environment.
+TEST_F(InstallationTest, TextsAreExpanded) {
+    const EnvironmentVariable variable("VSQ_PLACE", folder_.path().u8string());
+    auto entries = installation_entries(kUser, "Velmora 11", "", "", "");
+    entries[0].value = expandable_text("%VSQ_PLACE%/program");
+    entries[1].value = expandable_text("%VSQ_NONE%/%VSQ_PLACE%%");
+    entries[2].value = expandable_text(resources_);
+    const RegistryEntries registry(entries);
+    EXPECT_EQ(Installation::get().resource_folder(5, 20), resources_);
+    int version = 0;
+    EXPECT_EQ(Installation::get().bin_folder(5, 20, version),
+              "%VSQ_NONE%/" + folder_.path().u8string() + "%");
+}
+
 // A text is as long as its buffer when its 16-bit characters and the terminator fill it.
 TEST_F(InstallationTest, TextsBeyondTheirBuffersAreMissing) {
     const struct {
@@ -98,6 +112,9 @@ TEST_F(InstallationTest, PortsAreNumbersOrTexts) {
         {"", "dword:000010d0", "-2 -7 -7"},
         {fits, "\"4304\"", "0 4300 4304"},
         {too_long, "\"4304\"", "-2 -7 -7"},
+        // Numbers of two and of eight bytes, which no port has.
+        {"hex(4):cc,10", "dword:000010d0", "-2 -7 -7"},
+        {"dword:000010cc", "hex(4):d0,10,00,00,00,00,00,00", "-1 4300 -7"},
     };
     for (const auto& c : cases) {
         auto entries = installation_entries(kUser, "Velmora 11", program_, "", resources_);

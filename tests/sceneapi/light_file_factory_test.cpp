@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "importers/sceneapi/dev/build_time.h"
+#include "importers/sceneapi/dev/parameter_codes.h"
 #include "importers/sceneapi/dev/qorscene_api_file.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "tests/support/temporary_folder.h"
@@ -52,6 +53,19 @@ TEST(LightFileFactory, NamesThePathThatCantBeOpened) {
     const std::string path = folder / "missing" + "/scene.vsq";
     EXPECT_EQ(thrown_text([&path] { const LightFileFactory factory(path); }),
               "could not open file: \"" + path + "\"");
+}
+
+// The head of a binary array counts its numbers in 32 bits. The elements aren't looked at.
+TEST(LightFileFactory, TellsOfAnArrayTooLargeForItsHead) {
+    for (const std::uint32_t count : {0u, 1431655766u}) {
+        const TemporaryFolder folder;
+        LightFileFactory factory(folder / "f");
+        const qorArray array = {nullptr, count};
+        factory.get_api()->set_parameter("p", parameter_code::kArray | parameter_code::kColor,
+                                         &array);
+        EXPECT_EQ(thrown_text([&factory] { factory.close(); }),
+                  count == 0 ? "" : "could not close file");
+    }
 }
 
 #ifndef _WIN32

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -48,6 +49,7 @@ struct Fake {
     std::vector<std::string> looks = {""};  // the last one stays
     std::map<std::int64_t, const char*> trees;
     int open_port = 0;  // every one if it is 0
+    bool throws_at_the_end = false;
     enum { kNothing, kRoot, kQuery, kScene } gives = kScene;
 };
 Fake fake;
@@ -59,7 +61,13 @@ public:
         fake.calls.push_back(host + (" " + std::to_string(port)) + " " + std::to_string(argument));
         return fake.open_port == 0 || fake.open_port == port;
     }
-    bool disconnect() override { return fake.calls.emplace_back("disconnect").empty(); }
+    bool disconnect() override {
+        fake.calls.emplace_back("disconnect");
+        if (fake.throws_at_the_end) {
+            throw 7;
+        }
+        return true;
+    }
 };
 
 class FakeLibrary final : public live_library::Root, public live_library::QueryApi {
@@ -111,11 +119,12 @@ protected:
         unload();
     }
 
-    void install(const std::string& name, const std::string& program) {
+    void install(const std::string& name, const std::string& program,
+                 const char* first_port = "\"4301\"", const char* last_port = "\"4303\"") {
         const std::string path = folder_.path().u8string();
         auto all = installation_entries("HKEY_CURRENT_USER", name, folder_ / program, path, path);
-        all.push_back({all[0].hive, all[0].key, "LiveLinkPort", "\"4301\""});
-        all.push_back({all[0].hive, all[0].key, "LiveLinkMaxPort", "\"4303\""});
+        all.push_back({all[0].hive, all[0].key, "LiveLinkPort", first_port});
+        all.push_back({all[0].hive, all[0].key, "LiveLinkMaxPort", last_port});
         registry_.reset();
         registry_.emplace(all);
     }
@@ -136,6 +145,18 @@ protected:
     std::optional<platform::DynamicLibrary> keeper_;
     RepeatLinkFactory factory_;
 };
+
+// The host goes on, and the log tells. It is opened once in a process, so this test comes first.
+TEST_F(LinkFactoryTest, KeepsWhatTheLibraryThrowsAtTheEndToItself) {
+    add_library();
+    fake.throws_at_the_end = true;
+    EXPECT_NE(factory_.get_api(), nullptr);
+    fake.calls.clear();
+    factory_.close();
+    EXPECT_EQ(fake.calls, (Calls{"disconnect", "delete root"}));
+    EXPECT_THAT(file_contents(folder_ / "sceneapi.log"),
+                testing::HasSubstr("ERROR:  live library: disconnect failed: unknown reason"));
+}
 
 TEST_F(LinkFactoryTest, ChoosesAmongTheRunningRenderers) {
     add_library();
@@ -265,6 +286,15 @@ TEST_F(LinkFactoryTest, TellsWhatIsMissing) {
     registry_.reset();
     registry_.emplace(std::vector<RegistryEntry>{});
     check("query");  // for lack of an installation
+}
+
+TEST_F(LinkFactoryTest, SweepsOnlyPortsThatThereAre) {
+    add_library();
+    install("Velmora 11", "velmora.exe", "\"-2147483648\"", "\"2\"");
+    fake.open_port = -1;
+    EXPECT_EQ(factory_.get_api(), nullptr);
+    EXPECT_THAT(fake.calls, testing::IsSupersetOf({"127.0.0.1 1 1", "127.0.0.1 2 1"}));
+    EXPECT_THAT(fake.calls, testing::Not(testing::Contains("127.0.0.1 0 1")));
 }
 
 // The first library of a fitting name is taken even if it is of no use.

@@ -76,6 +76,20 @@ TEST(SceneShaders, KindsAndNullHandles) {
     }
 }
 
+// Its buffer may move while it grows, so what is copied into it must not be itself.
+TEST(SceneShaders, AnOpenShaderCantGoIntoItself) {
+    EXPECT_EQ(written_by([](Api& a) {
+                  a.begin_shader(nullptr, "t");
+                  const qorShaderHandle self = a.current_shader();
+                  EXPECT_FALSE(a.set_parameter_shader("n", self));
+                  a.set_parameter("n", parameter_code::kShader, &self);
+                  a.assign_shader(0, self);
+                  a.end_shader();
+                  a.assign_shader(0, self);
+              }),
+              "surface \"t\" {\n\"n\" ,\n}\n");
+}
+
 // A binary array in a buffer holds zero bytes, and the buffer grows far beyond its first size.
 TEST(SceneShaders, BinaryArraysSurviveInABuffer) {
     const std::vector<std::int32_t> zeros(5000);

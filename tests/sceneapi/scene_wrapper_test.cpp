@@ -61,7 +61,16 @@ TEST(SceneWrapper, TypesChooseTheCodes) {
               "set transform 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0\nprogress \"p\" 0.500\n\n");
 }
 
+template <typename Value, typename = void>
+constexpr bool kCanBeSet = false;
+template <typename Value>
+constexpr bool kCanBeSet<Value, std::void_t<decltype(std::declval<qorSceneapi_oo&>().set_parameter(
+                                    "name", std::declval<Value>()))>> = true;
+
+// A pointer would go out as a bool.
 TEST(SceneWrapper, RefusesLiteralTexts) {
+    static_assert(kCanBeSet<bool> && kCanBeSet<const char*>);
+    static_assert(!kCanBeSet<const wchar_t*> && !kCanBeSet<wchar_t*> && !kCanBeSet<const int*>);
     qorSceneapi_oo scene;
     const auto set_literal = [&scene] { scene.set_parameter("name", "literal"); };
     EXPECT_EQ(thrown_text<std::invalid_argument>(set_literal), "const char * are deprecated");

@@ -4,6 +4,8 @@
 #include <string>
 
 #ifdef _WIN32
+#include <windows.h>
+
 #include "platform/wide_text.h"
 #endif
 

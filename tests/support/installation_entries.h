@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
+#include "platform/wide_text.h"
 #include "tests/support/registry_entries.h"
 
 /// A text as a value of a `RegistryEntry`.
@@ -12,6 +14,18 @@ inline std::string registry_text(const std::string& text) {
         value += c == '\\' ? "\\\\" : std::string(1, c);
     }
     return value + "\"";
+}
+
+/// The same of the kind that may name variables of the environment, as Windows exports it.
+inline std::string expandable_text(const std::string& text) {
+    std::string value = "hex(2):";
+    for (const wchar_t unit : platform::wide_from_utf8(text) + L'\0') {
+        char bytes[16];
+        std::snprintf(bytes, sizeof bytes, "%02x,%02x,", unit & 0xff, unit >> 8 & 0xff);
+        value += bytes;
+    }
+    value.pop_back();
+    return value.insert(20, "\\\r\n  ");  // long values go over several lines
 }
 
 /// What registers an installation of the renderer under a name such as "Velmora 11".

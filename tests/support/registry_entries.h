@@ -54,6 +54,19 @@ inline RegistryEntries::RegistryEntries(const std::vector<RegistryEntry>& entrie
             RegSetValueExW(key, name.c_str(), 0, REG_SZ,
                            reinterpret_cast<const BYTE*>(wide.c_str()),
                            static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
+        } else if (entry.value.front() == 'h') {  // hex(KIND):BYTE,BYTE,...
+            std::vector<BYTE> bytes;
+            std::string digits;
+            for (const char c : entry.value.substr(entry.value.find(':') + 1) + ",") {
+                if (std::isxdigit(static_cast<unsigned char>(c))) {
+                    digits += c;
+                } else if (c == ',') {
+                    bytes.push_back(static_cast<BYTE>(std::stoul(digits, nullptr, 16)));
+                    digits.clear();
+                }
+            }
+            RegSetValueExW(key, name.c_str(), 0, std::stoul(entry.value.substr(4), nullptr, 16),
+                           bytes.data(), static_cast<DWORD>(bytes.size()));
         } else {
             const DWORD number = std::stoul(entry.value.substr(6), nullptr, 16);
             RegSetValueExW(key, name.c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number),

@@ -19,6 +19,10 @@ using platform::RegistryKey;
 
 constexpr char kRootKey[] = "SOFTWARE\\Quoria";
 constexpr char kProduct[] = "Velmora";
+constexpr char kProgramValue[] = "BinName";
+constexpr char kLibraryFolderValue[] = "BinFolder";
+constexpr char kFirstPortValue[] = "LiveLinkPort";
+constexpr char kLastPortValue[] = "LiveLinkMaxPort";
 
 // What the texts may take up in the registry, in bytes.
 constexpr std::size_t kValidatedTextSize = 2048;
@@ -36,22 +40,19 @@ bool can_be_read(const std::string& path) {
 }
 
 // The key of an installation that is really there.
-std::optional<RegistryKey> open_valid_key(RegistryHive hive, const std::string& name) {
-    std::optional<RegistryKey> key = RegistryKey::open(hive, std::string(kRootKey) + "\\" + name);
+std::optional<RegistryKey> open_valid_key(RegistryHive hive, const std::string& path) {
+    std::optional<RegistryKey> key = RegistryKey::open(hive, path);
     if (!key) {
         return std::nullopt;
     }
-    const std::optional<std::string> program = key->read_text("BinName", kValidatedTextSize);
+    const std::optional<std::string> program =
+        key->read_expanded_text(kProgramValue, kValidatedTextSize);
     const std::optional<std::string> resources =
-        key->read_text("ResourceFolder", kValidatedTextSize);
+        key->read_expanded_text(kResourceFolderValue, kValidatedTextSize);
     if (!program || !can_be_read(*program) || !resources || !platform::is_folder(*resources)) {
         return std::nullopt;
     }
     return key;
-}
-
-std::string key_name_of(int version) {
-    return std::string(kProduct) + " " + std::to_string(version);
 }
 
 // The number behind the last letter that is any of the product's: 11 of "C:\Velmora 11\", but also
@@ -71,12 +72,13 @@ int version_of_path(const std::string& path) {
 }
 
 std::optional<FoundInstallation> find_active_path(RegistryHive hive, const RegistryKey& root) {
-    const std::optional<std::string> path = root.read_text("VelmoraActivePath", kValidatedTextSize);
+    const std::optional<std::string> path =
+        root.read_expanded_text("VelmoraActivePath", kValidatedTextSize);
     const int version = path ? version_of_path(*path) : -1;
     if (version < 0) {
         return std::nullopt;
     }
-    std::optional<RegistryKey> key = open_valid_key(hive, key_name_of(version));
+    std::optional<RegistryKey> key = open_valid_key(hive, installation_key(version));
     if (!key) {
         return std::nullopt;
     }
@@ -84,13 +86,14 @@ std::optional<FoundInstallation> find_active_path(RegistryHive hive, const Regis
 }
 
 std::optional<FoundInstallation> find_named_version(RegistryHive hive, const RegistryKey& root) {
-    const std::optional<std::string> name = root.read_text("VelmoraVersion", kValidatedTextSize);
+    const std::optional<std::string> name =
+        root.read_expanded_text("VelmoraVersion", kValidatedTextSize);
     const std::size_t blank = name ? name->find(' ') : std::string::npos;
     const int version = blank == std::string::npos ? 0 : decimal_number(name->substr(blank + 1));
     if (version < 1) {
         return std::nullopt;
     }
-    std::optional<RegistryKey> key = open_valid_key(hive, *name);
+    std::optional<RegistryKey> key = open_valid_key(hive, std::string(kRootKey) + "\\" + *name);
     if (!key) {
         return std::nullopt;
     }
@@ -99,7 +102,7 @@ std::optional<FoundInstallation> find_named_version(RegistryHive hive, const Reg
 
 std::optional<FoundInstallation> find_by_scan(RegistryHive hive, int min_version, int max_version) {
     for (int version = max_version; version >= min_version; --version) {
-        if (std::optional<RegistryKey> key = open_valid_key(hive, key_name_of(version))) {
+        if (std::optional<RegistryKey> key = open_valid_key(hive, installation_key(version))) {
             return FoundInstallation{std::move(*key), version};
         }
     }
@@ -139,19 +142,19 @@ std::optional<FoundInstallation> open_installation(int min_version, int max_vers
 }
 
 std::string text_of(const std::optional<FoundInstallation>& found, const std::string& name) {
-    return found ? found->key.read_text(name, kUsedTextSize).value_or("") : std::string();
+    return found ? found->key.read_expanded_text(name, kUsedTextSize).value_or("") : std::string();
 }
 
 std::optional<std::int32_t> number_of(const RegistryKey& key, const std::string& name) {
     const std::optional<platform::RegistryValue> value = key.read(name);
-    if (!value || value->type != platform::RegistryType::kNumber) {
+    if (!value || !value->number) {
         return std::nullopt;
     }
-    return static_cast<std::int32_t>(value->number);
+    return static_cast<std::int32_t>(*value->number);
 }
 
 std::optional<std::int32_t> number_in_text_of(const RegistryKey& key, const std::string& name) {
-    const std::optional<std::string> text = key.read_text(name, kPortTextSize);
+    const std::optional<std::string> text = key.read_expanded_text(name, kPortTextSize);
     if (!text) {
         return std::nullopt;
     }
@@ -160,13 +163,17 @@ std::optional<std::int32_t> number_in_text_of(const RegistryKey& key, const std:
 
 }  // namespace
 
+std::string installation_key(int version) {
+    return std::string(kRootKey) + "\\" + kProduct + " " + std::to_string(version);
+}
+
 const Installation& Installation::get() {
     static const Installation installation;
     return installation;
 }
 
 std::string Installation::bin_name(int min_version, int max_version) const {
-    return text_of(open_installation(min_version, max_version), "BinName");
+    return text_of(open_installation(min_version, max_version), kProgramValue);
 }
 
 std::string Installation::bin_folder(int min_version, int max_version, int& version) const {
@@ -174,11 +181,11 @@ std::string Installation::bin_folder(int min_version, int max_version, int& vers
     if (found) {
         version = found->version;
     }
-    return text_of(found, "BinFolder");
+    return text_of(found, kLibraryFolderValue);
 }
 
 std::string Installation::resource_folder(int min_version, int max_version) const {
-    return text_of(open_installation(min_version, max_version), "ResourceFolder");
+    return text_of(open_installation(min_version, max_version), kResourceFolderValue);
 }
 
 Installation::PortStatus Installation::live_link_ports(int min_version, int max_version,
@@ -191,16 +198,16 @@ Installation::PortStatus Installation::live_link_ports(int min_version, int max_
 
     // The last port is looked for in the form that the first one has.
     auto read = number_of;
-    std::optional<std::int32_t> first = read(found->key, "LiveLinkPort");
+    std::optional<std::int32_t> first = read(found->key, kFirstPortValue);
     if (!first) {
         read = number_in_text_of;
-        first = read(found->key, "LiveLinkPort");
+        first = read(found->key, kFirstPortValue);
     }
     if (!first) {
         return PortStatus::kNoFirstPort;
     }
     first_port = *first;
-    const std::optional<std::int32_t> last = read(found->key, "LiveLinkMaxPort");
+    const std::optional<std::int32_t> last = read(found->key, kLastPortValue);
     if (!last) {
         return PortStatus::kNoLastPort;
     }

@@ -5,6 +5,17 @@
 
 namespace qor {
 
+/// Major versions of the renderer: those whose resources, ports and log will do, both ends
+/// included, and the one that scenes are made for.
+constexpr int kOldestRenderer = 5;
+constexpr int kNewestRenderer = 20;
+constexpr int kSceneRenderer = 11;
+
+/// The registry key of an installation by its major version, and the value that names the folder of
+/// its resources.
+std::string installation_key(int version);
+constexpr char kResourceFolderValue[] = "ResourceFolder";
+
 /// The renderer's installation on this machine, as it stands in the registry.
 ///
 /// Each operation takes the range of major versions that it accepts, both ends included, and looks

@@ -41,7 +41,7 @@ LightFileFactory::LightFileFactory(const std::string& path) {
 LightFileFactory::~LightFileFactory() {
     try {
         LightFileFactory::close();
-    } catch (const std::runtime_error&) {
+    } catch (...) {
         // `close` has told it on standard error.
     }
 }
@@ -71,7 +71,7 @@ void LightFileFactory::close() {
     api_.reset();
     const bool lost_bytes = std::ferror(stream_.get()) != 0;
     const bool failed_to_close = std::fclose(stream_.release()) != 0;
-    if (!lost_bytes && !failed_to_close) {
+    if (reason == 0 && !lost_bytes && !failed_to_close) {
         return;
     }
     if (reason != 0) {

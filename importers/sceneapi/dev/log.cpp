@@ -12,9 +12,6 @@ namespace qor {
 
 namespace {
 
-constexpr int kMinVersion = 5;
-constexpr int kMaxVersion = 20;
-
 constexpr std::uint64_t kStartAnewSize = 0x1400000;  // 20 MiB
 
 constexpr const char* kLevelNames[] = {
@@ -22,7 +19,8 @@ constexpr const char* kLevelNames[] = {
 };
 
 std::FILE* open_log() {
-    const std::string folder = Installation::get().resource_folder(kMinVersion, kMaxVersion);
+    const std::string folder =
+        Installation::get().resource_folder(kOldestRenderer, kNewestRenderer);
     if (folder.empty()) {
         return nullptr;
     }

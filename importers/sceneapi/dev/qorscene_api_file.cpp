@@ -74,8 +74,7 @@ bool qorScene_api_file::open_exclusive_block(Block block, std::string_view keywo
     if (block_ != Block::kNone) {
         return false;
     }
-    in_shader_buffer_ = false;
-    choose_target();
+    set_shader_state(false, current_shader_);
     plain_parameters_ = true;
     block_ = block;
     if (name != nullptr) {

@@ -144,7 +144,8 @@ private:
     void write_binary_body(char tag, std::uint32_t count, const void* numbers, size_t size);
 
     void push_shader_state();
-    void choose_target();
+    void set_shader_state(bool in_shader_buffer, ShaderBuffer* current_shader);
+    bool can_be_copied(qorShaderHandle shader) const;
 
     NumericLocale numeric_locale_;
     OwnedStream own_stream_;  // of a writer that opened its file itself
@@ -156,7 +157,8 @@ private:
     Block block_ = Block::kNone;
     bool in_geometry_definition_ = false;
 
-    // Shaders. Handles stay valid to the end, so no buffer goes before the writer does.
+    // Shaders. Handles stay valid to the end, so no buffer goes before the writer does. The first
+    // two change through `set_shader_state` alone.
     bool in_shader_buffer_ = false;
     ShaderBuffer* current_shader_ = nullptr;
     std::vector<std::unique_ptr<ShaderBuffer>> all_shader_buffers_;

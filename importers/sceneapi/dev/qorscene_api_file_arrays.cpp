@@ -1,56 +1,22 @@
+#include <cerrno>
 #include <cstring>
+#include <limits>
 
 #include "importers/sceneapi/dev/number_text.h"
-#include "importers/sceneapi/dev/parameter_codes.h"
+#include "importers/sceneapi/dev/parameter_forms.h"
 #include "importers/sceneapi/dev/qorscene_api_file.h"
 
 // Arrays in their binary and text forms, in one call or element by element.
 
 namespace {
 
-enum class ElementForm {
-    kFloats,
-    kCheckedFloat,
-    kFixedDouble,
-    kDoubles,
-    kInt,
-    kZeroOne,
-    kMatrix,
-    kText
-};
-
-struct ArrayForm {
-    std::int32_t code;
-    ElementForm form;
-    int numbers;         // in an element
-    size_t number_size;  // in bytes
-    char tag;            // of the binary body; 0 for a form that is always text
-};
-
-constexpr ArrayForm kArrayForms[] = {
-    {parameter_code::kColor, ElementForm::kFloats, 3, sizeof(float), 'c'},
-    {parameter_code::kFloat4, ElementForm::kFloats, 4, sizeof(float), 0},
-    {parameter_code::kFloat, ElementForm::kCheckedFloat, 1, sizeof(float), 'f'},
-    {parameter_code::kDouble, ElementForm::kFixedDouble, 1, sizeof(double), 'r'},
-    {parameter_code::kVector, ElementForm::kDoubles, 3, sizeof(double), 0},
-    {parameter_code::kInt, ElementForm::kInt, 1, sizeof(std::int32_t), 'i'},
-    {parameter_code::kBool, ElementForm::kZeroOne, 1, sizeof(std::int32_t), 0},
-    {parameter_code::kMatrix, ElementForm::kMatrix, 16, sizeof(double), 0},
-    {parameter_code::kText, ElementForm::kText, 1, sizeof(const char*), 0},
-    {parameter_code::kTextPointer, ElementForm::kText, 1, sizeof(const char*), 0},
-    {parameter_code::kIntToo, ElementForm::kInt, 1, sizeof(std::int32_t), 'i'},
-};
-
 constexpr unsigned char kBinaryMark[] = {1, 2, 3};
 constexpr std::uint32_t kElementsToALine = 8;
 
-const ArrayForm* find_form(std::int32_t element_code) {
-    for (const ArrayForm& form : kArrayForms) {
-        if (form.code == element_code) {
-            return &form;
-        }
-    }
-    return nullptr;
+// Null for an element that has no arrays.
+const ParameterCode* find_element_code(std::int32_t code) {
+    const ParameterCode* found = find_parameter_code(code);
+    return found != nullptr && found->element_size > 0 ? found : nullptr;
 }
 
 template <typename Number>
@@ -66,29 +32,31 @@ char* print_generals(char* out, const void* element, int count, char separator) 
 }
 
 // The text of one element that is made of numbers.
-char* print_element(char* out, const ArrayForm& form, const void* element) {
+char* print_element(char* out, const ParameterCode& form, const void* element) {
     switch (form.form) {
-        case ElementForm::kFloats:
-            return print_generals<float>(out, element, form.numbers, ' ');
-        case ElementForm::kCheckedFloat:
+        case ParameterForm::kFloats:
+            return print_generals<float>(out, element, form.count, ' ');
+        case ParameterForm::kCheckedFloat:
             return number_text::print_general(
                 out,
                 static_cast<double>(number_text::ordinary(*static_cast<const float*>(element))));
-        case ElementForm::kFixedDouble:
+        case ParameterForm::kFixedDouble:
             return number_text::print_fixed(
                 out, number_text::ordinary(*static_cast<const double*>(element)));
-        case ElementForm::kDoubles:
-            return print_generals<double>(out, element, form.numbers, ' ');
-        case ElementForm::kInt:
+        case ParameterForm::kDoubles:
+            return print_generals<double>(out, element, form.count, ' ');
+        case ParameterForm::kInts:
             return number_text::print_int(out, *static_cast<const std::int32_t*>(element));
-        case ElementForm::kZeroOne:
+        case ParameterForm::kBool:
             *out = *static_cast<const std::int32_t*>(element) != 0 ? '1' : '0';
             return out + 1;
-        case ElementForm::kMatrix:
-            out = print_generals<double>(out, element, form.numbers, ' ');
+        case ParameterForm::kMatrix:
+            out = print_generals<double>(out, element, form.count, ' ');
             *out = ' ';
             return out + 1;
-        case ElementForm::kText:
+        case ParameterForm::kText:
+        case ParameterForm::kTextPointer:
+        case ParameterForm::kShader:
             break;
     }
     return out;
@@ -97,16 +65,21 @@ char* print_element(char* out, const ArrayForm& form, const void* element) {
 }  // namespace
 
 void qorScene_api_file::write_array(std::int32_t element_code, const qorArray& array) {
-    const ArrayForm* form = find_form(element_code);
+    const ParameterCode* form = find_element_code(element_code);
     if (form == nullptr) {
         return;
     }
-    const size_t element_size = form->numbers * form->number_size;
+    const size_t element_size = form->element_size;
 
     out_.write_raw("[ ");
     if (form->tag != 0 && binary_arrays_) {
-        const std::uint32_t numbers = array.count * static_cast<std::uint32_t>(form->numbers);
-        write_binary_body(form->tag, numbers, array.data, array.count * element_size);
+        const std::uint64_t numbers = static_cast<std::uint64_t>(array.count) * form->count;
+        if (numbers > std::numeric_limits<std::uint32_t>::max()) {
+            out_.fail(EFBIG);
+            return;
+        }
+        write_binary_body(form->tag, static_cast<std::uint32_t>(numbers), array.data,
+                          array.count * element_size);
         out_.write_raw("] ");
         return;
     }
@@ -116,13 +89,13 @@ void qorScene_api_file::write_array(std::int32_t element_code, const qorArray& a
         const bool last = i + 1 == array.count;
         char text[number_text::kFixedRoom + 16 * (number_text::kShortRoom + 1)];
         char* end = text;
-        if (form->form == ElementForm::kText) {
+        if (form->form == ParameterForm::kText || form->form == ParameterForm::kTextPointer) {
             const char* name;
             std::memcpy(&name, element, sizeof name);
             out_.write_bare_name(name);
             *end++ = last ? ' ' : ',';
             *end++ = '\n';
-        } else if (form->form == ElementForm::kMatrix) {
+        } else if (form->form == ParameterForm::kMatrix) {
             out_.write_indented("");
             end = print_element(text, *form, element);
             if (!last) {
@@ -170,12 +143,12 @@ bool qorScene_api_file::begin_array(const char* name) {
 }
 
 void qorScene_api_file::add_array_element(std::int32_t type, const void* value) {
-    const ArrayForm* form = find_form(type);
+    const ParameterCode* form = find_parameter_code(type);
     const bool gathers = type == parameter_code::kColor || type == parameter_code::kFloat ||
                          type == parameter_code::kInt;
     if (gathers && binary_arrays_) {
         std::uint32_t words[3];
-        const size_t count = static_cast<size_t>(form->numbers);
+        const size_t count = static_cast<size_t>(form->count);
         std::memcpy(words, value, count * sizeof words[0]);
         array_values_.insert(array_values_.end(), words, words + count);
         array_tag_ = form->tag;

@@ -32,8 +32,13 @@ void qorScene_api_file::write_shader_kind(std::int32_t kind) {
     out_.write_indented("surface");
 }
 
+// The text of an open shader can go anywhere but into itself.
+bool qorScene_api_file::can_be_copied(qorShaderHandle shader) const {
+    return shader != nullptr && !(in_shader_buffer_ && shader == current_shader_);
+}
+
 void qorScene_api_file::assign_shader(std::int32_t kind, qorShaderHandle shader) {
-    if (shader == nullptr) {
+    if (!can_be_copied(shader)) {
         return;
     }
     write_shader_kind(kind);
@@ -51,8 +56,10 @@ void qorScene_api_file::assign_shader_id(std::int32_t kind, std::int32_t id) {
 }
 
 // Writes go to the open anonymous shader, or else to the stream.
-void qorScene_api_file::choose_target() {
-    out_.set_target(in_shader_buffer_ ? current_shader_ : nullptr);
+void qorScene_api_file::set_shader_state(bool in_shader_buffer, ShaderBuffer* current_shader) {
+    in_shader_buffer_ = in_shader_buffer;
+    current_shader_ = current_shader;
+    out_.set_target(in_shader_buffer ? current_shader : nullptr);
 }
 
 void qorScene_api_file::push_shader_state() {
@@ -64,15 +71,12 @@ void qorScene_api_file::push_shader_state() {
 bool qorScene_api_file::begin_shader(const char* name, const char* type) {
     push_shader_state();
     if (name != nullptr) {
-        in_shader_buffer_ = false;
-        choose_target();
+        set_shader_state(false, current_shader_);
         open_block("#define shader ", {name, type});
         return true;
     }
     all_shader_buffers_.push_back(std::make_unique<ShaderBuffer>());
-    current_shader_ = all_shader_buffers_.back().get();
-    in_shader_buffer_ = true;
-    choose_target();
+    set_shader_state(true, all_shader_buffers_.back().get());
     saved_indents_.push_back(out_.indent());
     out_.set_indent(0);
     out_.write_quoted_name(type);
@@ -83,8 +87,7 @@ bool qorScene_api_file::begin_shader(const char* name, const char* type) {
 
 bool qorScene_api_file::begin_shader_id(const char* type, std::int32_t id) {
     push_shader_state();
-    in_shader_buffer_ = false;
-    choose_target();
+    set_shader_state(false, current_shader_);
     out_.write_indented("#define shader ");
     write_decimal(id);
     out_.write_raw(" ");
@@ -112,10 +115,9 @@ void qorScene_api_file::end_shader() {
         saved_shaders_.pop_back();
     }
     if (!saved_in_shader_buffer_.empty()) {
-        in_shader_buffer_ = saved_in_shader_buffer_.back();
+        set_shader_state(saved_in_shader_buffer_.back(), current_shader_);
         saved_in_shader_buffer_.pop_back();
     }
-    choose_target();
 }
 
 qorShaderHandle qorScene_api_file::current_shader() {
@@ -128,8 +130,7 @@ void qorScene_api_file::push_shader() {
 
 void qorScene_api_file::pop_shader() {
     if (!saved_shaders_.empty()) {
-        current_shader_ = saved_shaders_.back();
+        set_shader_state(in_shader_buffer_, saved_shaders_.back());
         saved_shaders_.pop_back();
     }
-    choose_target();
 }

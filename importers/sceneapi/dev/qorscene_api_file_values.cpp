@@ -1,5 +1,5 @@
 #include "importers/sceneapi/dev/number_text.h"
-#include "importers/sceneapi/dev/parameter_codes.h"
+#include "importers/sceneapi/dev/parameter_forms.h"
 #include "importers/sceneapi/dev/qorscene_api_file.h"
 #include "importers/sceneapi/dev/shader_buffer.h"
 
@@ -7,56 +7,8 @@
 
 namespace {
 
-enum class Form {
-    kFloats,
-    kCheckedFloat,  // what is no ordinary float is written as -1
-    kFixedDouble,
-    kDoubles,
-    kInts,
-    kOnOff,
-    kMatrix,
-    kText,
-    kTextPointer,
-    kShader,
-};
-
-struct ValueForm {
-    std::int32_t code;
-    Form form;
-    int count;
-};
-
-constexpr ValueForm kValueForms[] = {
-    {parameter_code::kColor, Form::kFloats, 3},
-    {parameter_code::kFloat4, Form::kFloats, 4},
-    {parameter_code::kFloat, Form::kCheckedFloat, 1},
-    {parameter_code::kDouble, Form::kFixedDouble, 1},
-    {parameter_code::kVector, Form::kDoubles, 3},
-    {parameter_code::kInt, Form::kInts, 1},
-    {parameter_code::kBool, Form::kOnOff, 1},
-    {parameter_code::kMatrix, Form::kMatrix, 1},
-    {parameter_code::kText, Form::kText, 1},
-    {parameter_code::kTextPointer, Form::kTextPointer, 1},
-    {parameter_code::kFloat2, Form::kFloats, 2},
-    {parameter_code::kFloat4Too, Form::kFloats, 4},
-    {parameter_code::kInt2, Form::kInts, 2},
-    {parameter_code::kInt3, Form::kInts, 3},
-    {parameter_code::kInt4, Form::kInts, 4},
-    {parameter_code::kIntToo, Form::kInts, 1},
-    {parameter_code::kShader, Form::kShader, 1},
-};
-
 constexpr int kIndentOfShaderValue = 2;
 constexpr int kMostNumbers = 16;  // of a matrix
-
-const ValueForm* find_form(std::int32_t code) {
-    for (const ValueForm& form : kValueForms) {
-        if (form.code == code) {
-            return &form;
-        }
-    }
-    return nullptr;
-}
 
 // A few numbers with one blank between them, put together before they are written.
 class NumberList {
@@ -113,7 +65,7 @@ bool qorScene_api_file::set_parameter_id(const char* name, std::int32_t id) {
 }
 
 bool qorScene_api_file::set_parameter_shader(const char* name, qorShaderHandle shader) {
-    if (shader == nullptr) {
+    if (!can_be_copied(shader)) {
         return false;
     }
     out_.write_quoted_name(name);
@@ -125,46 +77,46 @@ bool qorScene_api_file::set_parameter_shader(const char* name, qorShaderHandle s
 
 // A code without a form leaves the place of the value empty.
 void qorScene_api_file::write_value(std::int32_t code, const void* value) {
-    const ValueForm* form = find_form(code);
+    const ParameterCode* form = find_parameter_code(code);
     if (form == nullptr) {
         return;
     }
     NumberList numbers;
     switch (form->form) {
-        case Form::kFloats:
+        case ParameterForm::kFloats:
             numbers.add_all<float>(value, form->count);
             break;
-        case Form::kCheckedFloat:
+        case ParameterForm::kCheckedFloat:
             numbers.add(
                 static_cast<double>(number_text::ordinary(*static_cast<const float*>(value))));
             break;
-        case Form::kFixedDouble: {
+        case ParameterForm::kFixedDouble: {
             char text[number_text::kFixedRoom];
             const char* end = number_text::print_fixed(text, *static_cast<const double*>(value));
             out_.write_raw({text, static_cast<size_t>(end - text)});
             break;
         }
-        case Form::kDoubles:
+        case ParameterForm::kDoubles:
             numbers.add_all<double>(value, form->count);
             break;
-        case Form::kInts:
+        case ParameterForm::kInts:
             numbers.add_all<std::int32_t>(value, form->count);
             break;
-        case Form::kOnOff:
+        case ParameterForm::kBool:
             out_.write_raw(*static_cast<const std::int32_t*>(value) != 0 ? "on" : "off");
             break;
-        case Form::kMatrix:
+        case ParameterForm::kMatrix:
             write_narrowed_matrix(*static_cast<const qorMatrix*>(value));
             break;
-        case Form::kText:
+        case ParameterForm::kText:
             out_.write_bare_name(static_cast<const char*>(value));
             break;
-        case Form::kTextPointer:
+        case ParameterForm::kTextPointer:
             out_.write_bare_name(*static_cast<const char* const*>(value));
             break;
-        case Form::kShader: {
+        case ParameterForm::kShader: {
             const qorShaderHandle shader = *static_cast<const qorShaderHandle*>(value);
-            if (shader != nullptr) {
+            if (can_be_copied(shader)) {
                 const int level = out_.indent();
                 out_.set_indent(kIndentOfShaderValue);
                 out_.write_shader(*static_cast<const ShaderBuffer*>(shader));

@@ -58,6 +58,9 @@ public:
 
     /// Throws `std::invalid_argument`: without this form, a literal would go out as a bool.
     virtual void set_parameter(const std::string& name, const char* value);
+    /// A pointer to anything else would go out as a bool, too.
+    template <typename Pointed>
+    void set_parameter(const std::string& name, const Pointed* value) = delete;
     virtual bool set_parameter(const std::string& name, const std::string& value);
     virtual bool set_parameter(const std::string& name, const qorColor& value);
     virtual bool set_parameter(const std::string& name, const qorVector& value);

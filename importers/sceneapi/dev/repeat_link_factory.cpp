@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <exception>
 #include <thread>
 
 #include "importers/sceneapi/dev/installation.h"
 #include "importers/sceneapi/dev/live_library.h"
+#include "importers/sceneapi/dev/log.h"
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/scene_tree_search.h"
 #include "importers/sceneapi/dev/velmoralive_loader.h"
@@ -14,19 +16,24 @@ namespace qor {
 
 namespace {
 
-// The versions whose ports are tried where no renderer is known.
-constexpr int kMinPortVersion = 5;
-constexpr int kMaxPortVersion = 20;
-
 // The third argument of a connection: to a port that may be anybody's, and to a known renderer.
 constexpr std::int32_t kSweepArgument = 1;
 constexpr std::int32_t kKnownArgument = 4;
 
-// A registered range that ends far above it would keep the host busy for hours.
+// A registered range that goes far beyond these would keep the host busy for hours.
+constexpr std::int32_t kLowestPort = 1;
 constexpr std::int32_t kHighestPort = 0xffff;
 
 bool is_found(const RendererInstance& instance) {
     return instance.version_major != 0;
+}
+
+// A log that can't be written either leaves nothing to be told.
+void log_failure(const char* step, const char* reason) noexcept {
+    try {
+        QOR_LOG(kLogError) << "live library: " << step << " failed: " << reason;
+    } catch (...) {
+    }
 }
 
 // Of equal versions the first one stays.
@@ -133,11 +140,12 @@ bool RepeatLinkFactory::sweep_ports() {
     std::int32_t first = -1;
     std::int32_t last = -1;
     const Status status =
-        Installation::get().live_link_ports(kMinPortVersion, kMaxPortVersion, first, last);
+        Installation::get().live_link_ports(kOldestRenderer, kNewestRenderer, first, last);
     if (status != Status::kBothRead && status != Status::kNoLastPort) {
         return false;
     }
-    for (std::int32_t port = first; port <= std::min(last, kHighestPort); ++port) {
+    last = std::min(last, kHighestPort);
+    for (std::int32_t port = std::max(first, kLowestPort); port <= last; ++port) {
         if (api_->connect("127.0.0.1", port, kSweepArgument)) {
             return true;
         }
@@ -145,12 +153,23 @@ bool RepeatLinkFactory::sweep_ports() {
     return false;
 }
 
-void RepeatLinkFactory::disconnect() {
-    if (api_ != nullptr) {
-        api_->disconnect();
-        unload();
-        api_ = nullptr;
+// The library is closed and may throw, but the host must not end with an export that is over.
+void RepeatLinkFactory::disconnect() noexcept {
+    if (api_ == nullptr) {
+        return;
     }
+    const auto in_library = [](const char* step, auto&& call) {
+        try {
+            call();
+        } catch (const std::exception& failure) {
+            log_failure(step, failure.what());
+        } catch (...) {
+            log_failure(step, "unknown reason");
+        }
+    };
+    in_library("disconnect", [this] { api_->disconnect(); });
+    in_library("unload", [] { unload(); });
+    api_ = nullptr;
 }
 
 }  // namespace qor

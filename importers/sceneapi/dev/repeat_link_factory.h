@@ -49,7 +49,8 @@ public:
     /// A renderer needs no header.
     void write_header(qorSceneapi_oo&) override {}
 
-    /// Ends the connection and unloads the library. Never throws.
+    /// Ends the connection and unloads the library. Never throws: a failure of the library goes
+    /// into the log.
     void close() override { disconnect(); }
 
     /// Why the last `get_api` gave null; empty if it didn't.
@@ -66,7 +67,7 @@ private:
     RendererInstance choose_instance(live_library::QueryApi& query);
     bool attach(const RendererInstance& instance, std::string& reason);
     bool sweep_ports();
-    void disconnect();
+    void disconnect() noexcept;
 
     std::uint32_t retries_ = 30;
     std::uint32_t retry_wait_ms_ = 1000;

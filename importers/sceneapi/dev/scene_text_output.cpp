@@ -155,12 +155,17 @@ void SceneTextOutput::append_spaces(size_t& left) {
 
 void SceneTextOutput::send(const void* bytes, size_t size) {
     // Behind a gap nothing is of use any more, and trying on would only cost time.
-    if (stream_ == nullptr || size == 0 || write_failed_) {
+    if (stream_ == nullptr || size == 0 || write_error_ != 0) {
         return;
     }
     errno = 0;
     if (std::fwrite(bytes, 1, size, stream_) != size) {
-        write_failed_ = true;
-        write_error_ = errno;
+        fail(errno != 0 ? errno : EIO);
+    }
+}
+
+void SceneTextOutput::fail(int error) {
+    if (write_error_ == 0) {
+        write_error_ = error;
     }
 }

@@ -60,7 +60,10 @@ public:
 
     void flush();
 
-    /// The `errno` of the first write that failed, or 0.
+    /// Ends the output as a write that failed with that `errno` does: what comes later is dropped.
+    void fail(int error);
+
+    /// The `errno` of the first failure, or 0.
     int write_error() const { return write_error_; }
 
     void set_indented(bool on) { indented_ = on; }
@@ -82,8 +85,7 @@ private:
     ShaderBuffer* target_ = nullptr;
     int indent_ = 0;
     bool indented_ = false;
-    bool write_failed_ = false;  // once set it stays, and nothing more is sent
-    int write_error_ = 0;        // why it failed
+    int write_error_ = 0;  // once set it stays, and nothing more is sent
     std::vector<char> line_buffer_;
     size_t gathered_ = 0;  // bytes of `line_buffer_` that wait
 };

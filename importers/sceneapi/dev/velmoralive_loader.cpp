@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "importers/sceneapi/dev/installation.h"
 #include "importers/sceneapi/dev/log.h"
@@ -92,6 +93,5 @@ live_library::QueryApi* qor_get_query_api(int min_version, int max_version) {
 }
 
 void unload() {
-    delete loader;
-    loader = nullptr;
+    delete std::exchange(loader, nullptr);
 }

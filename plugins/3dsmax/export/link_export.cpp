@@ -2,24 +2,18 @@
 #include <string>
 #include <utility>
 
+#include "importers/sceneapi/dev/installation.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "importers/sceneapi/dev/repeat_link_factory.h"
 #include "platform/message_box.h"
 #include "plugins/3dsmax/export/group_flags.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
-namespace {
-
-// The renderer that this exporter's scenes are made for.
-constexpr int kRendererVersion = 11;
-
-}  // namespace
-
 // Whatever goes wrong on the way to the renderer and with it is told alike.
 void SceneExporter::ExportOverLink(const std::string& path) {
     auto link = std::make_unique<qor::RepeatLinkFactory>();
-    link->set_min_version(kRendererVersion);
-    link->set_max_version(kRendererVersion);
+    link->set_min_version(qor::kSceneRenderer);
+    link->set_max_version(qor::kSceneRenderer);
     link->set_scene_name(path);
     link->set_connect_any(true);
     factory_ = std::move(link);

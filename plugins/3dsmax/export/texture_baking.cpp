@@ -1,14 +1,16 @@
 #include "plugins/3dsmax/export/texture_baking.h"
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <utility>
 
 #include "model/smart_material.h"
+#include "platform/wide_text.h"
+#include "plugins/3dsmax/export/bitmap_file.h"
 #include "plugins/3dsmax/export/material_entry.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/renderer_textures.h"
-#include "plugins/3dsmax/export/wide_from_utf8.h"
 
 namespace {
 
@@ -43,8 +45,8 @@ struct BitmapDeleter {
 // The material's name goes in as it stands, so that a file can be told by it; where it makes no
 // file name the renderer finds no texture.
 std::wstring baked_file(Mtl* mtl, const TextureTarget& target) {
-    return WideFromUtf8(GetRendererTexturesFolder()) + mtl->GetName().data() + L"_" + target.word +
-           L".png";
+    return platform::wide_from_utf8(GetRendererTexturesFolder()) + mtl->GetName().data() + L"_" +
+           target.word + L".png";
 }
 
 void apply_bitmap(MaterialEntry& entry, BitmapTex& texmap, const TextureTarget& target) {
@@ -80,27 +82,6 @@ void apply_texmap(MaterialEntry& entry, Mtl* mtl, const Mesh& mesh, Texmap* texm
     } else {
         apply_baked(entry, mtl, texmap, target);
     }
-}
-
-bool is_bitmap_texmap(Texmap* texmap) {
-    return texmap->ClassID() == Class_ID(BMTEX_CLASS_ID, 0);
-}
-
-std::optional<std::string> bitmap_file(BitmapTex& texmap, TimeValue time) {
-    Bitmap* const bitmap = texmap.GetBitmap(time);
-    if (bitmap == nullptr) {
-        return std::nullopt;
-    }
-    const MCHAR* const name = texmap.GetMapName();
-    BitmapInfo info(name == nullptr ? L"" : name);
-    info.SetCurrentFrame(0);
-    BitmapManager* const manager = bitmap->Manager();
-    if (manager == nullptr) {
-        return std::nullopt;
-    }
-    manager->GetImageInfo(&info, nullptr);
-    const MaxSDK::Util::Path path = info.GetPathEx().GetResolvedAbsolutePath();
-    return NarrowName(path.GetCStr());
 }
 
 void bake_texmap(Texmap* texmap, const std::wstring& path) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "plugins/3dsmax/export/host.h"
@@ -16,13 +15,6 @@ enum class TextureKind { kDiffuse, kBump, kSpecular, kOpacity };
 /// can't be loaded leaves its channel and its transform, and the texture as it was.
 void apply_texmap(MaterialEntry& entry, Mtl* mtl, const Mesh& mesh, Texmap* texmap,
                   TextureKind kind);
-
-/// Whether `texmap` is the host's own map for image files, and so a `BitmapTex`.
-bool is_bitmap_texmap(Texmap* texmap);
-
-/// The absolute path of the map's file at frame 0, narrowed for the scene. None if the file can't
-/// be loaded.
-std::optional<std::string> bitmap_file(BitmapTex& texmap, TimeValue time);
 
 /// Draws `texmap`, as it is at time 0, into the image file `path`, which is in the host's 16-bit
 /// units. A path is drawn once for as long as the plug-in is loaded, whether or not the file could
