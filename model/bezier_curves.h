@@ -31,11 +31,6 @@ public:
     void add_point_color(float r, float g, float b) {
         point_colors_.insert(point_colors_.end(), {r, g, b});
     }
-    /// The same for many at once, laid out as the arrays are: three floats per point and colour.
-    void add_points(const std::vector<float>& points) { append(points_, points); }
-    void add_point_radii(const std::vector<float>& radii) { append(point_radii_, radii); }
-    void add_point_colors(const std::vector<float>& colors) { append(point_colors_, colors); }
-
     /// Says how many of the points belong to the next strand.
     void add_curve(int point_count) { curve_points_.push_back(point_count); }
     /// Room for strands and for the points of all of them, with a radius and a colour each.
@@ -55,10 +50,6 @@ public:
     std::size_t data_size() const override;
 
 private:
-    static void append(std::vector<float>& array, const std::vector<float>& more) {
-        array.insert(array.end(), more.begin(), more.end());
-    }
-
     int order_ = -1;
     float radius_ = 1.0f;
     bool fit_to_cubic_ = false;

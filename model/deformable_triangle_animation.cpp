@@ -21,16 +21,13 @@ namespace qor {
 
 namespace {
 
-// The versions of the renderer whose resource folder will do.
-constexpr int kMinVersion = 5;
-constexpr int kMaxVersion = 20;
-
 constexpr double kTimeUnitsPerSecond = 1000.0;
 
 constexpr std::uint32_t kGroupFlags = 0x1010000;
 
 std::string default_folder() {
-    const std::string resources = Installation::get().resource_folder(kMinVersion, kMaxVersion);
+    const std::string resources =
+        Installation::get().resource_folder(kOldestRenderer, kNewestRenderer);
     return (std::filesystem::u8path(resources) / "Animations").u8string();
 }
 
@@ -161,7 +158,8 @@ void DeformableTriangleAnimation::write_library_file() {
         const std::uint32_t normals_end = count(frames_[i].normals_end, 3);
         QorTFrame record = {};
         record.frame = static_cast<std::uint32_t>(frames_[i].frame);
-        record.time = static_cast<float>(timestamps_[i] / kTimeUnitsPerSecond);
+        record.time =
+            i < timestamps_.size() ? static_cast<float>(timestamps_[i] / kTimeUnitsPerSecond) : 0;
         record.triangles_count = mesh.triangle_count;
         record.vertices_start = mesh.vertex_count;
         record.vertices_count = vertices_end - mesh.vertex_count;

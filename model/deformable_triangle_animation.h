@@ -46,7 +46,7 @@ public:
     void reserve_frames(std::size_t count) { expected_frames_ = count; }
 
     /// Takes a copy of the frame's arrays, so that its object can be filled again. Each frame needs
-    /// a timestamp.
+    /// a timestamp; one without it is written with the time 0.
     void add_frame(const MeshFrame& entry);
 
     /// 33 units to a frame.

@@ -54,6 +54,9 @@ struct SeparateBlocks {
         }
     }
 
+    // A mesh that can be written has triangles at least.
+    std::uint32_t last_tag() const { return blocks[count - 1].tag; }
+
     Block blocks[7];
     int count = 0;
 };
@@ -131,11 +134,10 @@ void tell_payload_failed(std::uint32_t tag) {
     std::fprintf(stderr, "Failed writing tag data {%d}\n", static_cast<int>(tag));
 }
 
-bool write_separate(const QorTMesh& mesh, std::FILE* file, std::uint32_t& last_tag) {
+bool write_separate(const QorTMesh& mesh, std::FILE* file) {
     const SeparateBlocks separate(mesh);
     for (int i = 0; i < separate.count; ++i) {
         const Block& block = separate.blocks[i];
-        last_tag = block.tag;
         if (!write_tag(mesh, block.data, block.tag, block.size, file)) {
             return false;
         }
@@ -143,8 +145,7 @@ bool write_separate(const QorTMesh& mesh, std::FILE* file, std::uint32_t& last_t
     return true;
 }
 
-bool write_interleaved(QorTMesh& mesh, std::FILE* file, std::uint32_t& last_tag) {
-    last_tag = qort::kInterleaved;
+bool write_interleaved(QorTMesh& mesh, std::FILE* file) {
     const float* interleaved = interleave(mesh);
     if (interleaved == nullptr) {
         tell_payload_failed(qort::kInterleaved);
@@ -288,7 +289,11 @@ bool write_qort_file(QorTMesh& mesh, const char* path, std::uint32_t write_flags
         return false;
     }
     const bool written = write_qort_stream(mesh, file.get(), path, write_flags);
-    return std::fclose(file.release()) == 0 && written;
+    if (std::fclose(file.release()) != 0 && written) {
+        std::fprintf(stderr, "Failed closing \"%s\"\n", path);
+        return false;
+    }
+    return written;
 }
 
 bool write_qort_stream(QorTMesh& mesh, std::FILE* file, const char* path,
@@ -301,10 +306,9 @@ bool write_qort_stream(QorTMesh& mesh, std::FILE* file, const char* path,
         return false;
     }
     const bool is_separate = mesh.interleaved == nullptr && (write_flags & kWriteInterleaved) == 0;
-    std::uint32_t last_tag = 0;
-    const bool written = is_separate ? write_separate(mesh, file, last_tag)
-                                     : write_interleaved(mesh, file, last_tag);
-    if (!written) {
+    const std::uint32_t last_tag =
+        is_separate ? SeparateBlocks(mesh).last_tag() : std::uint32_t{qort::kInterleaved};
+    if (!(is_separate ? write_separate(mesh, file) : write_interleaved(mesh, file))) {
         return false;
     }
     // A full disk may show only now.

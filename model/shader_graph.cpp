@@ -19,17 +19,17 @@ void set_input(qorSceneapi_oo& scene, const char* name, int shader) {
     scene.get_api()->set_parameter_id(name, shader);
 }
 
-void set_uv_scale(qorSceneapi_oo& scene, UvScale scale) {
-    scene.set_parameter("uv_scale_u", scale.u);
-    scene.set_parameter("uv_scale_v", scale.v);
+void set_uv_scale(qorSceneapi_oo& scene, const Texture& texture) {
+    scene.set_parameter("uv_scale_u", texture.u_scale);
+    scene.set_parameter("uv_scale_v", texture.v_scale);
 }
 
-int make_optional_texture(qorSceneapi_oo& scene, const std::string& path,
-                          const qorColor& default_color, bool blend_color, UvScale scale) {
-    if (path.empty()) {
+int make_optional_texture(qorSceneapi_oo& scene, const Texture& texture,
+                          const qorColor& default_color, bool blend_color) {
+    if (texture.path.empty()) {
         return kNoShader;
     }
-    return make_texture_shader(scene, path, default_color, blend_color, scale);
+    return make_texture_shader(scene, texture, default_color, blend_color);
 }
 
 void set_optional_input(qorSceneapi_oo& scene, const char* name, int shader) {
@@ -81,42 +81,39 @@ int make_opacity_composite(qorSceneapi_oo& scene, int inner, int map, int opacit
 
 }  // namespace
 
-int make_texture_shader(qorSceneapi_oo& scene, const std::string& path,
-                        const qorColor& default_color, bool blend_color, UvScale scale) {
-    const int texture = scene.begin_shader("texture2_rgb");
+int make_texture_shader(qorSceneapi_oo& scene, const Texture& texture,
+                        const qorColor& default_color, bool blend_color) {
+    const int shader = scene.begin_shader("texture2_rgb");
     scene.set_parameter("uv_projection", kUvProjection);
-    scene.set_parameter("texture", path);
-    set_uv_scale(scene, scale);
+    scene.set_parameter("texture", texture.path);
+    set_uv_scale(scene, texture);
     scene.set_parameter("blend_color", blend_color);
     scene.set_parameter("default_color", default_color);
     scene.end_shader();
-    return texture;
+    return shader;
 }
 
-int make_diffuse_shader(qorSceneapi_oo& scene, const qorColor& color, const std::string& path,
-                        bool blend_color, UvScale scale) {
-    const int texture = make_optional_texture(scene, path, color, blend_color, scale);
+int make_diffuse_shader(qorSceneapi_oo& scene, const qorColor& color, const Texture& texture,
+                        bool blend_color) {
+    const int map = make_optional_texture(scene, texture, color, blend_color);
 
     const int diffuse = scene.begin_shader("qor_diffuse");
-    set_optional_input(scene, "diffuse", texture);
+    set_optional_input(scene, "diffuse", map);
     scene.set_parameter("diffuse", color);
     scene.end_shader();
     return diffuse;
 }
 
 int make_plastic_shader(qorSceneapi_oo& scene, const qorColor& diffuse_color,
-                        const qorColor& specular_color, const std::string& diffuse_path,
-                        const std::string& specular_path, float roughness, UvScale diffuse_scale,
-                        UvScale specular_scale) {
+                        const qorColor& specular_color, const Texture& diffuse_texture,
+                        const Texture& specular_texture, float roughness) {
     // Both textures fall back to the diffuse colour.
-    const int diffuse_texture =
-        make_optional_texture(scene, diffuse_path, diffuse_color, false, diffuse_scale);
-    const int specular_texture =
-        make_optional_texture(scene, specular_path, diffuse_color, false, specular_scale);
+    const int diffuse_map = make_optional_texture(scene, diffuse_texture, diffuse_color, false);
+    const int specular_map = make_optional_texture(scene, specular_texture, diffuse_color, false);
 
     const int plastic = scene.begin_shader("qor_plastic_simple");
-    set_optional_input(scene, "diffuse", diffuse_texture);
-    set_optional_input(scene, "specular", specular_texture);
+    set_optional_input(scene, "diffuse", diffuse_map);
+    set_optional_input(scene, "specular", specular_map);
     scene.set_parameter("diffuse", diffuse_color);
     scene.set_parameter("specular", specular_color);
     scene.set_parameter("roughness", roughness);
@@ -124,29 +121,28 @@ int make_plastic_shader(qorSceneapi_oo& scene, const qorColor& diffuse_color,
     return plastic;
 }
 
-int make_bump_shader(qorSceneapi_oo& scene, int inner, const std::string& path, float bump_height,
-                     UvScale scale) {
-    const int texture = scene.begin_shader("texture2_rgb");
-    scene.set_parameter("texture", path);
+int make_bump_shader(qorSceneapi_oo& scene, int inner, const Texture& texture, float bump_height) {
+    const int map = scene.begin_shader("texture2_rgb");
+    scene.set_parameter("texture", texture.path);
     scene.set_parameter("uv_projection", kUvProjection);
     scene.set_parameter("bump_height", bump_height);
-    set_uv_scale(scene, scale);
+    set_uv_scale(scene, texture);
     scene.set_parameter("bump_mode", kBumpMode);
     scene.end_shader();
 
     const int bump = scene.begin_shader("qor_bumpmap");
-    set_input(scene, "bumpmap", texture);
+    set_input(scene, "bumpmap", map);
     set_input(scene, "shader", inner);
     scene.end_shader();
     return bump;
 }
 
-int make_opacity_shader(qorSceneapi_oo& scene, int inner, const std::string& path, UvScale scale,
-                        int opacity_mode, int channel) {
+int make_opacity_shader(qorSceneapi_oo& scene, int inner, const Texture& texture, int opacity_mode,
+                        int channel) {
     int map = scene.begin_shader("texture2_rgba");
     scene.set_parameter("uv_projection", kUvProjection);
-    scene.set_parameter("texture", path);
-    set_uv_scale(scene, scale);
+    scene.set_parameter("texture", texture.path);
+    set_uv_scale(scene, texture);
     scene.end_shader();
 
     if (channel < kWholeMap) {

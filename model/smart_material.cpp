@@ -17,29 +17,26 @@ void SmartMaterial::set_roughness(float roughness) {
 }
 
 bool SmartMaterial::is_simple() const {
-    return !has_roughness_ && !has_specular_ && specular_texture_.empty();
+    return !has_roughness_ && !has_specular_ && specular_texture_.path.empty();
 }
 
 void SmartMaterial::emit_surface(qorSceneapi_oo& scene) {
     int surface = write_base_shader(scene);
-    if (!bump_texture_.empty()) {
-        surface = make_bump_shader(scene, surface, bump_texture_, bump_height_, bump_uv_scale_);
+    if (!bump_texture_.path.empty()) {
+        surface = make_bump_shader(scene, surface, bump_texture_, bump_height_);
     }
-    if (!opacity_texture_.empty()) {
-        surface = make_opacity_shader(scene, surface, opacity_texture_, opacity_uv_scale_,
-                                      opacity_mode_, kWholeMap);
+    if (!opacity_texture_.path.empty()) {
+        surface = make_opacity_shader(scene, surface, opacity_texture_, opacity_mode_, kWholeMap);
     }
     scene.get_api()->assign_shader_id(shader_kind::kSurface, surface);
 }
 
 int SmartMaterial::write_base_shader(qorSceneapi_oo& scene) const {
     if (is_simple()) {
-        return make_diffuse_shader(scene, diffuse_color_, diffuse_texture_, blend_color_,
-                                   diffuse_uv_scale_);
+        return make_diffuse_shader(scene, diffuse_color_, diffuse_texture_, blend_color_);
     }
     return make_plastic_shader(scene, diffuse_color_, specular_color_, diffuse_texture_,
-                               specular_texture_, roughness_, diffuse_uv_scale_,
-                               specular_uv_scale_);
+                               specular_texture_, roughness_);
 }
 
 }  // namespace qor

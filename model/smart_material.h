@@ -27,15 +27,15 @@ public:
     /// Whether a matt surface blends its diffuse texture with the diffuse colour.
     void set_blend_color(bool on) { blend_color_ = on; }
 
-    void set_diffuse_texture(std::string path) { diffuse_texture_ = std::move(path); }
-    void set_specular_texture(std::string path) { specular_texture_ = std::move(path); }
-    void set_bump_texture(std::string path) { bump_texture_ = std::move(path); }
-    void set_opacity_texture(std::string path) { opacity_texture_ = std::move(path); }
+    void set_diffuse_texture(std::string path) { diffuse_texture_.path = std::move(path); }
+    void set_specular_texture(std::string path) { specular_texture_.path = std::move(path); }
+    void set_bump_texture(std::string path) { bump_texture_.path = std::move(path); }
+    void set_opacity_texture(std::string path) { opacity_texture_.path = std::move(path); }
 
-    void set_diffuse_uv_scale(float u, float v) { diffuse_uv_scale_ = {u, v}; }
-    void set_specular_uv_scale(float u, float v) { specular_uv_scale_ = {u, v}; }
-    void set_bump_uv_scale(float u, float v) { bump_uv_scale_ = {u, v}; }
-    void set_opacity_uv_scale(float u, float v) { opacity_uv_scale_ = {u, v}; }
+    void set_diffuse_uv_scale(float u, float v) { set_scale(diffuse_texture_, u, v); }
+    void set_specular_uv_scale(float u, float v) { set_scale(specular_texture_, u, v); }
+    void set_bump_uv_scale(float u, float v) { set_scale(bump_texture_, u, v); }
+    void set_opacity_uv_scale(float u, float v) { set_scale(opacity_texture_, u, v); }
 
     void set_bump_height(float height) { bump_height_ = height; }
     void set_opacity_mode(int mode) { opacity_mode_ = mode; }
@@ -44,6 +44,10 @@ public:
     bool is_simple() const;
 
 private:
+    static void set_scale(Texture& texture, float u, float v) {
+        texture.u_scale = u;
+        texture.v_scale = v;
+    }
     void emit_surface(qorSceneapi_oo& scene) override;
     int write_base_shader(qorSceneapi_oo& scene) const;
 
@@ -52,14 +56,10 @@ private:
     bool has_specular_ = false;
     bool has_roughness_ = false;
     bool blend_color_ = false;
-    std::string diffuse_texture_;
-    std::string specular_texture_;
-    std::string bump_texture_;
-    std::string opacity_texture_;
-    UvScale diffuse_uv_scale_;
-    UvScale specular_uv_scale_;
-    UvScale bump_uv_scale_;
-    UvScale opacity_uv_scale_;
+    Texture diffuse_texture_;
+    Texture specular_texture_;
+    Texture bump_texture_;
+    Texture opacity_texture_;
     float bump_height_ = 0.1f;
     float roughness_ = 0.0f;
     int opacity_mode_ = 2;

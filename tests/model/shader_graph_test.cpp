@@ -88,7 +88,7 @@ TEST(SmartMaterial, GlossyFormTakesEachOfItsValues) {
 TEST(ShaderGraph, OpacityInvertsASingleChannel) {
     const auto opacity = [](int channel) {
         return emitted_text([channel](qorSceneapi_oo& scene) {
-            const int last = make_opacity_shader(scene, 42, "o", {1, 1}, 2, channel);
+            const int last = make_opacity_shader(scene, 42, {"o"}, 2, channel);
             EXPECT_EQ(last, channel < kWholeMap ? 5 : 3);
         });
     };
