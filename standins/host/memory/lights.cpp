@@ -114,12 +114,10 @@ IParamBlock2* PhotometricLight::GetParamBlockByID(BlockID id) {
 
 int PhotometricLight::GetShape(Point3* points, int size) const {
     const int count = static_cast<int>(shape_.size());
-    if (points == nullptr) {
-        return count;
+    if (points != nullptr) {
+        std::copy_n(shape_.begin(), std::min(count, size), points);
     }
-    const int filled = std::min(count, size);
-    std::copy_n(shape_.begin(), filled, points);
-    return filled;
+    return count;
 }
 
 std::vector<Point3> rectangle_shape(float width, float length) {

@@ -68,6 +68,8 @@ public:
 
     Class_ID ClassID() override { return Class_ID(0x7BF61478, 0x522E4705); }
     int CanConvertToType(Class_ID type) override { return type == ClassID(); }
+    float GetIntensity(TimeValue, Interval&) override { return 1.0f; }
+    Point3 GetRGBColor(TimeValue, Interval&) override { return {1.0f, 1.0f, 1.0f}; }
     int NumRefs() override { return static_cast<int>(references_.size()); }
     RefTargetHandle GetReference(int i) override {
         return references_[static_cast<std::size_t>(i)];

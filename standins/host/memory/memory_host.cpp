@@ -83,6 +83,9 @@ const MCHAR* MemoryHost::GetAssetDir(int i, MaxSDK::AssetManagement::AssetType t
 }
 
 bool MemoryHost::ProgressStart(const MCHAR* title, bool) {
+    if (refuses_progress_) {
+        return false;
+    }
     ++progress_.started;
     progress_.title = title ? title : L"";
     cancel_.store(false);

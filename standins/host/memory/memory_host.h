@@ -99,6 +99,9 @@ public:
     /// Called for each `ProgressUpdate`, with the title that the bar shows then.
     void on_progress(std::function<void(int percent, const std::wstring& title)> callback);
 
+    /// Another progress is under way: `ProgressStart` answers false from now on.
+    void refuse_progress() { refuses_progress_ = true; }
+
     /// What the save dialog answers, UTF-8. Empty, as it is at the start, is the user's cancel.
     void answer_save_dialog(const std::string& path_utf8);
 
@@ -123,7 +126,7 @@ public:
     const MCHAR* GetDir(int which) override;
     int GetAssetDirCount(MaxSDK::AssetManagement::AssetType type) override;
     const MCHAR* GetAssetDir(int i, MaxSDK::AssetManagement::AssetType type) override;
-    bool ProgressStart(const MCHAR* title, bool disp_bar) override;
+    bool ProgressStart(const MCHAR* title, bool allow_cancel = true) override;
     bool ProgressStart(const MCHAR* title, bool disp_bar, LPTHREAD_START_ROUTINE fn,
                        LPVOID arg) override;
     void ProgressUpdate(int percent, bool show_percent = true,
@@ -157,6 +160,7 @@ private:
     std::wstring config_folder_;
     std::wstring save_path_;
     ProgressRecord progress_;
+    bool refuses_progress_ = false;
     std::function<void(int, const std::wstring&)> on_progress_;
     std::atomic<bool> cancel_{false};
     int polls_before_cancel_ = 0;  // 0: none is planned

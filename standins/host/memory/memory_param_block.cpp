@@ -1,5 +1,8 @@
 #include "standins/host/memory/memory_param_block.h"
 
+#include <cstdio>
+#include <cstdlib>
+
 #include "standins/host/memory/host_text.h"
 
 namespace memhost {
@@ -14,13 +17,18 @@ MemoryParamBlock::Param& MemoryParamBlock::add(ParamID id, ParamType2 type,
     return added;
 }
 
-MemoryParamBlock::Param& MemoryParamBlock::find(ParamID id) {
-    for (Param& param : params_) {
-        if (param.def.ID == id) {
-            return param;
-        }
+MemoryParamBlock::Param* MemoryParamBlock::find(ParamID id) {
+    const int index = IDtoIndex(id);
+    return index < 0 ? nullptr : &params_[static_cast<std::size_t>(index)];
+}
+
+MemoryParamBlock::Param& MemoryParamBlock::param(ParamID id) {
+    Param* found = find(id);
+    if (found == nullptr) {
+        std::fprintf(stderr, "a parameter block is asked for %d, which it hasn't got\n", id);
+        std::abort();
     }
-    return unset_;
+    return *found;
 }
 
 MemoryParamBlock& MemoryParamBlock::number(ParamID id, const std::wstring& name, float value) {
@@ -45,7 +53,7 @@ MemoryParamBlock& MemoryParamBlock::map(ParamID id, const std::wstring& name, Te
 }
 
 MemoryParamBlock& MemoryParamBlock::local_name(ParamID id, const std::wstring& name) {
-    find(id).local_name = name;
+    param(id).local_name = name;
     return *this;
 }
 
@@ -55,50 +63,64 @@ MemoryParamBlock& MemoryParamBlock::text(ParamID id, const std::wstring& name,
     return *this;
 }
 
+int MemoryParamBlock::IDtoIndex(ParamID id) {
+    for (std::size_t i = 0; i < params_.size(); ++i) {
+        if (params_[i].def.ID == id) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
 ParamDef& MemoryParamBlock::GetParamDef(ParamID id) {
     // The text moves when the list of parameters grows.
-    Param& param = find(id);
-    param.def.int_name = param.name.data();
-    return param.def;
+    Param& found = param(id);
+    found.def.int_name = found.name.data();
+    return found.def;
 }
 
 MSTR MemoryParamBlock::GetLocalName(ParamID id, int, bool) {
-    return find(id).local_name.c_str();
+    return param(id).local_name.c_str();
 }
 
 float MemoryParamBlock::GetFloat(ParamID id, TimeValue, int) {
-    return find(id).number;
+    return param(id).number;
 }
 
 int MemoryParamBlock::GetInt(ParamID id, TimeValue, int) {
-    return find(id).integer;
+    return param(id).integer;
 }
 
 Color MemoryParamBlock::GetColor(ParamID id, TimeValue, int) {
-    return find(id).color;
+    return param(id).color;
 }
 
 Texmap* MemoryParamBlock::GetTexmap(ParamID id, TimeValue, int) {
-    return find(id).map;
+    return param(id).map;
 }
 
 const MCHAR* MemoryParamBlock::GetStr(ParamID id, TimeValue, int) {
-    const Param& param = find(id);
-    return param.def.type == TYPE_STRING ? param.text.c_str() : nullptr;
+    const Param& found = param(id);
+    return found.def.type == TYPE_STRING ? found.text.c_str() : nullptr;
 }
 
 template <typename T>
 BOOL MemoryParamBlock::value_of(ParamID id, ParamType2 type, T Param::*field, T& value) {
-    const Param& param = find(id);
-    if (&param == &unset_ || param.def.type != type) {
+    const Param* found = find(id);
+    if (found == nullptr || found->def.type != type) {
+        value = T();
         return FALSE;
     }
-    value = param.*field;
+    value = found->*field;
     return TRUE;
 }
 
 BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, float& value, Interval&, int) {
     return value_of(id, TYPE_FLOAT, &Param::number, value);
+}
+
+BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, int& value, Interval&, int) {
+    return value_of(id, TYPE_INT, &Param::integer, value);
 }
 
 BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, Color& value, Interval&, int) {
@@ -107,6 +129,13 @@ BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, Color& value, Interval&, 
 
 BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, Texmap*& value, Interval&, int) {
     return value_of(id, TYPE_TEXMAP, &Param::map, value);
+}
+
+BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue t, const MCHAR*& value, Interval&, int) {
+    const Param* found = find(id);
+    const bool is_text = found != nullptr && found->def.type == TYPE_STRING;
+    value = is_text ? GetStr(id, t) : nullptr;
+    return is_text;
 }
 
 }  // namespace memhost

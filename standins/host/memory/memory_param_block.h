@@ -7,8 +7,8 @@
 
 namespace memhost {
 
-/// A parameter block that holds what it is given. An id that it doesn't have reads as a number
-/// without a name, so that a stray question is answered as an unset parameter.
+/// A parameter block that holds what it is given. As the host's own, the calls that don't look for
+/// an id before they use it end the program where it isn't there.
 class MemoryParamBlock final : public IParamBlock2 {
 public:
     MemoryParamBlock& number(ParamID id, const std::wstring& name, float value);
@@ -21,8 +21,9 @@ public:
 
     int NumParams() override { return static_cast<int>(params_.size()); }
     ParamID IndextoID(int i) override { return params_[static_cast<std::size_t>(i)].def.ID; }
+    int IDtoIndex(ParamID id) override;
     ParamDef& GetParamDef(ParamID id) override;
-    ParamType2 GetParameterType(ParamID id) override { return find(id).def.type; }
+    ParamType2 GetParameterType(ParamID id) override { return param(id).def.type; }
     MSTR GetLocalName(ParamID id, int tab_index = -1, bool localized = true) override;
     float GetFloat(ParamID id, TimeValue t = 0, int tab_index = 0) override;
     int GetInt(ParamID id, TimeValue t = 0, int tab_index = 0) override;
@@ -31,9 +32,12 @@ public:
     const MCHAR* GetStr(ParamID id, TimeValue t = 0, int tab_index = 0) override;
     BOOL GetValue(ParamID id, TimeValue t, float& value, Interval& valid,
                   int tab_index = 0) override;
+    BOOL GetValue(ParamID id, TimeValue t, int& value, Interval& valid, int tab_index = 0) override;
     BOOL GetValue(ParamID id, TimeValue t, Color& value, Interval& valid,
                   int tab_index = 0) override;
     BOOL GetValue(ParamID id, TimeValue t, Texmap*& value, Interval& valid,
+                  int tab_index = 0) override;
+    BOOL GetValue(ParamID id, TimeValue t, const MCHAR*& value, Interval& valid,
                   int tab_index = 0) override;
 
 private:
@@ -49,12 +53,12 @@ private:
     };
 
     Param& add(ParamID id, ParamType2 type, const std::wstring& name);
-    Param& find(ParamID id);
+    Param* find(ParamID id);
+    Param& param(ParamID id);
     template <typename T>
     BOOL value_of(ParamID id, ParamType2 type, T Param::*field, T& value);
 
     std::vector<Param> params_;  // in the order of their indices
-    Param unset_;
 };
 
 }  // namespace memhost

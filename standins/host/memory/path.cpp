@@ -4,7 +4,7 @@
 
 #include "standins/host/memory/host_text.h"
 
-MaxSDK::Util::Path MaxSDK::Util::Path::GetResolvedAbsolutePath() const {
+const MaxSDK::Util::Path& MaxSDK::Util::Path::GetResolvedAbsolutePath() const {
     namespace fs = std::filesystem;
     std::error_code error;
     const fs::path absolute =
@@ -12,5 +12,6 @@ MaxSDK::Util::Path MaxSDK::Util::Path::GetResolvedAbsolutePath() const {
     if (error) {
         return *this;
     }
-    return Path(memhost::units_from_utf8(absolute.u8string()).c_str());
+    resolved_ = std::make_shared<Path>(memhost::units_from_utf8(absolute.u8string()).c_str());
+    return *resolved_;
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "standins/host/sdk/max.h"
+#include "standins/host/sdk/maxscript/maxscript.h"
 
 namespace memhost {
 

@@ -14,7 +14,6 @@ public:
     Animatable() = default;
     Animatable(const Animatable&) = delete;
     Animatable& operator=(const Animatable&) = delete;
-    virtual ~Animatable() = default;
 
     /// Null if it is gone.
     static Animatable* GetAnimByHandle(AnimHandle handle);
@@ -34,4 +33,7 @@ public:
 
     /// Null as long as nobody has added an attribute.
     virtual ICustAttribContainer* GetCustAttribContainer() { return nullptr; }
+
+protected:
+    virtual ~Animatable() = default;
 };

@@ -31,6 +31,8 @@ public:
 
     virtual int NumParams() = 0;
     virtual ParamID IndextoID(int i) = 0;
+    /// Below 0 for an id that the block hasn't got. None of the calls below looks for itself.
+    virtual int IDtoIndex(ParamID id) = 0;
     virtual ParamDef& GetParamDef(ParamID id) = 0;
     virtual ParamType2 GetParameterType(ParamID id) = 0;
     virtual MSTR GetLocalName(ParamID id, int tab_index = -1, bool localized = true) = 0;
@@ -41,12 +43,16 @@ public:
     virtual Texmap* GetTexmap(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
     virtual const MCHAR* GetStr(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
 
-    /// False, and the value as it was, for a parameter of another type. `valid` is narrowed to the
+    /// False, and 0 or null in `value`, for a parameter of another type. `valid` is narrowed to the
     /// time around `t` in which the value holds.
     virtual BOOL GetValue(ParamID id, TimeValue t, float& value, Interval& valid,
+                          int tab_index = 0) = 0;
+    virtual BOOL GetValue(ParamID id, TimeValue t, int& value, Interval& valid,
                           int tab_index = 0) = 0;
     virtual BOOL GetValue(ParamID id, TimeValue t, Color& value, Interval& valid,
                           int tab_index = 0) = 0;
     virtual BOOL GetValue(ParamID id, TimeValue t, Texmap*& value, Interval& valid,
+                          int tab_index = 0) = 0;
+    virtual BOOL GetValue(ParamID id, TimeValue t, const MCHAR*& value, Interval& valid,
                           int tab_index = 0) = 0;
 };

@@ -34,8 +34,8 @@ public:
 
     virtual DistTypes GetDistribution() const = 0;
 
-    /// The points of the shape in the light's own space: how many there are if `points` is null,
-    /// otherwise how many of them, at most `size`, were put there.
+    /// The number of points of the shape, whatever `size` is. Up to `size` of them, in the light's
+    /// own space, are put at `points`; the others stay as they were.
     virtual int GetShape(Point3* points, int size) const = 0;
 
     virtual float GetRadius(TimeValue t, Interval& valid) const = 0;

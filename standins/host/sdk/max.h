@@ -30,7 +30,6 @@
 #include "standins/host/sdk/lslights.h"
 #include "standins/host/sdk/matrix3.h"
 #include "standins/host/sdk/maxapi.h"
-#include "standins/host/sdk/maxscript/maxscript.h"
 #include "standins/host/sdk/maxtypes.h"
 #include "standins/host/sdk/mesh.h"
 #include "standins/host/sdk/notify.h"
@@ -48,3 +47,6 @@
 #include "standins/host/sdk/triobj.h"
 #include "standins/host/sdk/units.h"
 #include "standins/host/sdk/winutil.h"
+#ifdef VSQ_HOST_GLOBAL_NAMES
+#include "standins/host/sdk/global_names.h"
+#endif

@@ -49,8 +49,9 @@ public:
     virtual int GetAssetDirCount(MaxSDK::AssetManagement::AssetType type) = 0;
     virtual const MCHAR* GetAssetDir(int i, MaxSDK::AssetManagement::AssetType type) = 0;
 
-    /// The second form's function and argument are left over from former releases.
-    virtual bool ProgressStart(const MCHAR* title, bool disp_bar) = 0;
+    /// False if another progress is under way: then there is no `ProgressEnd` to call. Without
+    /// `allow_cancel` the user can't cancel. The second form ignores all but the title.
+    virtual bool ProgressStart(const MCHAR* title, bool allow_cancel = true) = 0;
     virtual bool ProgressStart(const MCHAR* title, bool disp_bar, LPTHREAD_START_ROUTINE fn,
                                LPVOID arg) = 0;
     /// Without a title the last one stays.

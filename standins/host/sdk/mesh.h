@@ -19,7 +19,7 @@ public:
 
     DWORD getVert(int corner) const { return v[corner]; }
     DWORD getSmGroup() const { return smGroup; }
-    MtlID getMatID() const { return static_cast<MtlID>(flags >> 16); }
+    MtlID getMatID() { return static_cast<MtlID>(flags >> 16); }
     void setMatID(MtlID id) { flags = (flags & 0xFFFF) | static_cast<DWORD>(id) << 16; }
 };
 

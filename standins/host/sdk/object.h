@@ -13,6 +13,9 @@ public:
     virtual void GetWorldBoundBox(TimeValue, INode*, ViewExp*, Box3& box) { box.Init(); }
     /// The same in the object's own space.
     virtual void GetLocalBoundBox(TimeValue, INode*, ViewExp*, Box3& box) { box.Init(); }
+
+protected:
+    ~BaseObject() override = default;
 };
 
 /// What a node puts into the scene.
@@ -30,6 +33,9 @@ public:
 
     /// The object itself, or a new one that the caller frees with `DeleteMe`, or null.
     virtual Object* ConvertToType(TimeValue, Class_ID) { return nullptr; }
+
+protected:
+    ~Object() override = default;
 };
 
 /// The result of a node's pipeline.
@@ -50,7 +56,7 @@ public:
 
 /// What a camera is set to at a time.
 struct CameraState {
-    DWORD cbsize = sizeof(CameraState);
+    DWORD cbStruct = sizeof(CameraState);
     BOOL isOrtho = FALSE;
     float fov = 0;    ///< from side to side, in radians
     float tdist = 0;  ///< to the target
@@ -76,4 +82,17 @@ class LightObject : public Object {
 public:
     SClass_ID SuperClassID() override { return LIGHT_CLASS_ID; }
     int IsRenderable() override { return FALSE; }
+
+    virtual float GetIntensity(TimeValue t, Interval& valid) = 0;
+    /// Components from 0 to 1.
+    virtual Point3 GetRGBColor(TimeValue t, Interval& valid) = 0;
+
+    float GetIntensity(TimeValue t) {
+        Interval valid(0, 0);
+        return GetIntensity(t, valid);
+    }
+    Point3 GetRGBColor(TimeValue t) {
+        Interval valid(0, 0);
+        return GetRGBColor(t, valid);
+    }
 };

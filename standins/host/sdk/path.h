@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "standins/host/sdk/strclass.h"
 
 namespace MaxSDK {
@@ -11,7 +13,7 @@ public:
     Path(const MCHAR* path) : path_(path) {}
 
     /// A relative path is taken to start at the current folder.
-    Path GetResolvedAbsolutePath() const;
+    const Path& GetResolvedAbsolutePath() const;
 
     /// Valid as long as the object.
     const MCHAR* GetCStr() const { return path_.data(); }
@@ -19,6 +21,7 @@ public:
 
 private:
     MSTR path_;
+    mutable std::shared_ptr<const Path> resolved_;
 };
 
 }  // namespace Util

@@ -14,12 +14,16 @@ public:
     /// Null for a place that is empty.
     virtual RefTargetHandle GetReference(int) { return nullptr; }
 
-    /// Frees an object that the host made for the caller.
-    virtual RefResult DeleteMe() {
-        delete this;
-        return REF_SUCCEED;
-    }
+    /// Frees an object that the host made for the caller. Nothing else does: the destructors are
+    /// the host's.
+    void DeleteMe() { delete this; }
+
+protected:
+    ~ReferenceMaker() override = default;
 };
 
 /// Whatever other parts of the scene refer to.
-class ReferenceTarget : public ReferenceMaker {};
+class ReferenceTarget : public ReferenceMaker {
+protected:
+    ~ReferenceTarget() override = default;
+};

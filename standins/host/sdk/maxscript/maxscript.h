@@ -2,6 +2,12 @@
 
 #include "standins/host/sdk/maxtypes.h"
 
+#ifdef VSQ_HOST_GLOBAL_NAMES
+// See global_names.h.
+enum { ok, END };
+#define thread_local(x) x
+#endif
+
 class FPValue;
 
 namespace MAXScript {
