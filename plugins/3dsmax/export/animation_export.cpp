@@ -44,8 +44,14 @@ void SceneExporter::ExportAnimation(const std::string& path) {
     node_count_ = static_cast<std::uint32_t>(
         std::min<std::uint64_t>(frames * node_count_, std::numeric_limits<std::uint32_t>::max()));
 
-    timing_.ForEachFrameUntilCancel(
-        host_, [this, &base](TimeValue t, int number) { ExportFrame(t, FramePath(base, number)); });
+    int number = 0;
+    for (const TimeValue t : timing_.Times()) {
+        if (host_->GetCancel()) {
+            break;
+        }
+        ExportFrame(t, FramePath(base, number));
+        ++number;
+    }
 }
 
 void SceneExporter::ExportFrame(TimeValue t, const std::string& path) {

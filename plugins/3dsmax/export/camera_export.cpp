@@ -19,14 +19,8 @@ constexpr float kPi = 3.1415927f;
 // Up to here a near plane is taken for one that nobody has set.
 constexpr float kLeastNearPlane = 1.0f;
 
-// What a camera doesn't set is zero.
 CameraState StateOf(CameraObject& camera, TimeValue t) {
-    CameraState state;
-    state.cbsize = sizeof state;
-    state.isOrtho = state.horzLine = state.manualClip = FALSE;
-    state.fov = state.tdist = 0;
-    state.hither = state.yon = 0;
-    state.nearRange = state.farRange = 0;
+    CameraState state;  // all zero until the camera fills it
     Interval valid = FOREVER;
     camera.EvalCameraState(t, valid, &state);
     return state;
@@ -62,9 +56,9 @@ void SetLens(qor::LightCamera& camera, const CameraState& state) {
 // Unlike a node's, the track of a camera holds whole matrices, one for every frame.
 std::shared_ptr<qor::Animation> SampleMotion(INode* node, const FrameTiming& timing) {
     auto track = std::make_shared<qor::FBXAnimation>(MakeMotionTrack("", timing));
-    timing.ForEachFrame([&](TimeValue t) {
+    for (const TimeValue t : timing.Times()) {
         track->add_key(timing.KeyTimestamp(t), ToSceneMatrix(node->GetNodeTM(t)));
-    });
+    }
     return track;
 }
 

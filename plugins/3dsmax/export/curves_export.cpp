@@ -1,7 +1,6 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "model/bezier_curves.h"
@@ -45,68 +44,32 @@ std::shared_ptr<qor::Material> MaterialOf(const StrandLook& look) {
     return material;
 }
 
-// One strand on its way from the host into the object, whose storage serves for all of them.
-class StrandRecord {
-public:
-    explicit StrandRecord(const StrandLook& look) : look_(look) {}
-
-    void Gather(Spline3D& spline) {
-        GatherPoints(spline);
-        // Strands of one length, as hair has them, look alike point by point.
-        if (count_ != PointCount(spline)) {
-            count_ = PointCount(spline);
-            GatherLook();
-        }
+// Adds the points of a strand, then their radii and colours, which change evenly from control point
+// to control point, however far apart these are.
+void AddStrand(qor::BezierCurves& curves, Spline3D& spline, const StrandLook& look) {
+    const auto add_point = [&curves](const Point3& point) {
+        curves.add_point(point.x, point.y, point.z);
+    };
+    const int segments = spline.Segments();
+    add_point(spline.InterpBezier3D(0, 0.0f, SPLINE_INTERP_SIMPLE));
+    for (int k = 0; k < segments; ++k) {
+        const bool back_to_start = spline.Closed() && k == segments - 1;
+        add_point(spline.GetOutVec(k));
+        add_point(spline.GetInVec(back_to_start ? 0 : k + 1));
+        add_point(spline.InterpBezier3D(k, 1.0f, SPLINE_INTERP_SIMPLE));
     }
 
-    void AddTo(qor::BezierCurves& curves) const {
-        curves.add_points(points_);
-        curves.add_curve(count_);
-        curves.add_point_radii(radii_);
-        curves.add_point_colors(colors_);
+    const int count = PointCount(spline);
+    curves.add_curve(count);
+    const Color& root = look.root_color;
+    const Color& tip = look.tip_color;
+    for (int i = 0; i < count; ++i) {
+        const float t = static_cast<float>(i) / static_cast<float>(count - 1);
+        curves.add_point_radius(look.start_radius + t * (look.end_radius - look.start_radius));
+        curves.add_point_color(root.r + t * (tip.r - root.r), root.g + t * (tip.g - root.g),
+                               root.b + t * (tip.b - root.b));
     }
-
-private:
-    void GatherPoints(Spline3D& spline) {
-        points_.resize(3 * static_cast<std::size_t>(PointCount(spline)));
-        float* next = points_.data();
-        const auto add = [&next](const Point3& point) {
-            *next++ = point.x;
-            *next++ = point.y;
-            *next++ = point.z;
-        };
-
-        const int segments = spline.Segments();
-        add(spline.InterpBezier3D(0, 0.0f, SPLINE_INTERP_SIMPLE));
-        for (int k = 0; k < segments; ++k) {
-            const bool back_to_start = spline.Closed() && k == segments - 1;
-            add(spline.GetOutVec(k));
-            add(spline.GetInVec(back_to_start ? 0 : k + 1));
-            add(spline.InterpBezier3D(k, 1.0f, SPLINE_INTERP_SIMPLE));
-        }
-    }
-
-    // Evenly from control point to control point, however far they lie apart.
-    void GatherLook() {
-        const Color& root = look_.root_color;
-        const Color& tip = look_.tip_color;
-        radii_.clear();
-        colors_.clear();
-        for (int i = 0; i < count_; ++i) {
-            const float t = static_cast<float>(i) / static_cast<float>(count_ - 1);
-            radii_.push_back(look_.start_radius + t * (look_.end_radius - look_.start_radius));
-            colors_.insert(colors_.end(),
-                           {root.r + t * (tip.r - root.r), root.g + t * (tip.g - root.g),
-                            root.b + t * (tip.b - root.b)});
-        }
-    }
-
-    const StrandLook& look_;
-    int count_ = 0;
-    std::vector<float> points_;  // three per point, as are the colours
-    std::vector<float> radii_;
-    std::vector<float> colors_;
-};
+}
 
 // A spline without segments is no curve, and stays out.
 void AddCurves(qor::BezierCurves& curves, BezierShape& shape, const StrandLook& look) {
@@ -120,12 +83,9 @@ void AddCurves(qor::BezierCurves& curves, BezierShape& shape, const StrandLook& 
     }
     curves.reserve(curve_count, point_count);
 
-    StrandRecord record(look);
     for (int i = 0; i < shape.SplineCount(); ++i) {
-        Spline3D& spline = *shape.GetSpline(i);
-        if (spline.Segments() > 0) {
-            record.Gather(spline);
-            record.AddTo(curves);
+        if (shape.GetSpline(i)->Segments() > 0) {
+            AddStrand(curves, *shape.GetSpline(i), look);
         }
     }
 }

@@ -28,7 +28,7 @@ public:
           parts_(parts) {}
 
     void CaptureFrame(TimeValue t, int frame);
-    DeformableCapture Finish();
+    std::vector<std::shared_ptr<qor::DeformableTriangleAnimation>> Finish();
 
 private:
     void CapturePart(int part, int frame, TimeValue t, const MaterialTable& table,
@@ -40,10 +40,9 @@ private:
     const FrameTiming& timing_;
     const Qor::Options& options_;
     MeshPartBuilder& parts_;
-    Mesh mesh_;  // of the frame under way; its storage serves for all frames
+    CopiedMesh copy_;  // of the frame under way; its storage serves for all frames
     std::shared_ptr<qor::TriangleObject> object_ = std::make_shared<qor::TriangleObject>("temp");
     std::map<int, std::shared_ptr<qor::DeformableTriangleAnimation>> animations_;  // by part
-    DeformableCapture result_;
 };
 
 // A frame in which the node has no mesh leaves a gap in the numbers, and nothing else.
@@ -57,19 +56,15 @@ void DeformableRecorder::CaptureFrame(TimeValue t, int frame) {
     if (tri_object.get() == nullptr) {
         return;
     }
-    mesh_ = tri_object->GetMesh();
-    if (mesh_.numVerts < 1 || mesh_.numFaces < 1) {
-        return;
-    }
-    if (!UsesItsOwnVertices(mesh_)) {
-        result_.has_broken_frames = true;
+    copy_.Assign(tri_object->GetMesh());
+    const Mesh& mesh = copy_.mesh;
+    if (mesh.numVerts < 1 || mesh.numFaces < 1 || !UsesItsOwnVertices(mesh)) {
         return;
     }
 
-    const MaterialTable table = make_material_table(mesh_, node_, t);
-    parts_.begin(mesh_, table);
-    const Matrix3 world_from_object = node_->GetObjTMAfterWSM(t);
-    const Matrix3 node_from_object = world_from_object * Inverse(node_->GetNodeTM(t));
+    const MaterialTable table = make_material_table(mesh, node_, t);
+    parts_.begin(copy_, table);
+    const Matrix3 node_from_object = NodeFromObject(node_, t);
     for (int part = 0; parts_.has_part(part); ++part) {
         CapturePart(part, frame, t, table, node_from_object);
     }
@@ -77,9 +72,7 @@ void DeformableRecorder::CaptureFrame(TimeValue t, int frame) {
 
 void DeformableRecorder::CapturePart(int part, int frame, TimeValue t, const MaterialTable& table,
                                      const Matrix3& node_from_object) {
-    if (!parts_.build(part, node_from_object, *object_)) {
-        result_.has_broken_coordinates = true;
-    }
+    parts_.build(part, node_from_object, *object_);
     std::shared_ptr<qor::DeformableTriangleAnimation>& animation = animations_[part];
     const bool is_new = animation == nullptr;
     if (is_new) {
@@ -100,20 +93,28 @@ std::shared_ptr<qor::DeformableTriangleAnimation> DeformableRecorder::MakeAnimat
     return animation;
 }
 
-DeformableCapture DeformableRecorder::Finish() {
+std::vector<std::shared_ptr<qor::DeformableTriangleAnimation>> DeformableRecorder::Finish() {
+    std::vector<std::shared_ptr<qor::DeformableTriangleAnimation>> animations;
     for (const auto& [part, animation] : animations_) {
         animation->write_library();
-        result_.animations.push_back(animation);
+        animations.push_back(animation);
     }
-    return std::move(result_);
+    return animations;
 }
 
 }  // namespace
 
-DeformableCapture CaptureDeformable(INode* node, const FrameTiming& timing, Interface* host,
-                                    const Qor::Options& options, MeshPartBuilder& parts) {
+std::vector<std::shared_ptr<qor::DeformableTriangleAnimation>> CaptureDeformable(
+    INode* node, const FrameTiming& timing, Interface* host, const Qor::Options& options,
+    MeshPartBuilder& parts) {
     DeformableRecorder recorder(node, timing, options, parts);
-    timing.ForEachFrameUntilCancel(
-        host, [&recorder](TimeValue t, int frame) { recorder.CaptureFrame(t, frame); });
+    int frame = 0;
+    for (const TimeValue t : timing.Times()) {
+        if (host->GetCancel()) {
+            break;
+        }
+        recorder.CaptureFrame(t, frame);
+        ++frame;
+    }
     return recorder.Finish();
 }

@@ -44,6 +44,12 @@ float FrameTiming::TrackDuration() const {
     return FrameCount() * static_cast<float>(kSceneTimePerFrame) * kSecondsPerTimeUnit;
 }
 
+FrameTimes FrameTiming::Times() const {
+    // A step beyond every range ends the loop behind the first frame.
+    constexpr std::int64_t kBeyondRange = std::int64_t{1} << 33;
+    return {rangeStart, rangeEnd, ticksPerFrame > 0 ? ticksPerFrame : kBeyondRange};
+}
+
 bool FrameTiming::RangeIsWithin(const Interval& valid) const {
     return valid.Start() <= rangeStart && valid.End() >= rangeEnd;
 }

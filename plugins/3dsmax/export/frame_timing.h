@@ -7,6 +7,36 @@
 /// One frame in the scene's own time, whatever the host's frame rate.
 inline constexpr double kSceneTimePerFrame = 33.0;
 
+/// The times of the frames of a range.
+class FrameTimes {
+public:
+    class Iterator {
+    public:
+        // Wider than a time, since the step past the last frame may leave the range of times.
+        Iterator(std::int64_t t, std::int64_t step) : t_(t), step_(step) {}
+        TimeValue operator*() const { return static_cast<TimeValue>(t_); }
+        Iterator& operator++() {
+            t_ += step_;
+            return *this;
+        }
+        bool operator!=(const Iterator& end) const { return t_ < end.t_; }
+
+    private:
+        std::int64_t t_;
+        std::int64_t step_;
+    };
+
+    FrameTimes(TimeValue first, TimeValue last, std::int64_t step)
+        : first_(first), last_(last), step_(step) {}
+    Iterator begin() const { return {first_, step_}; }
+    Iterator end() const { return {std::int64_t{last_} + 1, step_}; }
+
+private:
+    TimeValue first_;
+    TimeValue last_;
+    std::int64_t step_;
+};
+
 /// The host's animation range and the time under way, in host ticks. Without a frame length above 0
 /// the range is one frame.
 struct FrameTiming {
@@ -31,33 +61,9 @@ struct FrameTiming {
     /// How long a track of the whole range plays, in seconds of the scene's time.
     float TrackDuration() const;
 
-    /// Calls `visit` with the time of each frame, in order. A range that ends before it starts has
+    /// The time of each frame, in order, for a `for` loop. A range that ends before it starts has
     /// none.
-    template <typename Visit>
-    void ForEachFrame(Visit visit) const {
-        // Wider than a time, since the step past the last frame may leave the range of times.
-        for (std::int64_t t = rangeStart; t <= rangeEnd; t += ticksPerFrame) {
-            visit(static_cast<TimeValue>(t));
-            if (ticksPerFrame <= 0) {
-                return;
-            }
-        }
-    }
-
-    /// The same with the frame's number, from 0, for as long as nobody cancels in the host. It is
-    /// asked before each frame, and not again after a cancel.
-    template <typename Visit>
-    void ForEachFrameUntilCancel(Interface* host, Visit visit) const {
-        int number = 0;
-        bool cancelled = false;
-        ForEachFrame([&](TimeValue t) {
-            cancelled = cancelled || host->GetCancel();
-            if (!cancelled) {
-                visit(t, number);
-                ++number;
-            }
-        });
-    }
+    FrameTimes Times() const;
 
     /// True if what holds in `valid` holds over the whole range.
     bool RangeIsWithin(const Interval& valid) const;

@@ -2,43 +2,32 @@
 
 #include <cwchar>
 
+#include "plugins/3dsmax/export/hair_parameters.h"
+#include "plugins/3dsmax/export/param_value.h"
+
 namespace {
 
-constexpr wchar_t kAttributeName[] = L"velmora_hair_and_fur_data";
-
-// The places in the attribute's block, which follow the order of the parameters in `HairScript`. At
-// 2 stands the mark for the script that cleans up.
-constexpr struct {
-    ParamID id;
-    float StrandLook::*field;
-} kNumbers[] = {
-    {0, &StrandLook::start_radius},
-    {1, &StrandLook::end_radius},
-    {5, &StrandLook::hue},
-    {6, &StrandLook::value},
-};
-constexpr struct {
-    ParamID id;
-    Color StrandLook::*field;
-} kColors[] = {
-    {3, &StrandLook::root_color},
-    {4, &StrandLook::tip_color},
-};
-
 // A value that can't be read stays as it is.
+template <typename Type>
+void read(IParamBlock2& block, ParamID id, TimeValue time, Type& value) {
+    value = ParamValue<Type>(block, id, time).value_or(value);
+}
+
 void read_block(IParamBlock2& block, TimeValue time, StrandLook& look) {
-    Interval valid = FOREVER;
-    for (const auto& number : kNumbers) {
-        block.GetValue(number.id, time, look.*number.field, valid);
-    }
-    for (const auto& color : kColors) {
-        block.GetValue(color.id, time, look.*color.field, valid);
+    ParamID id = 0;
+    for (const HairParameter& parameter : kHairParameters) {
+        if (parameter.number != nullptr) {
+            read(block, id, time, look.*parameter.number);
+        } else if (parameter.color != nullptr) {
+            read(block, id, time, look.*parameter.color);
+        }
+        ++id;
     }
 }
 
 bool is_hair_attribute(CustAttrib* attribute) {
     const MCHAR* name = attribute == nullptr ? nullptr : attribute->GetName(false);
-    return name != nullptr && std::wcscmp(name, kAttributeName) == 0;
+    return name != nullptr && std::wcscmp(name, kHairAttribute) == 0;
 }
 
 }  // namespace

@@ -4,6 +4,9 @@
 // Both declare the same names, and nothing else in the product asks which of them it is.
 
 #ifdef VSQ_GENUINE_HOST_SDK
+#ifdef _MSC_VER
+#pragma warning(push, 0)
+#endif
 #include <max.h>
 // The others rely on max.h, and some on one another.
 // clang-format off
@@ -29,8 +32,15 @@
 #include <units.h>
 #include <Util/IniUtil.h>
 #include <winutil.h>
-#include <maxscript/maxscript.h>
 // clang-format on
+#ifdef _MSC_VER
+#pragma warning(pop)
+#endif
 #else
 #include "standins/host/sdk/max.h"
 #endif
+
+// The host's headers define words that the standard library and the product use.
+#undef min
+#undef max
+#undef small

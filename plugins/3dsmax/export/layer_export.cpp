@@ -4,6 +4,7 @@
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "plugins/3dsmax/export/group_flags.h"
 #include "plugins/3dsmax/export/narrow_name.h"
+#include "plugins/3dsmax/export/node_object.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
 namespace {
@@ -46,4 +47,20 @@ void SceneExporter::ExportLayers() {
         }
         scene_->end_group();
     });
+}
+
+// By layers nothing stands below a node, so one that is hidden or has no object needs no place.
+bool SceneExporter::ExportLayerNode(INode* node) {
+    if (node->IsNodeHidden(TRUE)) {
+        return false;
+    }
+    Object* object = KindObject(node);
+    if (object == nullptr) {
+        return false;
+    }
+    // By layers meshes deform in the frames of an animation too.
+    constexpr bool kMayDeform = true;
+    const bool has_content = ExportObject(node, object, kMayDeform);
+    EmitNodeTransform(node, false, has_content);
+    return has_content;
 }

@@ -11,8 +11,8 @@ class TriangleObject;
 class qorSceneapi_oo;
 }  // namespace qor
 
-/// The tick of what doesn't follow the time. A scene has no tracks for a light's values, so these
-/// are the same in all files of an animation.
+/// Light properties that a scene can't animate are read at this tick, so they are the same in all
+/// files of an animation.
 inline constexpr TimeValue kFixedTime = 0;
 
 /// Turns the host's lights into what the renderer knows as lights: surfaces that emit.

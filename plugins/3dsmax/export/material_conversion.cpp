@@ -9,6 +9,7 @@
 #include "model/smart_material.h"
 #include "plugins/3dsmax/export/material_entry.h"
 #include "plugins/3dsmax/export/narrow_name.h"
+#include "plugins/3dsmax/export/param_value.h"
 #include "plugins/3dsmax/export/texture_baking.h"
 
 namespace {
@@ -102,10 +103,11 @@ void apply_generic_parameter(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl, I
         return;
     }
     if (std::wcscmp(definition.int_name, L"bump_map_amt") == 0) {
-        entry.material->set_bump_height(block.GetFloat(id, 0, 0));
+        entry.material->set_bump_height(ParamValue<float>(block, id, 0).value_or(0.0f));
     } else if (definition.type == TYPE_TEXMAP &&
                std::wcscmp(definition.int_name, L"bump_map") == 0) {
-        apply_texmap(entry, mtl, mesh, block.GetTexmap(id, 0, 0), TextureKind::kBump);
+        Texmap* const texmap = ParamValue<Texmap*>(block, id, 0).value_or(nullptr);
+        apply_texmap(entry, mtl, mesh, texmap, TextureKind::kBump);
     }
 }
 
@@ -143,7 +145,8 @@ void convert_block_color_material(MaterialEntry& entry, const Mesh& mesh, Mtl* m
     };
 
     if (IParamBlock2* const block = mtl->GetParamBlockByID(kColorBlock)) {
-        const Color color = block->GetColor(kColor, entry.time, 0);
+        const Color black(0.0f, 0.0f, 0.0f);
+        const Color color = ParamValue<Color>(*block, kColor, entry.time).value_or(black);
         set_diffuse(entry, color);
         set_specular(entry, color);
     }
@@ -152,8 +155,9 @@ void convert_block_color_material(MaterialEntry& entry, const Mesh& mesh, Mtl* m
         return;
     }
     for (const SwitchedMap& map : kMaps) {
-        if (block->GetInt(map.is_on, 0, 0) != 0) {
-            apply_texmap(entry, mtl, mesh, block->GetTexmap(map.map, 0, 0), map.kind);
+        if (ParamValue<int>(*block, map.is_on, 0).value_or(0) != 0) {
+            Texmap* const texmap = ParamValue<Texmap*>(*block, map.map, 0).value_or(nullptr);
+            apply_texmap(entry, mtl, mesh, texmap, map.kind);
         }
     }
 }
@@ -168,15 +172,19 @@ void convert_named_texmap_material(MaterialEntry& entry, const Mesh& mesh, Mtl* 
     const int parameters = block == nullptr ? 0 : block->NumParams();
     for (int i = 0; i < parameters; ++i) {
         const ParamID id = static_cast<ParamID>(i);
+        if (!HasParam(*block, id)) {
+            continue;
+        }
         if (i == kBumpAmount) {
-            const float amount = block->GetFloat(id, entry.time, 0);
+            const float amount = ParamValue<float>(*block, id, entry.time).value_or(0.0f);
             entry.material->set_bump_height(static_cast<float>(amount * kHeightPerAmount));
         }
         if (block->GetParameterType(id) != TYPE_TEXMAP) {
             continue;
         }
         if (const auto kind = kind_of(block->GetLocalName(id, -1, true), kNamedTexmaps)) {
-            apply_texmap(entry, mtl, mesh, block->GetTexmap(id, 0, 0), *kind);
+            Texmap* const texmap = ParamValue<Texmap*>(*block, id, 0).value_or(nullptr);
+            apply_texmap(entry, mtl, mesh, texmap, *kind);
         }
     }
 }

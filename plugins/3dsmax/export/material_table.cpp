@@ -27,12 +27,11 @@ MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time)
     MaterialTable table(count);
 
     // The walk ends with the face that leads the last slot to its entry: for a mesh of one material
-    // that is the first face. A division is left to ids beyond the slots.
+    // that is the first face.
     int open_slots = count;
     Face* const end = mesh.faces + mesh.numFaces;
     for (Face* face = mesh.faces; face != end && open_slots > 0; ++face) {
-        const int id = face->getMatID();
-        const int slot = id < count ? id : id % count;
+        const int slot = table.slot_of_face(*face);
         if (table.entry_of_slot(slot) != MaterialTable::kNoEntry) {
             continue;
         }

@@ -14,8 +14,7 @@
 /// in the order in which the faces first need them, without gaps.
 ///
 ///     const MaterialTable table = make_material_table(mesh, node, time);
-///     const int slot = mesh.faces[f].getMatID() % table.slot_count();
-///     const unsigned part = table.entry_of_slot(slot);
+///     const unsigned part = table.entry_of_face(mesh.faces[f]);
 class MaterialTable {
 public:
     static constexpr int kMaxSlots = 128;
@@ -25,6 +24,13 @@ public:
 
     /// `kNoEntry` if no face uses the slot. Slots count from 0 to below `slot_count`.
     unsigned entry_of_slot(int slot) const { return entry_of_slot_[static_cast<unsigned>(slot)]; }
+
+    /// Material ids beyond the slots start anew at the first slot.
+    int slot_of_face(Face& face) const {
+        const int id = face.getMatID();
+        return id < slot_count_ ? id : id % slot_count_;  // which spares most faces a division
+    }
+    unsigned entry_of_face(Face& face) const { return entry_of_slot(slot_of_face(face)); }
 
     /// The table owns it. Null for an index that no slot leads to.
     MaterialEntry* entry(int index) const {

@@ -25,17 +25,13 @@ bool SceneExporter::ExportMesh(INode* node) {
     if (tri_object.get() == nullptr) {
         return false;
     }
-    Mesh mesh(tri_object->GetMesh());
-    if (mesh.numVerts < 1 || mesh.numFaces < 1) {
-        return false;
-    }
-    if (!UsesItsOwnVertices(mesh)) {
-        scene_->print_error("Mesh " + NarrowName(node->GetName()) +
-                            " is left out: it has faces with vertices that it hasn't got");
+    const CopiedMesh copy(tri_object->GetMesh());
+    const Mesh& mesh = copy.mesh;
+    if (mesh.numVerts < 1 || mesh.numFaces < 1 || !UsesItsOwnVertices(mesh)) {
         return false;
     }
     const MaterialTable table = make_material_table(mesh, node, timing_.time);
-    mesh_parts_->begin(mesh, table);
+    mesh_parts_->begin(copy, table);
     for (int part = 0; mesh_parts_->has_part(part); ++part) {
         ExportMeshPart(node, part, table);
     }
@@ -53,27 +49,11 @@ ConvertedObject<TriObject> SceneExporter::GetTriObject(INode* node, TimeValue t)
     return {object, t, kTriangleObject};
 }
 
-// What is dropped later on counts too.
-void SceneExporter::AddToSceneBox(INode* node, Object* object, ViewExp* view) {
-    Box3 box;
-    object->GetWorldBoundBox(timing_.time, node, view, box);
-    scene_box_ += box;
-}
-
 // Writes the faces of one material as an object of their own, under the node's name.
 void SceneExporter::ExportMeshPart(INode* node, int part, const MaterialTable& table) {
-    const std::string name = NarrowName(node->GetName());
-    qor::TriangleObject object(name);
-    const Matrix3 world_from_node = node->GetNodeTM(timing_.time);
-    const Matrix3 world_from_object = node->GetObjTMAfterWSM(timing_.time);
-    const Matrix3 node_from_object = world_from_object * Inverse(world_from_node);
-
-    const bool coordinates_are_sound = mesh_parts_->build(part, node_from_object, object);
+    qor::TriangleObject object(NarrowName(node->GetName()));
+    mesh_parts_->build(part, NodeFromObject(node, timing_.time), object);
     object.set_material(table.entry(part)->material);
     object.emit(*scene_);
-    if (!coordinates_are_sound) {
-        scene_->print_error("Mesh " + name +
-                            " goes without texture coordinates: some of them point nowhere");
-    }
     mesh_parts_->keep_storage_of(object);
 }

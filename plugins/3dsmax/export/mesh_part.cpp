@@ -4,6 +4,7 @@
 
 #include "model/triangle_object.h"
 #include "plugins/3dsmax/export/material_table.h"
+#include "plugins/3dsmax/export/matrix_inverse.h"
 
 bool IsLeftOutAsMesh(const Class_ID& class_id, const Qor::Options& options) {
     const Class_ID bone(0x28bf6e8d, 0x2ecca840);
@@ -21,10 +22,16 @@ bool UsesItsOwnVertices(const Mesh& mesh) {
     return highest < static_cast<DWORD>(mesh.numVerts);
 }
 
-void MeshPartBuilder::begin(Mesh& mesh, const MaterialTable& table) {
-    mesh_ = &mesh;
+Matrix3 NodeFromObject(INode* node, TimeValue t) {
+    const Matrix3 world_from_node = node->GetNodeTM(t);
+    const Matrix3 world_from_object = node->GetObjTMAfterWSM(t);
+    return world_from_object * InverseOrIdentity(world_from_node);
+}
+
+void MeshPartBuilder::begin(const CopiedMesh& copy, const MaterialTable& table) {
+    mesh_ = &copy.mesh;
     table_ = &table;
-    normals_.compute(mesh);
+    normals_.compute(copy);
     sort_faces();
 }
 
@@ -39,12 +46,8 @@ void MeshPartBuilder::sort_faces() {
     if (!has_part(1)) {
         return;
     }
-    const unsigned slots = static_cast<unsigned>(table_->slot_count());
-    const auto part_of = [this, slots](int face) {
-        return table_->entry_of_slot(static_cast<int>(mesh_->faces[face].getMatID() % slots));
-    };
     for (int f = 0; f < mesh_->numFaces; ++f) {
-        const size_t part = part_of(f);
+        const size_t part = table_->entry_of_face(mesh_->faces[f]);
         if (ends_of_parts_.size() <= part) {
             ends_of_parts_.resize(part + 1, 0);
         }
@@ -57,21 +60,24 @@ void MeshPartBuilder::sort_faces() {
     }
     faces_by_part_.resize(static_cast<size_t>(mesh_->numFaces));
     for (int f = 0; f < mesh_->numFaces; ++f) {
-        faces_by_part_[ends_of_parts_[part_of(f)]++] = f;
+        faces_by_part_[ends_of_parts_[table_->entry_of_face(mesh_->faces[f])]++] = f;
     }
+}
+
+MeshPartBuilder::FaceRange MeshPartBuilder::faces_of(int part) const {
+    if (ends_of_parts_.empty()) {
+        return {0, static_cast<size_t>(mesh_->numFaces)};
+    }
+    const size_t index = static_cast<size_t>(part);
+    return {index == 0 ? 0 : ends_of_parts_[index - 1], ends_of_parts_[index]};
 }
 
 template <typename Visit>
 void MeshPartBuilder::for_each_face(int part, Visit visit) const {
-    if (ends_of_parts_.empty()) {
-        for (int f = 0; f < mesh_->numFaces; ++f) {
-            visit(f);
-        }
-        return;
-    }
-    const size_t index = static_cast<size_t>(part);
-    for (size_t i = index == 0 ? 0 : ends_of_parts_[index - 1]; i < ends_of_parts_[index]; ++i) {
-        visit(faces_by_part_[i]);
+    const FaceRange faces = faces_of(part);
+    const bool is_whole_mesh = faces_by_part_.empty();
+    for (size_t i = faces.begin; i < faces.end; ++i) {
+        visit(is_whole_mesh ? static_cast<int>(i) : faces_by_part_[i]);
     }
 }
 
@@ -122,11 +128,8 @@ bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) con
 
 // Finds the output vertex of every corner, and gives their numbers.
 std::vector<int> MeshPartBuilder::find_vertices(int part, const Coordinates& coordinates) {
-    size_t corners = 3 * static_cast<size_t>(mesh_->numFaces);
-    if (!ends_of_parts_.empty()) {
-        const size_t index = static_cast<size_t>(part);
-        corners = 3 * (ends_of_parts_[index] - (index == 0 ? 0 : ends_of_parts_[index - 1]));
-    }
+    const FaceRange faces = faces_of(part);
+    const size_t corners = 3 * (faces.end - faces.begin);
     keys_.begin(static_cast<size_t>(mesh_->numVerts), corners, coordinates.verts != nullptr);
 
     std::vector<int> triangles = std::move(storage_.triangles);

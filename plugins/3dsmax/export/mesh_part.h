@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "model/triangle_arrays.h"
+#include "plugins/3dsmax/export/copied_mesh.h"
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"
 #include "plugins/3dsmax/export/vertex_key_table.h"
@@ -24,6 +25,10 @@ bool IsLeftOutAsMesh(const Class_ID& class_id, const Qor::Options& options);
 /// Whether every face uses vertices that the mesh has.
 bool UsesItsOwnVertices(const Mesh& mesh);
 
+/// Takes a point of the node's object into the node's space. For an object under a world-space
+/// modifier it undoes the node's own transform.
+Matrix3 NodeFromObject(INode* node, TimeValue t);
+
 /// Turns a host mesh into the arrays of triangle objects, one for each material that its faces use.
 ///
 /// The work on the mesh as a whole is done once, that on its parts for each of them. Storage is
@@ -38,7 +43,7 @@ bool UsesItsOwnVertices(const Mesh& mesh);
 class MeshPartBuilder {
 public:
     /// Borrows both until the last part is built. The mesh must use its own vertices.
-    void begin(Mesh& mesh, const MaterialTable& table);
+    void begin(const CopiedMesh& copy, const MaterialTable& table);
 
     /// Whether any face has the material of that entry.
     bool has_part(int part) const;
@@ -59,14 +64,21 @@ private:
         Matrix3 transform;
     };
 
+    // The faces of a part in `faces_by_part_`, or those of the whole mesh where it has one part.
+    struct FaceRange {
+        size_t begin;
+        size_t end;
+    };
+
     void sort_faces();
+    FaceRange faces_of(int part) const;
     template <typename Visit>
     void for_each_face(int part, Visit visit) const;
     bool choose_coordinates(int part, Coordinates& coordinates) const;
     std::vector<int> find_vertices(int part, const Coordinates& coordinates);
     void fill_arrays(const Matrix3& node_from_object, qor::TriangleObject& object);
 
-    Mesh* mesh_ = nullptr;
+    const Mesh* mesh_ = nullptr;
     const MaterialTable* table_ = nullptr;
     VertexNormals normals_;
     VertexKeyTable keys_;

@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "plugins/3dsmax/export/matrix_inverse.h"
 #include "plugins/3dsmax/export/motion_track.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
@@ -37,7 +38,8 @@ bool SameNumbers(const qorMatrix& a, const qorMatrix& b) {
 
 // The node's matrix as seen from `parent`, or in the world without one.
 Matrix3 MatrixIn(INode* parent, const Matrix3& world_from_node, TimeValue t) {
-    return parent == nullptr ? world_from_node : world_from_node * Inverse(parent->GetNodeTM(t));
+    return parent == nullptr ? world_from_node
+                             : world_from_node * InverseOrIdentity(parent->GetNodeTM(t));
 }
 
 }  // namespace
@@ -58,11 +60,11 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
 // over several frames has a key for the first of them alone, and one that never leaves its base
 // has no track.
 void SceneExporter::EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base) {
-    const Matrix3 inverse_base = Inverse(base);
+    const Matrix3 inverse_base = InverseOrIdentity(base);
     qor::FBXAnimation track = MakeMotionTrack(NarrowName(node->GetName()), timing_);
     bool moves = false;
     qorMatrix before = {};
-    timing_.ForEachFrame([&](TimeValue t) {
+    for (const TimeValue t : timing_.Times()) {
         const Matrix3 local = MatrixIn(parent, node->GetNodeTM(t), t);
         const qorMatrix change = ToSceneMatrix(local * inverse_base);
         const bool is_first = t == timing_.rangeStart;
@@ -71,7 +73,7 @@ void SceneExporter::EmitTransformAnimation(INode* node, INode* parent, const Mat
             moves = !is_first || !IsIdentity(change);
         }
         before = change;
-    });
+    }
     if (moves) {
         scene_->emit(track);
     }

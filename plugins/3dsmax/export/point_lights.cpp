@@ -9,6 +9,7 @@
 #include "plugins/3dsmax/export/asset_files.h"
 #include "plugins/3dsmax/export/light_converter.h"
 #include "plugins/3dsmax/export/light_lumens.h"
+#include "plugins/3dsmax/export/param_value.h"
 #include "plugins/3dsmax/export/truncated_int.h"
 
 namespace {
@@ -49,7 +50,11 @@ std::optional<Web> find_web(LightscapeLight& light, Interface* host) {
         return std::nullopt;
     }
     IParamBlock2* const params = light.GetParamBlockByID(LightscapeLight::PB_WEB);
-    const MCHAR* const name = params == nullptr ? nullptr : params->GetStr(kWebFile, kFixedTime, 0);
+    if (params == nullptr) {
+        return std::nullopt;
+    }
+    const MCHAR* const name =
+        ParamValue<const MCHAR*>(*params, kWebFile, kFixedTime).value_or(nullptr);
     if (name == nullptr || !ends_in_ies(name)) {
         return std::nullopt;
     }
@@ -60,7 +65,7 @@ std::optional<Web> find_web(LightscapeLight& light, Interface* host) {
     const MSTR host_text(file.c_str());
     const auto narrow = host_text.ToCStr();
     const auto degrees = [params](ParamID id) {
-        return static_cast<double>(params->GetFloat(id, kFixedTime, 0));
+        return static_cast<double>(ParamValue<float>(*params, id, kFixedTime).value_or(0.0f));
     };
     return Web{narrow.data(), qor::EulerMatrix(degrees(kWebRotationX) + kQuarterTurn,
                                                degrees(kWebRotationY), degrees(kWebRotationZ))};

@@ -7,6 +7,7 @@
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "plugins/3dsmax/export/group_flags.h"
+#include "plugins/3dsmax/export/hair_scripts.h"
 #include "plugins/3dsmax/export/light_converter.h"
 #include "plugins/3dsmax/export/mesh_part.h"
 #include "plugins/3dsmax/export/unit_scale.h"
@@ -84,6 +85,13 @@ void SceneExporter::CloseFile() {
     scene_.reset();
     factory_->close();
     factory_.reset();
+}
+
+// The box of an object counts also if the object is left out later on.
+void SceneExporter::AddToSceneBox(INode* node, Object* object, ViewExp* view) {
+    Box3 box;
+    object->GetWorldBoundBox(timing_.time, node, view, box);
+    scene_box_ += box;
 }
 
 // One pass over the host's scene, into the scene that is open.

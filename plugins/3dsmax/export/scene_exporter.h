@@ -55,10 +55,8 @@ private:
     void OpenFile(const std::string& path);
     void CloseFile();
     void ExportPass(bool adjust_camera, bool adjust_environment, std::uint32_t scene_flags);
-    void RunHairScript();
-    void RunHairCleanupScript();
 
-    // The walk over the node tree, and the same over the layers.
+    // The walk over the node tree, and the pass over the layers.
     void CountNodes(INode* node);
     bool WalkNode(INode* top, bool in_group);
     void OpenNode(INode* node, bool in_group);

@@ -16,7 +16,8 @@ int add_shape_vertices(const LightscapeLight& light, qor::TriangleObject& shape)
     if (count <= 0) {
         return 0;
     }
-    std::vector<Point3> points(static_cast<std::size_t>(count));
+    // The light may fill fewer points than it tells of.
+    std::vector<Point3> points(static_cast<std::size_t>(count), Point3(0.0f, 0.0f, 0.0f));
     light.GetShape(points.data(), count);
     for (const Point3& point : points) {
         shape.add_vertex(point.x, point.y, point.z);

@@ -2,8 +2,9 @@
 #include <string>
 #include <utility>
 
+#include "plugins/3dsmax/export/bitmap_file.h"
 #include "plugins/3dsmax/export/light_converter.h"
-#include "plugins/3dsmax/export/texture_baking.h"
+#include "plugins/3dsmax/export/param_value.h"
 
 namespace {
 
@@ -26,9 +27,7 @@ void LightConverter::ConvertSkyLight(Object& light, TimeValue time) {
         if (params == nullptr) {
             continue;
         }
-        Texmap* map = nullptr;
-        Interval valid = FOREVER;
-        params->GetValue(kSkyMap, kFixedTime, map, valid, 0);
+        Texmap* const map = ParamValue<Texmap*>(*params, kSkyMap, kFixedTime).value_or(nullptr);
         if (map == nullptr || !is_bitmap_texmap(map)) {
             continue;
         }

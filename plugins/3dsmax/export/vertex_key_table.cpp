@@ -14,14 +14,14 @@ constexpr double kCoordinateReach = 1.2e-7;
 
 constexpr int kAxes = 5;
 
-struct Axis {
+struct KeyAxis {
     double value;
     double reach;
 
     double cell_of(double place) const { return std::floor(place / (4 * reach)) + 0.0; }
 };
 
-void list_axes(const VertexKey& key, Axis (&axes)[kAxes]) {
+void list_axes(const VertexKey& key, KeyAxis (&axes)[kAxes]) {
     axes[0] = {static_cast<double>(key.normal.x), kNormalReach};
     axes[1] = {static_cast<double>(key.normal.y), kNormalReach};
     axes[2] = {static_cast<double>(key.normal.z), kNormalReach};
@@ -91,10 +91,10 @@ int VertexKeyTable::find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key
         crowd.outside.push_back(number);
         return number;
     }
-    Axis axes[kAxes];
+    KeyAxis axes[kAxes];
     list_axes(key, axes);
     std::uint64_t hash = 0;
-    for (const Axis& axis : axes) {
+    for (const KeyAxis& axis : axes) {
         hash = mixed(hash, axis.cell_of(axis.value));
     }
     crowd.cells[hash].push_back(number);
@@ -108,7 +108,7 @@ int VertexKeyTable::find_in_crowd(const Crowd& crowd, const VertexKey& key) cons
     }
     int best = first_match(crowd.outside, key, kNone);
 
-    Axis axes[kAxes];
+    KeyAxis axes[kAxes];
     list_axes(key, axes);
     double cells[kAxes][2];
     unsigned second_cell_of = 0;  // one bit for each axis along which two cells are in reach

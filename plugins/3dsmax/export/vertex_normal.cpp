@@ -47,9 +47,10 @@ float CornerAngle(const Point3& edge_in, const Point3& edge_out) {
     return NarrowedArcCosine(cosine);
 }
 
-void VertexNormals::compute(Mesh& mesh) {
+void VertexNormals::compute(const CopiedMesh& copy) {
+    const Mesh& mesh = copy.mesh;
     mesh_ = &mesh;
-    spec_ = mesh.GetSpecifiedNormals();
+    spec_ = copy.specified_normals;
     records_.clear();
 
     const size_t vertex_count = static_cast<size_t>(mesh.numVerts);

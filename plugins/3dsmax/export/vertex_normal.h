@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "plugins/3dsmax/export/host.h"
+#include "plugins/3dsmax/export/copied_mesh.h"
 
 /// The normal that the corners of a vertex share which share a smoothing group. The records of a
 /// vertex form a chain.
@@ -26,8 +26,8 @@ struct VertexNormal {
 /// Storage is kept from one mesh to the next.
 class VertexNormals {
 public:
-    /// `mesh` is borrowed until the last `lookup`. Its faces must use vertices that it has.
-    void compute(Mesh& mesh);
+    /// Borrows the copy until the last `lookup`. Its faces must use vertices that it has.
+    void compute(const CopiedMesh& copy);
 
     /// The normal of a face's corner, in the mesh's space.
     Point3 lookup(int face, int corner) const;

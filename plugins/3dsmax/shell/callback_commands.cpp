@@ -9,19 +9,25 @@
 
 namespace {
 
-// Takes the host's progress bar down on every way out.
+// Takes the host's progress bar down on every way out. Where the host shows none, since another is
+// under way, there is none to take down.
 class ProgressShown {
 public:
-    explicit ProgressShown(Interface* host) : host_(host) {
-        host_->ProgressStart(
-            L"Export VSQ File.", TRUE, [](LPVOID) -> DWORD { return 0; }, nullptr);
-    }
+    explicit ProgressShown(Interface* host)
+        : host_(host),
+          is_shown_(host->ProgressStart(
+              L"Export VSQ File.", TRUE, [](LPVOID) -> DWORD { return 0; }, nullptr)) {}
     ProgressShown(const ProgressShown&) = delete;
     ProgressShown& operator=(const ProgressShown&) = delete;
-    ~ProgressShown() { host_->ProgressEnd(); }
+    ~ProgressShown() {
+        if (is_shown_) {
+            host_->ProgressEnd();
+        }
+    }
 
 private:
     Interface* host_;
+    bool is_shown_;
 };
 
 // Asks the user for a file; false if there is to be none. The path is UTF-8.

@@ -4,11 +4,10 @@
 
 #include "plugins/3dsmax/shell/string_resources.h"
 
-BOOL WINAPI DllMain(HINSTANCE module, DWORD, LPVOID) {
-    // The dialog's trackbar is a common control.
-    if (module_handle == nullptr) {
-        InitCommonControls();
+BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
+    if (reason == DLL_PROCESS_ATTACH) {
+        module_handle = module;
+        InitCommonControls();  // the dialog's trackbar is one
     }
-    module_handle = module;
     return TRUE;
 }

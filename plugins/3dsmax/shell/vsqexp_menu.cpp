@@ -1,6 +1,7 @@
 #include "plugins/3dsmax/shell/menu_actions.h"
 #include "plugins/3dsmax/shell/string_resources.h"
 #include "plugins/3dsmax/shell/vsqexp.h"
+#include "plugins/3dsmax/shell/vsqexp_class_desc.h"
 
 namespace {
 
@@ -15,10 +16,13 @@ void show_in_context(IMenuManager* menus, IMenu* menu) {
     }
 }
 
+// The host may not have taken the plug-in's actions up yet.
+ActionTable* find_table(IActionManager* actions) {
+    ActionTable* table = actions->FindTable(kActionTableId);
+    return table != nullptr ? table : GetVSQExpClassDesc()->GetActionTable(0);
+}
+
 void add_actions(IMenu* menu, ActionTable* table) {
-    if (table == nullptr) {
-        return;  // the host has not taken the plug-in's actions up
-    }
     for (const MenuAction& action : kMenuActions) {
         IMenuItem* item = GetIMenuItem();
         item->SetActionItem(table->GetAction(action.command_id));
@@ -39,7 +43,10 @@ void VSQExp::InstallMenu() {
     }
 
     IMenu* bar = menus->GetMainMenuBar();
-    ActionTable* table = actions->FindTable(kActionTableId);
+    ActionTable* table = find_table(actions);
+    if (bar == nullptr || table == nullptr) {
+        return;  // a later notification of the host's menus tries again
+    }
     menus->RegisterMenuBarContext(kMenuContextId, title.data());
     IMenu* menu = GetIMenu();
     menu->SetTitle(title.data());

@@ -1,0 +1,56 @@
+#include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "plugins/3dsmax/export/light_converter.h"
+#include "plugins/3dsmax/export/node_object.h"
+#include "plugins/3dsmax/export/scene_exporter.h"
+
+// What a node's object is turned into.
+
+// What a hidden node is made of stays out, but its place is kept for the nodes below it.
+bool SceneExporter::ExportNode(INode* node, bool child_content) {
+    bool has_content = child_content;
+    if (!node->IsNodeHidden(TRUE)) {
+        Object* object = KindObject(node);
+        if (object == nullptr) {
+            return has_content;  // the root of the tree, which has no place of its own
+        }
+        // In an animation each frame's file is a still.
+        has_content = ExportObject(node, object, !animation_) || has_content;
+    }
+    EmitNodeTransform(node, true, has_content);
+    return has_content;
+}
+
+// Gives the node to the conversion that its object asks for. Helpers, group heads and the targets
+// of cameras and lights have none.
+bool SceneExporter::ExportObject(INode* node, Object* object, bool may_deform) {
+    switch (object->SuperClassID()) {
+        case GEOMOBJECT_CLASS_ID: {
+            if (object->ClassID() == Class_ID(TARGET_CLASS_ID, 0)) {
+                return false;
+            }
+            const Interval valid = object->ObjectValidity(timing_.rangeStart);
+            const bool deforms = may_deform && options_->Deformable && object->IsDeformable() &&
+                                 !timing_.RangeIsWithin(valid);
+            return deforms ? ExportDeformable(node) : ExportMesh(node);
+        }
+        case LIGHT_CLASS_ID:
+            return ExportLight(node);
+        case SHAPE_CLASS_ID:
+            return ExportCurves(node);
+        default:
+            return false;
+    }
+}
+
+bool SceneExporter::ExportLight(INode* node) {
+    if (!NodeIsWanted(node)) {
+        return false;
+    }
+    lights_->Convert(node, *scene_, timing_.time);
+    return true;
+}
+
+// An update takes along only the objects of nodes that have changed.
+bool SceneExporter::NodeIsWanted(INode* node) const {
+    return !update_ || changed_nodes_.count(node) != 0;
+}
