@@ -5,7 +5,11 @@ if(MSVC)
     # The host's headers are taken as those of a system, since they aren't ours to mend.
     target_compile_options(vsq_warnings INTERFACE
         # A log statement's level is known when it is compiled, which is what 4127 complains of.
-        /W4 /WX /wd4127 /permissive- /utf-8 /fp:precise /external:anglebrackets /external:W0)
+        /W4 /wd4127 /permissive- /utf-8 /fp:precise /external:anglebrackets /external:W0)
+    if(NOT MAXSDK_ROOT)
+        # Some warnings of the host's headers come only as code is generated, and can't be kept out.
+        target_compile_options(vsq_warnings INTERFACE /WX)
+    endif()
     target_compile_definitions(vsq_warnings INTERFACE _CRT_SECURE_NO_WARNINGS)
 else()
     target_compile_options(vsq_warnings INTERFACE

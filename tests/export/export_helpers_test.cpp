@@ -32,7 +32,9 @@ TEST(FrameTiming, WithoutAFrameLengthTheRangeIsOneFrame) {
     for (const int ticks_per_frame : {0, -160}) {
         const FrameTiming timing = {800, 2400, 0, ticks_per_frame};
         std::vector<int> timestamps;
-        timing.ForEachFrame([&](TimeValue t) { timestamps.push_back(timing.KeyTimestamp(t)); });
+        for (const TimeValue t : timing.Times()) {
+            timestamps.push_back(timing.KeyTimestamp(t));
+        }
         EXPECT_EQ(timestamps, std::vector<int>{0});
         EXPECT_EQ(timing.TrackDuration(), 0.033f);
     }

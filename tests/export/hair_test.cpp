@@ -15,7 +15,7 @@ using namespace memhost;
 // By the FNV-1a sum of their letters: every blank of the texts counts.
 TEST(HairScripts, AreTheseTextsToTheBlank) {
     const std::pair<std::wstring, std::uint64_t> scripts[] = {
-        {HairScript, 0x497d7af220ea8853}, {HairCleanupScript, 0xfd9bcf2d62b80885}};
+        {HairScript(), 0x497d7af220ea8853}, {HairCleanupScript, 0xfd9bcf2d62b80885}};
     for (const auto& [script, wanted] : scripts) {
         std::uint64_t sum = 0xcbf29ce484222325;
         for (const wchar_t letter : script) {
@@ -90,7 +90,7 @@ TEST(Hair, IsInTheSceneForAsLongAsAPassTakes) {
             EXPECT_EQ(call.source, MAXScript::ScriptSource::NonEmbedded);
             EXPECT_TRUE(!call.quiet_errors && call.log_quiet_errors);
         }
-        std::vector<std::wstring> wanted = {HairScript, HairCleanupScript};
+        std::vector<std::wstring> wanted = {HairScript(), HairCleanupScript};
         wanted.resize(one.throws ? 1u : one.wanted ? 2u : 0u);
         EXPECT_EQ(run, wanted);
     }

@@ -43,7 +43,8 @@ void expect_same_as_plain(Mesh mesh, MeshPartBuilder& builder, int materials,
     const MaterialTable table = make_material_table(mesh, &node, 0);
     const std::vector<plain::VertexNormal> normals = plain::compute_vertex_normals(mesh);
     EXPECT_TRUE(UsesItsOwnVertices(mesh));
-    builder.begin(mesh, table);
+    const CopiedMesh copy(mesh);
+    builder.begin(copy, table);
     for (int part = 0; builder.has_part(part); ++part) {
         const MaterialEntry& entry = *table.entry(part);
         const plain::Part wanted = plain::extract(
@@ -186,7 +187,8 @@ TEST(MeshPart, TakesAnyNumberOfFacesAtAVertex) {
             INode& node = scene.node(L"n").node();
             const MaterialTable table = make_material_table(mesh, &node, 0);
             MeshPartBuilder builder;
-            builder.begin(mesh, table);
+            const CopiedMesh copy(mesh);
+            builder.begin(copy, table);
             qor::TriangleObject object("n");
             EXPECT_TRUE(builder.build(0, kIdentity, object));
             EXPECT_EQ(object.triangles().size(), size_t{3} * kFaces);

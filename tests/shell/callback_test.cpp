@@ -119,4 +119,14 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
     platform::set_message_box_handler({});
 }
 
+TEST(Callback, ExportsWithoutABarWhereAnotherIsUnderWay) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    scene.host().refuse_progress();
+    scene.host().answer_save_dialog(folder / "s.vsq");
+    callback_of(scene).ExecuteAction(kExportCommand);
+    EXPECT_GT(file_contents(folder / "s.vsq").size(), 0u);
+    EXPECT_EQ(scene.host().progress().ended, 0);
+}
+
 }  // namespace

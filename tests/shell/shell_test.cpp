@@ -49,9 +49,11 @@ const std::vector<std::wstring> kNoMenu;
 
 class StartedPlugin : public testing::Test {
 protected:
-    StartedPlugin() {
+    explicit StartedPlugin(bool knows_actions = true) {
         host().set_config_folder(memhost::units_from_utf8(folder_.path().u8string()));
-        host().actions().add_tables(class_desc());
+        if (knows_actions) {
+            host().actions().add_tables(class_desc());
+        }
         plugin_ = static_cast<GUP*>(class_desc().Create(FALSE));
         static auto* const kept = new std::vector<GUP*>;  // nobody ever frees a plug-in
         kept->push_back(plugin_);
@@ -124,6 +126,14 @@ TEST_F(StartedPlugin, TakesItsMenuOutOfTheUsersMenuFile) {
     host().notifications().broadcast(NOTIFY_CUI_MENUS_POST_LOAD);
     EXPECT_EQ(shown_menu(), kNoMenu);
     plugin_->DeleteThis();
+}
+
+struct EarlyPlugin : StartedPlugin {
+    EarlyPlugin() : StartedPlugin(false) {}
+};
+
+TEST_F(EarlyPlugin, HasItsWholeMenuBeforeTheHostTakesItsActionsUp) {
+    EXPECT_EQ(shown_menu(), kMenu);
 }
 
 TEST_F(StartedPlugin, LeavesAMenuThatTheUserHasChanged) {
