@@ -43,11 +43,12 @@ void extract(benchmark::State& state, int faces, Crowd crowd) {
     memhost::SceneBuilder scene;
     INode& node = scene.node(L"fan").node();
     Mesh mesh = fan(faces, crowd);
-    const MaterialTable table = make_material_table(mesh, &node, 0);
+    const CopiedMesh copy(mesh);
+    const MaterialTable table = make_material_table(copy.mesh, &node, 0);
     MeshPartBuilder parts;
     for (auto _ : state) {
         qor::TriangleObject object("fan");
-        parts.begin(mesh, table);
+        parts.begin(copy, table);
         parts.build(0, Matrix3(), object);
         benchmark::DoNotOptimize(object.vertices().data());
         parts.keep_storage_of(object);

@@ -20,7 +20,8 @@ constexpr int kTriangles = 1'000'000;
 struct Corners {
     explicit Corners(Shading shading) : mesh(mesh_scenes::surface(kTriangles, shading)) {
         VertexNormals normals;
-        normals.compute(mesh);
+        const CopiedMesh copy(mesh);
+        normals.compute(copy);
         const UVVert* coordinates = mesh.mapVerts(1);
         const TVFace* faces = mesh.mapFaces(1);
         for (int f = 0; f < mesh.numFaces; ++f) {
