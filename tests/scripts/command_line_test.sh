@@ -108,7 +108,7 @@ limited() {
 mkdir Animations
 expect 1 3 'Failed writing tag data.*Flag_Stripes.qorT: offset 65536: the file ends' \
     limited 64 "$vsqexport" export demo:deforming full.vsq --frames 0:40
-expect 1 2 'File too large.*full.vsq: could not close file' \
+expect 1 2 'File too large.*full0000.vsq: could not close file' \
     limited 2 "$vsqexport" animation demo:motion full.vsq
 if [[ $EUID != 0 ]]; then
     mkdir locked

@@ -11,6 +11,8 @@
 #include "tests/support/qort_bytes.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/thrown_text.h"
+#include "tools/vsqexport/interruption.h"
+#include "tools/vsqexport/settings_file.h"
 
 namespace {
 
@@ -20,11 +22,13 @@ using testing::HasSubstr;
 // A command of the host, with settings of its own.
 template <typename Report>
 Report carry_out(Report (*command)(memhost::MemoryHost&, vsqexport::PluginCommands&,
-                                   const vsqexport::Interruption&, const std::string&),
-                 SceneBuilder& scene, const std::string& path) {
+                                   const std::string&),
+                 SceneBuilder& scene, const std::string& path, const char* setting = "Layers=0") {
     const TemporaryFolder settings;
+    vsqexport::change_settings(settings.path().u8string(), {setting});
     vsqexport::PluginCommands plugin(scene.host(), settings.path().u8string());
-    return command(scene.host(), plugin, vsqexport::Interruption(scene.host()), path);
+    const vsqexport::Interruption interruption(scene.host());
+    return command(scene.host(), plugin, path);
 }
 
 TEST(ExportReport, WarnsOfMatricesThatAreNoneAndRefusesAFileThatIsNotWhole) {
@@ -56,6 +60,15 @@ TEST(AnimationCommand, SaysWhatItWrote) {
     EXPECT_EQ(report.warnings, "");
 }
 
+TEST(AnimationCommand, NamesTheFrameThatFailed) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    std::filesystem::create_directory(folder.path() / "s0002.vsq");
+    EXPECT_THAT(
+        thrown_text([&] { carry_out(vsqexport::export_animation, scene, folder / "s.vsq"); }),
+        testing::StartsWith(folder / "s0002.vsq" + ": "));
+}
+
 // What the plug-in tells nobody.
 TEST(AnimationCommand, FailsWhereFilesAreMissing) {
     const TemporaryFolder folder;
@@ -78,16 +91,39 @@ TEST(AnimationCommand, FailsWhereFilesAreMissing) {
                  std::invalid_argument);
 }
 
-TEST(AnimationCommand, SaysWhereACancelStoppedIt) {
-    const TemporaryFolder folder;
-    SceneBuilder scene;
-    bool is_stopped = false;
-    scene.node(L"a").motion([&](TimeValue t) {
-        if (t == 2 * scene.host().ticks_per_frame() && !std::exchange(is_stopped, true)) {
+// Presses Ctrl-C when it is read at that tick.
+void add_interrupting_node(SceneBuilder& scene, TimeValue tick) {
+    scene.node(L"a").motion([tick, is_stopped = false](TimeValue t) mutable {
+        if (t == tick && !std::exchange(is_stopped, true)) {
             std::raise(SIGINT);
         }
         return Matrix3();
     });
+}
+
+// An export by layers doesn't ask whether it is cancelled.
+TEST(ExportCommand, CallsASceneUnfinishedIfThePluginHeardOfACancel) {
+    const TemporaryFolder folder;
+    const std::string target = folder / "s.vsq";
+    const std::pair<const char*, std::string> cases[] = {
+        {"Layers=0", "cancelled, " + target + " holds only a part of the scene"},
+        {"Layers=1", ""},
+    };
+    for (const auto& [setting, told] : cases) {
+        SceneBuilder scene;
+        add_interrupting_node(scene, 0);
+        scene.node(L"b");
+        EXPECT_EQ(thrown_text<vsqexport::Cancelled>([&, &with = setting] {
+                      carry_out(vsqexport::export_scene, scene, target, with);
+                  }),
+                  told);
+    }
+}
+
+TEST(AnimationCommand, SaysWhereACancelStoppedIt) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    add_interrupting_node(scene, 2 * scene.host().ticks_per_frame());
     EXPECT_EQ(thrown_text<vsqexport::Cancelled>(
                   [&] { carry_out(vsqexport::export_animation, scene, folder / "s.vsq"); }),
               "cancelled, " + folder / "s0002.vsq" +

@@ -6,7 +6,6 @@
 
 #include "standins/renderer/running_renderers.h"
 #include "tools/vsqexport/export_report.h"
-#include "tools/vsqexport/interruption.h"
 #include "tools/vsqexport/plugin_commands.h"
 
 namespace vsqexport {
@@ -23,13 +22,12 @@ public:
 
 /// Export. Gives nothing for a target that can't be read back, such as standard output.
 std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginCommands& plugin,
-                                         const Interruption& interruption,
                                          const std::string& target);
 
 /// Export Animation. `target` ends in ".vsq", and its frames have a number in front of that. What a
-/// cancel finds written stays.
+/// cancel finds written stays. A failure names the file of the frame that it stopped.
 ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
-                              const Interruption& interruption, const std::string& target);
+                              const std::string& target);
 
 /// A scene that went over the live link.
 struct SentScene {
@@ -43,7 +41,6 @@ struct SentScene {
 
 enum class Sending { kRender, kUpdate };
 
-SentScene send_scene(memhost::MemoryHost& host, PluginCommands& plugin,
-                     const Interruption& interruption, Sending sending);
+SentScene send_scene(memhost::MemoryHost& host, PluginCommands& plugin, Sending sending);
 
 }  // namespace vsqexport

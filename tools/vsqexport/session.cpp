@@ -12,6 +12,7 @@
 #include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/exporting_commands.h"
 #include "tools/vsqexport/frame_number.h"
+#include "tools/vsqexport/interruption.h"
 #include "tools/vsqexport/terminal.h"
 #include "tools/vsqinfo/display_text.h"
 
@@ -110,12 +111,12 @@ std::string Session::help() {
 
 std::string Session::render(const Words&) {
     const Interruption interruption(host_);
-    return sent("render", send_scene(host_, plugin_, interruption, Sending::kRender));
+    return sent("render", send_scene(host_, plugin_, Sending::kRender));
 }
 
 std::string Session::update(const Words&) {
     const Interruption interruption(host_);
-    return sent("update", send_scene(host_, plugin_, interruption, Sending::kUpdate));
+    return sent("update", send_scene(host_, plugin_, Sending::kUpdate));
 }
 
 std::string Session::write(const Words& words) {
@@ -125,7 +126,7 @@ std::string Session::write(const Words& words) {
     }
     check_export_target(target, scene_);
     const Interruption interruption(host_);
-    const std::optional<ExportReport> report = export_scene(host_, plugin_, interruption, target);
+    const std::optional<ExportReport> report = export_scene(host_, plugin_, target);
     if (!report) {
         return "export: written to " + target;
     }
@@ -137,7 +138,7 @@ std::string Session::write_animation(const Words& words) {
     const std::string& target = words[1];
     check_animation_target(target, scene_);
     const Interruption interruption(host_);
-    const ExportReport report = export_animation(host_, plugin_, interruption, target);
+    const ExportReport report = export_animation(host_, plugin_, target);
     std::fputs(report.warnings.c_str(), stderr);
     return "animation: " + report.brief;
 }

@@ -7,6 +7,7 @@
 #include "tools/vsqexport/arguments.h"
 #include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/exporting_commands.h"
+#include "tools/vsqexport/interruption.h"
 #include "tools/vsqexport/scene_options.h"
 #include "tools/vsqexport/scene_source.h"
 #include "tools/vsqexport/session.h"
@@ -59,7 +60,7 @@ int run_export(const CommandLine& command) {
     open_scene(host, command, interruption);
     vsqexport::check_export_target(command.target, command.options.scene);
     if (const auto report =
-            vsqexport::export_scene(host.scene.host(), host.plugin, interruption, command.target)) {
+            vsqexport::export_scene(host.scene.host(), host.plugin, command.target)) {
         print(*report);
     }
     return kDone;
@@ -70,8 +71,7 @@ int run_animation(const CommandLine& command) {
     const vsqexport::Interruption interruption(host.scene.host());
     open_scene(host, command, interruption);
     vsqexport::check_animation_target(command.target, command.options.scene);
-    print(
-        vsqexport::export_animation(host.scene.host(), host.plugin, interruption, command.target));
+    print(vsqexport::export_animation(host.scene.host(), host.plugin, command.target));
     return kDone;
 }
 
@@ -79,8 +79,8 @@ int run_render(const CommandLine& command) {
     Host host(command.options.settings);
     const vsqexport::Interruption interruption(host.scene.host());
     open_scene(host, command, interruption);
-    const vsqexport::SentScene sent = vsqexport::send_scene(
-        host.scene.host(), host.plugin, interruption, vsqexport::Sending::kRender);
+    const vsqexport::SentScene sent =
+        vsqexport::send_scene(host.scene.host(), host.plugin, vsqexport::Sending::kRender);
     std::printf("%s, %s\n", sent.renderer_text().c_str(),
                 sent.was_started ? "which was started" : "which was running");
     print(sent.report);
