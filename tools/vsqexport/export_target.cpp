@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <system_error>
 
@@ -39,8 +38,13 @@ void check_export_target(const std::string& target, const std::string& source) {
     if (fs::equivalent(path, fs::u8path(source), ignored)) {
         refuse(target, "it is the scene to be exported");
     }
+    // To open a pipe and close it again would be the end of the scene to whoever reads from it.
+    const fs::file_status status = fs::status(path, ignored);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        return;
+    }
     // What is there keeps its contents, and nothing stays behind if the export never starts.
-    const bool is_new = !fs::exists(path, ignored);
+    const bool is_new = !fs::exists(fs::symlink_status(path, ignored));
     errno = 0;
     std::ofstream probe(path, std::ios::binary | std::ios::app);
     if (!probe) {
@@ -56,8 +60,17 @@ void check_animation_target(const std::string& target, const std::string& source
     check_export_target(AnimationFiles(target).frame(0), source);
 }
 
+std::ofstream wait_for_reader(const std::string& target) {
+    const fs::path path = fs::u8path(target);
+    std::error_code ignored;
+    return fs::is_fifo(path, ignored) ? std::ofstream(path) : std::ofstream();
+}
+
 bool is_standard_output(const std::string& target) {
-    return target == "-";
+    constexpr char kDevice[] = "/dev/stdout";
+    std::error_code ignored;
+    return target == kStandardOutput || target == kDevice ||
+           fs::equivalent(fs::u8path(target), kDevice, ignored);
 }
 
 }  // namespace vsqexport

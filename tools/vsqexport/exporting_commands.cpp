@@ -61,12 +61,15 @@ std::uint64_t newest_own_scene(const RunningRenderer& renderer) {
 
 std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginCommands& plugin,
                                          const std::string& target) {
-    const Outcome outcome = carry_out(host, [&] { return plugin.export_to(target); });
+    const bool to_standard_output = is_standard_output(target);
+    const std::ofstream kept_open = wait_for_reader(target);
+    const Outcome outcome = carry_out(
+        host, [&] { return plugin.export_to(to_standard_output ? kStandardOutput : target); });
     throw_if_told(outcome.told, target + ": ");
     if (outcome.is_cancelled) {
         throw Cancelled("cancelled, " + target + " holds only a part of the scene");
     }
-    if (is_standard_output(target) || !can_be_read_back(target)) {
+    if (to_standard_output || !can_be_read_back(target)) {
         return std::nullopt;
     }
     return report_on_file(target, outcome.seconds);
