@@ -112,7 +112,7 @@ public:
     void transforms_changed() { ++transform_version_; }
     std::uint64_t transform_version() const { return transform_version_; }
 
-    /// How often a `GetCancel` was answered true since the host was made: whoever asked has stopped.
+    /// How often `GetCancel` has answered true since the host was made: whoever asked has stopped.
     int answered_cancels() const { return answered_cancels_; }
 
     TimeValue time() const { return time_; }
