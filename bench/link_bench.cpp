@@ -32,7 +32,7 @@ public:
     ~RunningRenderer() { std::filesystem::remove_all(scratch_path("scenes")); }
 
     size_t bytes_received() const {
-        return std::filesystem::file_size(process_->announced()->scene_file);
+        return std::filesystem::file_size(process_->newest_scene().file);
     }
 
 private:

@@ -1,10 +1,11 @@
-# One CMake target per folder; cmake/layers.txt says which other folders it sees.
+# One CMake target per folder; cmake/layers.txt says which other folders it sees, and of which it
+# sees a single header.
 
 file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/layers.txt VSQ_LAYER_ROWS REGEX "->")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/layers.txt)
 
-# The folders that the row of `folder` names, or nothing if there is no such row.
-function(vsq_visible_folders folder result)
+# The folders and headers that the row of `folder` names, or nothing if there is no such row.
+function(vsq_visible_paths folder result)
     set(found "")
     foreach(row IN LISTS VSQ_LAYER_ROWS)
         if(row MATCHES "^([^ #]+) *->(.*)$" AND CMAKE_MATCH_1 STREQUAL folder)
@@ -15,8 +16,15 @@ function(vsq_visible_folders folder result)
     set(${result} "${found}" PARENT_SCOPE)
 endfunction()
 
+# vsq_header_target(<header> <target>)
+# links <target> to every layer whose row names <header>, in place of the current folder's target.
+function(vsq_header_target header target)
+    file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+    set_property(GLOBAL PROPERTY VSQ_TARGET_OF_${folder}/${header} ${target})
+endfunction()
+
 # vsq_add_layer(<target> [SHARED|EXECUTABLE|INTERFACE] SOURCES <file>...)
-# makes the current folder one target and links it to the targets of the folders that it may see.
+# makes the current folder one target and links it to the targets of what it may see.
 # A folder of headers alone is an INTERFACE and has no sources.
 function(vsq_add_layer target)
     cmake_parse_arguments(LAYER "SHARED;EXECUTABLE;INTERFACE" "" "SOURCES" ${ARGN})
@@ -41,7 +49,7 @@ function(vsq_add_layer target)
     if(NOT LAYER_INTERFACE)
         target_link_libraries(${target} PRIVATE vsq_warnings)
     endif()
-    vsq_visible_folders(${folder} visible)
+    vsq_visible_paths(${folder} visible)
     foreach(other IN LISTS visible)
         get_property(other_target GLOBAL PROPERTY VSQ_TARGET_OF_${other})
         if(other_target)

@@ -8,9 +8,11 @@ namespace platform {
 /// A library that was opened at run time, for as long as the object lives.
 class DynamicLibrary {
 public:
-    /// Nothing if there is no such library or it can't be loaded. The separator in the path may be
-    /// "\\" on every system.
-    static std::optional<DynamicLibrary> open(const std::string& path_utf8);
+    /// Nothing if there is no such library or it can't be loaded; `reason`, unless it is null, then
+    /// gets the system's reason in one line, which may begin with the path. The separator in the
+    /// path may be "\\" on every system.
+    static std::optional<DynamicLibrary> open(const std::string& path_utf8,
+                                              std::string* reason = nullptr);
 
     DynamicLibrary(DynamicLibrary&& other) noexcept;
     DynamicLibrary& operator=(DynamicLibrary&& other) noexcept;

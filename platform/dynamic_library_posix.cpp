@@ -5,9 +5,13 @@
 
 namespace platform {
 
-std::optional<DynamicLibrary> DynamicLibrary::open(const std::string& path_utf8) {
+std::optional<DynamicLibrary> DynamicLibrary::open(const std::string& path_utf8,
+                                                   std::string* reason) {
     void* handle = dlopen(native_path(path_utf8).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (handle == nullptr) {
+        if (reason != nullptr) {
+            *reason = dlerror();
+        }
         return std::nullopt;
     }
     return DynamicLibrary(handle);

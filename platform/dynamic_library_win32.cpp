@@ -6,9 +6,13 @@
 
 namespace platform {
 
-std::optional<DynamicLibrary> DynamicLibrary::open(const std::string& path_utf8) {
+std::optional<DynamicLibrary> DynamicLibrary::open(const std::string& path_utf8,
+                                                   std::string* reason) {
     HMODULE module = LoadLibraryW(wide_from_utf8(path_utf8).c_str());
     if (module == nullptr) {
+        if (reason != nullptr) {
+            *reason = "it can't be loaded, error " + std::to_string(GetLastError());
+        }
         return std::nullopt;
     }
     return DynamicLibrary(module);

@@ -9,6 +9,7 @@
 #include <map>
 #include <sstream>
 
+#include "platform/folders.h"
 #include "platform/wide_text.h"
 
 namespace platform {
@@ -19,14 +20,6 @@ std::string folded(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     return text;
-}
-
-std::string registry_file_path() {
-    if (const char* config = std::getenv("XDG_CONFIG_HOME"); config != nullptr && *config != 0) {
-        return std::string(config) + "/quoria/registry.reg";
-    }
-    const char* home = std::getenv("HOME");
-    return std::string(home != nullptr ? home : "") + "/.config/quoria/registry.reg";
 }
 
 // From units of 16 bits, their low bytes first.
@@ -41,7 +34,7 @@ std::string utf8_from_utf16(const std::string& bytes) {
 
 // Of the whole file, as UTF-8.
 std::string registry_text() {
-    std::ifstream file(registry_file_path(), std::ios::binary);
+    std::ifstream file(user_configuration_folder() + "/registry.reg", std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     const bool is_utf16 = text.compare(0, 2, "\xff\xfe") == 0;
     return is_utf16 ? utf8_from_utf16(text.substr(2)) : text;

@@ -4,9 +4,10 @@
     check_includes.py [ROOT]
 
 Each row of the table reads `path -> path path ...`: what lies at or below the first path may
-include what belongs to the others, `*` standing for everything. The longest matching path holds,
-so a single file can have a row of its own. A breach is reported with file, line and the arrow
-that is missing, and makes the exit status 1.
+include what belongs to the others, `*` standing for everything. The longest matching path holds.
+A folder sees itself. A single file can have a row of its own: it includes by that row alone, and
+may be included where either it or its folder is named. A breach is reported with file, line and
+the arrow that is missing, and makes the exit status 1.
 """
 
 import os
@@ -48,10 +49,14 @@ class Checker:
     def __init__(self, root):
         self.root = root
         self.rows = read_table(root)
-        # A file with a row of its own includes by that row, but is included as part of its folder.
         self.folders = [path for path in self.rows if not (root / path).is_file()]
         self.include_count = 0
-        self.breaches = []
+        self.breaches = [
+            f"{TABLE}: {path} -> {name}, which has no row"
+            for path, visible in self.rows.items()
+            for name in visible
+            if name not in self.rows and name != "*"
+        ]
 
     def check_file(self, file):
         row = longest_match(self.rows, file)
@@ -79,8 +84,8 @@ class Checker:
         target_folder = longest_match(self.folders, target)
         if target_folder is None:
             return f"may not include {target} (its folder has no row in {TABLE})"
-        allowed = self.rows[row] + [longest_match(self.folders, file)]
-        if "*" in allowed or target_folder in allowed:
+        allowed = self.rows[row] + [row]
+        if any(name in allowed for name in ("*", target, target_folder)):
             return None
         return f"may not include {target} ({row} -> {target_folder} is missing in {TABLE})"
 

@@ -136,17 +136,20 @@ bool ClientSession::handle(const FrameHead& head, const char* arguments) {
     }
 
     answer_.clear();
-    answer_.begin(head.operation);
+    answer_.begin(head.operation | operation::kAnswer);
     switch (head.operation) {
-        case operation::kHello:
-            if (FrameReader(arguments, head.size).take<std::uint64_t>() != kGreeting) {
+        case operation::kHello: {
+            FrameReader greeting(arguments, head.size);
+            if (greeting.take<std::uint64_t>() != kGreeting) {
                 throw MalformedFrame();
             }
+            client_process_id_ = greeting.take<std::int64_t>();
             is_greeted_ = true;
             answer_.put(own_process_id());
             break;
+        }
         case operation::kFinish:
-            answer_.put(!scene_ || renderer_.keep_scene(*scene_));
+            answer_.put(!scene_ || renderer_.keep_scene(*scene_, client_process_id_));
             scene_.reset();
             break;
         case operation::kTree:

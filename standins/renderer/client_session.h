@@ -46,7 +46,8 @@ private:
     std::size_t handled_ = 0;
     std::uint64_t received_ = 0;
     bool is_greeted_ = false;
-    bool ends_renderer_ = false;  // once it is answered
+    std::int64_t client_process_id_ = 0;  // once it is greeted
+    bool ends_renderer_ = false;          // once it is answered
     FrameWriter answer_;
     std::unique_ptr<ReceivedScene> scene_;  // null while nothing of one has come
 };

@@ -19,7 +19,8 @@ constexpr std::size_t kFullBuffer = 0x40000;
 // A block of this size costs more to copy than a write of its own.
 constexpr std::uint64_t kLargeBlock = 0x8000;
 
-// The time limit holds for each slice, so that a long transfer counts as alive while it moves.
+// The time limit holds for each slice of what is only sent: a long transfer may take its time, but
+// not to get nowhere.
 constexpr std::uint64_t kSlice = 0x100000;
 
 constexpr std::uint64_t kLargestAnswer = std::uint64_t{1} << 30;
@@ -38,10 +39,12 @@ struct LinkConnection::Socket {
     tcp::socket stream{io};
     std::chrono::milliseconds limit = time_limit();
 
+    Deadline new_deadline() const { return std::chrono::steady_clock::now() + limit; }
+
     // Starts an operation and waits until it is done: how many bytes it has moved, or nothing if it
     // has failed or not come to an end in time.
     template <typename Start>
-    std::optional<std::size_t> finish_in_time(Start start) {
+    std::optional<std::size_t> finish_until(Deadline deadline, Start start) {
         std::optional<std::size_t> moved;
         start([&moved](const asio::error_code& error, std::size_t size) {
             if (!error) {
@@ -49,7 +52,7 @@ struct LinkConnection::Socket {
             }
         });
         io.restart();
-        io.run_for(limit);
+        io.run_until(deadline);
         if (!io.stopped()) {
             // The operation refers to the caller's bytes until it is told that it is over. Without
             // lingering, Windows takes no time to get rid of what is still to be sent.
@@ -69,6 +72,7 @@ LinkConnection::~LinkConnection() = default;
 
 bool LinkConnection::open(const std::string& host, int port) {
     close();
+    Deadline deadline;
     if (port < 1 || port > 0xffff) {
         return false;
     }
@@ -83,14 +87,12 @@ bool LinkConnection::open(const std::string& host, int port) {
             return false;
         }
         const tcp::endpoint endpoint = found.begin()->endpoint();
-        const bool connected =
-            socket
-                ->finish_in_time([&](auto done) {
-                    socket->stream.async_connect(
-                        endpoint, [done](const asio::error_code& failed) { done(failed, 0); });
-                })
-                .has_value();
-        if (!connected) {
+        deadline = socket->new_deadline();
+        const auto connect = [&](auto done) {
+            socket->stream.async_connect(
+                endpoint, [done](const asio::error_code& failed) { done(failed, 0); });
+        };
+        if (!socket->finish_until(deadline, connect)) {
             return false;
         }
         socket->stream.set_option(tcp::no_delay(true), error);
@@ -101,9 +103,10 @@ bool LinkConnection::open(const std::string& host, int port) {
 
     begin_frame(operation::kHello);
     put(kGreeting);
+    put(own_process_id());
     end_frame();
-    flush();
-    const std::optional<std::uint64_t> process_id = receive_number(operation::kHello);
+    const std::optional<std::uint64_t> process_id =
+        number_in(exchange(operation::kHello, deadline));
     process_id_ = static_cast<std::int64_t>(process_id.value_or(0));
     return process_id.has_value();
 }
@@ -149,46 +152,19 @@ bool LinkConnection::flush() {
     return sent;
 }
 
-// Each slice has the whole time limit; `start` begins to move so many bytes from that position on.
-template <typename Start>
-bool LinkConnection::move_in_slices(std::uint64_t size, Start start) {
-    for (std::uint64_t position = 0; socket_ && position < size;) {
-        const auto slice = static_cast<std::size_t>(std::min(size - position, kSlice));
-        const std::optional<std::size_t> moved =
-            socket_->finish_in_time([&](auto done) { start(position, slice, done); });
-        if (!moved) {
-            close();
-            return false;
-        }
-        position += *moved;
+bool LinkConnection::send(const char* bytes, std::uint64_t size) {
+    for (std::uint64_t position = 0; is_open() && position < size; position += kSlice) {
+        send_until(socket_->new_deadline(), bytes + position, std::min(size - position, kSlice));
     }
     return is_open();
 }
 
-bool LinkConnection::send(const char* bytes, std::uint64_t size) {
-    return move_in_slices(size, [&](std::uint64_t position, std::size_t slice, auto done) {
-        socket_->stream.async_write_some(asio::const_buffer(bytes + position, slice), done);
-    });
-}
-
-bool LinkConnection::receive(char* bytes, std::uint64_t size) {
-    return move_in_slices(size, [&](std::uint64_t position, std::size_t slice, auto done) {
-        socket_->stream.async_read_some(asio::mutable_buffer(bytes + position, slice), done);
-    });
-}
-
 std::optional<std::uint64_t> LinkConnection::ask_number(std::uint64_t operation) {
-    begin_frame(operation);
-    end_frame();
-    flush();
-    return receive_number(operation);
+    return number_in(ask(operation));
 }
 
 std::optional<std::string> LinkConnection::ask_text(std::uint64_t operation) {
-    begin_frame(operation);
-    end_frame();
-    flush();
-    const std::vector<char> answer = receive_answer(operation);
+    const std::vector<char> answer = ask(operation);
     try {
         const char* text = FrameReader(answer.data(), answer.size()).take_text();
         return text != nullptr ? std::optional<std::string>(text) : std::nullopt;
@@ -198,8 +174,7 @@ std::optional<std::string> LinkConnection::ask_text(std::uint64_t operation) {
     }
 }
 
-std::optional<std::uint64_t> LinkConnection::receive_number(std::uint64_t operation) {
-    const std::vector<char> answer = receive_answer(operation);
+std::optional<std::uint64_t> LinkConnection::number_in(const std::vector<char>& answer) {
     try {
         return FrameReader(answer.data(), answer.size()).take<std::uint64_t>();
     } catch (const MalformedFrame&) {
@@ -208,22 +183,63 @@ std::optional<std::uint64_t> LinkConnection::receive_number(std::uint64_t operat
     }
 }
 
-// The arguments; empty if there is no answer, as none of them is.
-std::vector<char> LinkConnection::receive_answer(std::uint64_t operation) {
+// The arguments of the answer; empty if there is none, as no answer is without arguments.
+std::vector<char> LinkConnection::ask(std::uint64_t operation) {
+    begin_frame(operation);
+    end_frame();
+    if (!is_open()) {
+        frames_.clear();
+        return {};
+    }
+    return exchange(operation, socket_->new_deadline());
+}
+
+// Sends the frames that wait, the question last, and waits for its answer.
+std::vector<char> LinkConnection::exchange(std::uint64_t operation, Deadline deadline) {
+    const bool asked = send_until(deadline, frames_.bytes().data(), frames_.bytes().size());
+    frames_.clear();
     FrameHead head;
-    if (!receive(reinterpret_cast<char*>(&head), sizeof head) || head.operation != operation ||
-        head.size > kLargestAnswer) {
+    if (!asked || !receive_until(deadline, reinterpret_cast<char*>(&head), sizeof head) ||
+        head.operation != (operation | operation::kAnswer) || head.size > kLargestAnswer) {
         return {};
     }
     std::vector<char> arguments;
     while (arguments.size() < head.size) {
         const std::size_t received = arguments.size();
         arguments.resize(static_cast<std::size_t>(std::min(head.size, received + kSlice)));
-        if (!receive(arguments.data() + received, arguments.size() - received)) {
+        if (!receive_until(deadline, arguments.data() + received, arguments.size() - received)) {
             return {};
         }
     }
     return arguments;
+}
+
+// `start` begins to move bytes from that position on, at most so many.
+template <typename Start>
+bool LinkConnection::move(std::uint64_t size, Deadline deadline, Start start) {
+    for (std::uint64_t position = 0; is_open() && position < size;) {
+        const auto most = static_cast<std::size_t>(std::min(size - position, kSlice));
+        const std::optional<std::size_t> moved =
+            socket_->finish_until(deadline, [&](auto done) { start(position, most, done); });
+        if (!moved) {
+            close();
+            return false;
+        }
+        position += *moved;
+    }
+    return is_open();
+}
+
+bool LinkConnection::send_until(Deadline deadline, const char* bytes, std::uint64_t size) {
+    return move(size, deadline, [&](std::uint64_t position, std::size_t most, auto done) {
+        socket_->stream.async_write_some(asio::const_buffer(bytes + position, most), done);
+    });
+}
+
+bool LinkConnection::receive_until(Deadline deadline, char* bytes, std::uint64_t size) {
+    return move(size, deadline, [&](std::uint64_t position, std::size_t most, auto done) {
+        socket_->stream.async_read_some(asio::mutable_buffer(bytes + position, most), done);
+    });
 }
 
 }  // namespace velmora

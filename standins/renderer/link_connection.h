@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -13,8 +14,9 @@ namespace velmora {
 /// A client's connection to a renderer: gathers frames, sends them, and waits for the answers of
 /// those that have one.
 ///
-/// Nothing here throws for a renderer that dies, or waits for one that has stalled for longer than
-/// the time limit: the connection is closed then, and what is sent on goes nowhere.
+/// Nothing here throws for a renderer that dies, or waits for one longer than the time limit, which
+/// holds for a question with its answer and for each megabyte of what is only sent: the connection
+/// is closed then, and what is sent on goes nowhere.
 ///
 ///     connection.begin_frame(number);
 ///     connection.put(value);
@@ -52,14 +54,17 @@ public:
 
 private:
     struct Socket;
+    using Deadline = std::chrono::steady_clock::time_point;
 
     bool flush();
-    template <typename Start>
-    bool move_in_slices(std::uint64_t size, Start start);
     bool send(const char* bytes, std::uint64_t size);
-    bool receive(char* bytes, std::uint64_t size);
-    std::vector<char> receive_answer(std::uint64_t operation);
-    std::optional<std::uint64_t> receive_number(std::uint64_t operation);
+    std::vector<char> ask(std::uint64_t operation);
+    std::vector<char> exchange(std::uint64_t operation, Deadline deadline);
+    template <typename Start>
+    bool move(std::uint64_t size, Deadline deadline, Start start);
+    bool send_until(Deadline deadline, const char* bytes, std::uint64_t size);
+    bool receive_until(Deadline deadline, char* bytes, std::uint64_t size);
+    std::optional<std::uint64_t> number_in(const std::vector<char>& answer);
 
     std::unique_ptr<Socket> socket_;  // null while closed
     std::int64_t process_id_ = 0;

@@ -122,7 +122,7 @@ void Renderer::take_over(const ReceivedScene& scene) {
     groups_.add(scene.groups());
 }
 
-bool Renderer::keep_scene(ReceivedScene& scene) {
+bool Renderer::keep_scene(ReceivedScene& scene, std::int64_t sender) {
     const std::string file =
         settings_.scene_folder + platform::kSeparator + scene_file_name(whole_scenes_ + 1) + ".vsq";
     if (!scene.finish(file)) {
@@ -131,7 +131,7 @@ bool Renderer::keep_scene(ReceivedScene& scene) {
     ++whole_scenes_;
     take_over(scene);
     if (announcement_) {
-        announcement_->set_scene(file, whole_scenes_);
+        announcement_->add_scene({sender, whole_scenes_, file});
     }
     return true;
 }

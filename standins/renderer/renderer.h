@@ -34,8 +34,8 @@ public:
     const RendererSettings& settings() const { return settings_; }
     std::string scene_tree() const { return groups_.as_xml(); }
     std::unique_ptr<ReceivedScene> begin_scene();
-    /// False if the scene isn't whole.
-    bool keep_scene(ReceivedScene& scene);
+    /// False if the scene isn't whole. `sender` is the id of the process that it comes from.
+    bool keep_scene(ReceivedScene& scene, std::int64_t sender);
     /// Holds the groups that have come of a scene.
     void take_over(const ReceivedScene& scene);
     /// Leaves a connection open that isn't served any more.

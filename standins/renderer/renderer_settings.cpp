@@ -52,7 +52,9 @@ const char kSettingsHelp[] =
     "  VELMORA_FAULT=die-after=N   dies once a connection has sent N bytes, 0: once it is made\n"
     "  VELMORA_FAULT=hang-after=N  from then on neither reads nor answers on that connection\n"
     "A look at the scene tree sends less than 100 bytes.\n"
-    "The live library takes VELMORA_LINK_TIMEOUT_MS=5000: how long a renderer may be silent.\n";
+    "The live library takes VELMORA_LINK_TIMEOUT_MS=5000: how long a renderer may take to answer "
+    "a\n"
+    "question, or to accept a megabyte of a scene.\n";
 
 RendererSettings settings_from_environment() {
     RendererSettings settings;

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <thread>
 
@@ -49,6 +50,16 @@ std::ifstream open_announcement(const fs::path& path) {
     return file;
 }
 
+// As in "4711 3 /home/user/scene.vsq": sender, number, file.
+AnnouncedScene parse_scene(const std::string& text) {
+    AnnouncedScene scene;
+    std::istringstream fields(text);
+    fields >> scene.sender >> scene.number;
+    fields.ignore();
+    std::getline(fields, scene.file);
+    return scene;
+}
+
 // Lines of `key=value`. Nothing if the renderer is gone, or the file by now.
 std::optional<RunningRenderer> read_announcement(const fs::path& path) {
     RunningRenderer renderer;
@@ -69,10 +80,8 @@ std::optional<RunningRenderer> read_announcement(const fs::path& path) {
             renderer.version_minor = decimal_number(value);
         } else if (key == "port") {
             renderer.port = decimal_number(value);
-        } else if (key == "scene_number") {
-            renderer.scene_number = static_cast<std::uint64_t>(decimal_number_64(value));
-        } else if (key == "scene_file") {
-            renderer.scene_file = value;
+        } else if (key == "scene") {
+            renderer.scenes.push_back(parse_scene(value));
         }
     }
     file.close();
@@ -129,6 +138,15 @@ std::optional<RunningRenderer> find_running_renderer(std::int64_t process_id) {
     return read_announcement(announcement_of(process_id));
 }
 
+const AnnouncedScene* RunningRenderer::own_scene() const {
+    for (const AnnouncedScene& scene : scenes) {
+        if (scene.sender == own_process_id()) {
+            return &scene;
+        }
+    }
+    return nullptr;
+}
+
 Announcement::Announcement(RunningRenderer renderer) : renderer_(std::move(renderer)) {
     write();
 }
@@ -138,9 +156,15 @@ Announcement::~Announcement() {
     fs::remove(announcement_of(renderer_.process_id), ignored);
 }
 
-void Announcement::set_scene(const std::string& file, std::uint64_t number) {
-    renderer_.scene_file = file;
-    renderer_.scene_number = number;
+void Announcement::add_scene(const AnnouncedScene& scene) {
+    std::vector<AnnouncedScene>& scenes = renderer_.scenes;
+    scenes.erase(std::remove_if(scenes.begin(), scenes.end(),
+                                [&](const AnnouncedScene& old) {
+                                    return old.sender == scene.sender ||
+                                           !process_is_running(old.sender);
+                                }),
+                 scenes.end());
+    scenes.push_back(scene);
     write();
 }
 
@@ -152,9 +176,10 @@ void Announcement::write() const {
     fs::create_directories(path.parent_path(), ignored);
     std::ofstream file(unfinished, std::ios::binary);
     file << "process_id=" << renderer_.process_id << "\nversion_major=" << renderer_.version_major
-         << "\nversion_minor=" << renderer_.version_minor << "\nport=" << renderer_.port
-         << "\nscene_number=" << renderer_.scene_number << "\nscene_file=" << renderer_.scene_file
-         << "\n";
+         << "\nversion_minor=" << renderer_.version_minor << "\nport=" << renderer_.port << "\n";
+    for (const AnnouncedScene& scene : renderer_.scenes) {
+        file << "scene=" << scene.sender << ' ' << scene.number << ' ' << scene.file << "\n";
+    }
     file.close();
     if (!file || !replace_file(path, unfinished)) {
         fs::remove(unfinished, ignored);

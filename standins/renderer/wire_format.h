@@ -15,21 +15,25 @@
 // of bytes has its size in front. Both ends run on one machine and share its byte order.
 //
 // The client begins with `kHello`. Scene calls get no answer, so that nothing stands between them;
-// every other operation gets one frame with the same number back.
+// every other operation gets one frame back, with its number and `kAnswer`.
 
 namespace velmora {
 
 namespace operation {
 
-constexpr std::uint64_t kHello = 0;            ///< `kGreeting`; answered with the process id
+/// `kGreeting` and the client's process id; answered with the renderer's process id
+constexpr std::uint64_t kHello = 0;
 constexpr std::uint64_t kFinish = 1;           ///< ends a scene; answered with 1 if it is whole
 constexpr std::uint64_t kTree = 2;             ///< answered with the scene tree as an XML text
 constexpr std::uint64_t kStop = 3;             ///< ends the renderer; answered with 1
 constexpr std::uint64_t kFirstSceneCall = 16;  ///< see `SceneCalls`
 
+/// Set in the number of an answer, which a server that only repeats what it hears doesn't do.
+constexpr std::uint64_t kAnswer = std::uint64_t{1} << 63;
+
 }  // namespace operation
 
-constexpr std::uint64_t kGreeting = 0x314b4e494c515356;  // "VSQLINK1"
+constexpr std::uint64_t kGreeting = 0x324b4e494c515356;  // "VSQLINK2"
 
 struct FrameHead {
     std::uint64_t operation;

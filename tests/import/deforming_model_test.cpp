@@ -9,14 +9,15 @@
 
 #include <gmock/gmock.h>
 
-#include "standins/host/import/deforming_parts.h"
 #include "tests/import/assimp_motion.h"
 #include "tests/import/imported_model.h"
 #include "tests/import/made_model.h"
 #include "tests/support/exported_libraries.h"
 #include "tests/support/exported_scene.h"
+#include "tools/vsqexport/import/deforming_parts.h"
 
 using namespace memhost;
+using namespace vsqexport;
 using testing::HasSubstr;
 
 namespace {

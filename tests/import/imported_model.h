@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "standins/host/import/model_import.h"
 #include "standins/host/memory/host_text.h"
+#include "tools/vsqexport/import/model_import.h"
 
 inline const std::string kModels = VSQ_TEST_MODELS "/";
 
@@ -21,7 +21,7 @@ inline const std::string kModels = VSQ_TEST_MODELS "/";
 /// The scene that a model file becomes.
 struct ImportedModel : memhost::SceneBuilder {
     explicit ImportedModel(const std::string& path)
-        : warnings(memhost::import_model(path, *this)) {}
+        : warnings(vsqexport::import_model(path, *this)) {}
 
     /// The first node of that name. A test fails where there is none.
     memhost::MemoryNode& find(const std::string& name) {

@@ -7,7 +7,7 @@
 
 #include <assimp/scene.h>
 
-#include "standins/host/import/animation_import.h"
+#include "tools/vsqexport/import/animation_import.h"
 
 /// Makes something behind the others of one of assimp's lists.
 template <typename Element>
@@ -42,7 +42,7 @@ struct MadeModel : aiScene {
     }
 
     const aiNode& node(unsigned i) const { return *mRootNode->mChildren[i]; }
-    memhost::ModelAnimation animation() { return {*this, memhost::NodeIndex(*this), warnings}; }
+    vsqexport::ModelAnimation animation() { return {*this, vsqexport::NodeIndex(*this), warnings}; }
 
     std::vector<std::string> warnings;
 };

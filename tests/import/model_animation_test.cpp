@@ -13,6 +13,7 @@
 #include "tests/support/exported_scene.h"
 
 using namespace memhost;
+using namespace vsqexport;
 using testing::HasSubstr;
 
 namespace {

@@ -14,6 +14,7 @@
 #include "tests/support/thrown_text.h"
 
 using namespace memhost;
+using namespace vsqexport;
 using testing::ElementsAre;
 using testing::HasSubstr;
 

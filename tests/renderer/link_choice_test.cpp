@@ -67,9 +67,9 @@ TEST_F(LinkChoice, GoesByVersionAndThenByScene) {
     const VelmoraProcess next(VELMORA_PROGRAM, "VELMORA_VERSION", "12.0");
     EXPECT_EQ(send("Hall", ""), first.port());
     EXPECT_FALSE(found_scene_);
-    EXPECT_EQ(first.announcement().scene_number, 1u);
-    EXPECT_EQ(old.announcement().scene_number, 0u);
-    EXPECT_EQ(next.announcement().scene_number, 0u);
+    EXPECT_EQ(first.newest_scene().number, 1u);
+    EXPECT_EQ(old.newest_scene().number, 0u);
+    EXPECT_EQ(next.newest_scene().number, 0u);
 
     const VelmoraProcess empty(VELMORA_PROGRAM, "VELMORA_VERSION", "11.2");
     EXPECT_EQ(send("", "Hall"), first.port());

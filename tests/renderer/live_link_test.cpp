@@ -142,12 +142,12 @@ TEST_F(LiveLink, EveryCallArrivesAsTheFileWriterHasIt) {
     make_every_call(scene());
     EXPECT_TRUE(scene().disconnect());
 
-    EXPECT_EQ(renderer.announcement().scene_number, 1u);
+    EXPECT_EQ(renderer.newest_scene().number, 1u);
     const std::string expected = written_by([](qorScene_api_file& file) {
         file.set_id(7);
         make_every_call(file);
     });
-    const std::string received = file_contents(renderer.announcement().scene_file);
+    const std::string received = file_contents(renderer.newest_scene().file);
     if (received != expected) {
         const auto parting =
             std::mismatch(received.begin(), received.end(), expected.begin(), expected.end());
@@ -245,7 +245,7 @@ TEST_F(LiveLink, AnUnfinishedSceneStaysAsFarAsItCame) {
         return query().connect(renderer.id()) && query().scene_xml() != nullptr &&
                std::string(query().scene_xml()).find("half") != std::string::npos;
     }));
-    EXPECT_EQ(renderer.announcement().scene_number, 0u);
+    EXPECT_EQ(renderer.newest_scene().number, 0u);
     for (const auto& file : std::filesystem::directory_iterator(folder_.scenes())) {
         EXPECT_EQ(file.path().extension(), ".part");
         EXPECT_GE(file.file_size(), large.size());

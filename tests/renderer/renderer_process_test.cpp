@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <random>
 #include <string>
+#include <thread>
 
 #include "standins/renderer/link_connection.h"
 #include "standins/renderer/scene_calls.h"
@@ -29,9 +30,9 @@ void add(Frames& frames, std::uint64_t operation, const Arguments&... arguments)
 
 // Frames behind a greeting.
 template <typename Fill>
-std::string stream_of(Fill fill) {
+std::string stream_of(Fill fill, std::int64_t sender = 0) {
     Frames frames;
-    add(frames, velmora::operation::kHello, velmora::kGreeting);
+    add(frames, velmora::operation::kHello, velmora::kGreeting, sender);
     fill(frames);
     return {frames.bytes().begin(), frames.bytes().end()};
 }
@@ -79,6 +80,17 @@ bool survives(int port, const std::string& bytes) {
     return io.stopped();
 }
 
+// A whole scene of one group, from this process.
+void send_group(int port, const char* name) {
+    velmora::LinkConnection connection;
+    ASSERT_TRUE(connection.open("localhost", port));
+    connection.begin_frame(kGroup);
+    connection.put(name);
+    connection.put(true);
+    connection.end_frame();
+    EXPECT_EQ(connection.ask_number(velmora::operation::kFinish), 1u);
+}
+
 TEST(RendererProcess, SurvivesWhatAnybodySends) {
     const RendererFolder folder;
     VelmoraProcess renderer(VELMORA_PROGRAM);
@@ -122,7 +134,7 @@ TEST(RendererProcess, SurvivesWhatAnybodySends) {
         for (int change = 0; change < 3; ++change) {
             const char byte = static_cast<char>(random());
             // Not into a request to stop, which would be a sound one.
-            damaged[24 + random() % (damaged.size() - 24)] =
+            damaged[32 + random() % (damaged.size() - 32)] =
                 byte == char{velmora::operation::kStop} ? 'x' : byte;
         }
         streams.push_back(damaged);
@@ -132,14 +144,70 @@ TEST(RendererProcess, SurvivesWhatAnybodySends) {
             << "stream " << i << ": " << testing::PrintToString(streams[i].substr(0, 80));
     }
 
+    send_group(port, "sound");
+    EXPECT_EQ(file_contents(renderer.newest_scene().file), "\ngroup \"sound\" {\n");
+}
+
+// Several hosts may send to one renderer, and each asks for what became of its own scene.
+TEST(RendererProcess, KeepsTheNewestSceneOfEachSender) {
+    const RendererFolder folder;
+    VelmoraProcess renderer(VELMORA_PROGRAM);
+    const auto send_from = [&](std::int64_t sender, const char* group) {
+        const auto scene = [&](Frames& frames) {
+            add(frames, kGroup, group, true);
+            add(frames, velmora::operation::kFinish);
+        };
+        ASSERT_TRUE(survives(renderer.port(), stream_of(scene, sender)));
+    };
+    EXPECT_EQ(renderer.announcement().own_scene(), nullptr);
+    send_from(0, "of a process that is gone");
+    send_group(renderer.port(), "old");
+    send_group(renderer.port(), "own");
+    send_from(renderer.id(), "of another");
+    const velmora::RunningRenderer announced = renderer.announcement();
+    ASSERT_EQ(announced.scenes.size(), 2u);
+    EXPECT_EQ(announced.own_scene(), &announced.scenes[0]);
+    EXPECT_EQ(announced.scenes[0].number, 3u);
+    EXPECT_EQ(file_contents(announced.scenes[0].file), "\ngroup \"own\" {\n");
+    EXPECT_EQ(announced.scenes[1].sender, renderer.id());
+    EXPECT_EQ(announced.scenes[1].number, 4u);
+}
+
+// Whether a server passes for a renderer that answers a greeting with `answer`, or with the
+// greeting itself if that is empty, a byte after each pause.
+bool passes_for_renderer(std::string answer, std::chrono::milliseconds pause,
+                         const char* limit_ms) {
+    const EnvironmentVariable limit("VELMORA_LINK_TIMEOUT_MS", limit_ms);
+    asio::io_context io;
+    tcp::acceptor acceptor(io, {asio::ip::address_v4::loopback(), 0});
+    std::thread server([&] {
+        asio::error_code error;
+        tcp::socket socket = acceptor.accept();
+        std::string greeting = stream_of([](Frames&) {});
+        asio::read(socket, asio::buffer(greeting), error);
+        for (const char byte : answer.empty() ? greeting : answer) {
+            std::this_thread::sleep_for(pause);
+            asio::write(socket, asio::buffer(&byte, 1), error);
+            if (error) {
+                break;
+            }
+        }
+    });
     velmora::LinkConnection connection;
-    ASSERT_TRUE(connection.open("localhost", port));
-    connection.begin_frame(kGroup);
-    connection.put("sound");
-    connection.put(true);
-    connection.end_frame();
-    EXPECT_EQ(connection.ask_number(velmora::operation::kFinish), 1u);
-    EXPECT_EQ(file_contents(renderer.announcement().scene_file), "\ngroup \"sound\" {\n");
+    const bool passes = connection.open("127.0.0.1", acceptor.local_endpoint().port());
+    connection.close();
+    server.join();
+    return passes;
+}
+
+TEST(LinkConnection, TakesNoOtherServerForARenderer) {
+    using std::chrono::milliseconds;
+    Frames frames;
+    add(frames, velmora::operation::kHello | velmora::operation::kAnswer, std::int64_t{4711});
+    const std::string answer(frames.bytes().begin(), frames.bytes().end());
+    EXPECT_TRUE(passes_for_renderer(answer, milliseconds(0), "10000"));
+    EXPECT_FALSE(passes_for_renderer("", milliseconds(0), "10000")) << "an echo";
+    EXPECT_FALSE(passes_for_renderer(answer, milliseconds(50), "300")) << "one that never ends";
 }
 
 int run_program(const std::string& arguments) {

@@ -14,6 +14,8 @@ low            ->
 low/system     ->
 high           -> low
 high/border.h  -> low/system
+high/keys.h    ->
+tool           -> high/keys.h
 tests          -> *
 """
 
@@ -25,6 +27,8 @@ SOUND = {
     "low/base.cpp": '#include "low/base.h"\n#include "low/version.h"\n',
     "low/system/api.h": "",
     "high/border.h": '#include "low/system/api.h"\n',
+    "high/keys.h": "#include <array>\n",
+    "tool/main.cpp": '#include "high/keys.h"\n',
     "high/top.cpp": '#include "high/border.h"\n#  include "low/base.h"\n',
     "tests/low/base_test.cpp": '#include "high/border.h"\n#include "low/system/api.h"\n',
     "build/linux/copy.cpp": '#include "nowhere.h"\n',
@@ -45,7 +49,7 @@ def check(files):
 
 class CheckIncludes(unittest.TestCase):
     def test_a_sound_tree_passes(self):
-        self.assertEqual(check(SOUND), (0, ["8 includes checked, 0 breaches"]))
+        self.assertEqual(check(SOUND), (0, ["10 includes checked, 0 breaches"]))
 
     def test_each_breach_is_told_with_file_line_and_arrow(self):
         missing = "is missing in cmake/layers.txt)"
@@ -62,11 +66,17 @@ class CheckIncludes(unittest.TestCase):
              f"high/b.cpp:1: may not include low/system/api.h (high -> low/system {missing}"),
             ("high/border.h", '#include "low/base.h"\n',
              f"high/border.h:1: may not include low/base.h (high/border.h -> low {missing}"),
+            ("high/keys.h", '#include "high/border.h"\n',
+             f"high/keys.h:1: may not include high/border.h (high/keys.h -> high {missing}"),
+            ("tool/a.h", '#include "high/border.h"\n',
+             f"tool/a.h:1: may not include high/border.h (tool -> high {missing}"),
             ("low/a.rc", '#include "high/border.h"\n',
              f"low/a.rc:1: may not include high/border.h (low -> high {missing}"),
             ("low/a.cpp", '#include "base.h"\n', f"low/a.cpp:1: may not include base.h {no_file}"),
             ("low/a.cpp", '#include "low/../high/border.h"\n',
              f"low/a.cpp:1: may not include low/../high/border.h {no_file}"),
+            ("cmake/layers.txt", TABLE + "new -> high/border.h low/base.h\n",
+             "cmake/layers.txt: new -> low/base.h, which has no row"),
             ("new/a.cpp", "", f"new/a.cpp:1: its folder {no_row}"),
             ("tests/a.cpp", '#include "build/linux/copy.cpp"\n',
              f"tests/a.cpp:1: may not include build/linux/copy.cpp (its folder {no_row})"),

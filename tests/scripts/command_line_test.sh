@@ -51,6 +51,26 @@ check "the same scene in a file and on standard output" cmp file.vsq stdout
 expect 0 0 '' "$vsqexport" export demo:hierarchy $'\xce\xa9 \xf0\x9f\x98\x80.vsq'
 check "a path with national characters" cmp file.vsq $'\xce\xa9 \xf0\x9f\x98\x80.vsq'
 
+# So do a file and a pipe to which standard output leads, and what else is no file: nothing but the
+# scene comes out there, whenever its reader comes.
+expect 0 0 '' "$vsqexport" export demo:hierarchy /dev/stdout
+check "the device of standard output" cmp file.vsq stdout
+check "standard output as a pipe" cmp file.vsq \
+    <("$vsqexport" export demo:hierarchy /dev/stdout </dev/null)
+expect 0 0 '' "$vsqexport" export demo:hierarchy /dev/null
+mkfifo pipe
+for reader in {1..12}; do
+    if ((reader % 2)); then
+        cat pipe >read &
+        expect 0 0 '' "$vsqexport" export demo:hierarchy pipe
+    else
+        "$vsqexport" export demo:hierarchy pipe &
+        cat pipe >read
+    fi
+    check "the other end of the pipe" wait $!
+    check "reader $reader of a pipe" cmp file.vsq read
+done
+
 # An animation, and what it refuses.
 expect 0 0 '' "$vsqexport" animation demo:motion film.vsq --frames 2:4
 check "the files of an animation" test "$(echo film*)" = \
@@ -108,7 +128,7 @@ limited() {
 mkdir Animations
 expect 1 3 'Failed writing tag data.*Flag_Stripes.qorT: offset 65536: the file ends' \
     limited 64 "$vsqexport" export demo:deforming full.vsq --frames 0:40
-expect 1 2 'File too large.*full.vsq: could not close file' \
+expect 1 2 'File too large.*full0000.vsq: could not close file' \
     limited 2 "$vsqexport" animation demo:motion full.vsq
 if [[ $EUID != 0 ]]; then
     mkdir locked

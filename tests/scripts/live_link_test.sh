@@ -149,6 +149,20 @@ printf 'render\nupdate\n' | run vsqexport session demo:hierarchy --set Layers=1 
 [[ $(LC_ALL=C grep -ahm1 '^flags ' scenes/scene-*-10.vsq scenes/scene-*-11.vsq) == \
     $'flags 33793\nflags 32769' ]] || fail "the flags of scenes by layers"
 
+# Several hosts send to one renderer at the same time, and each tells of its own scene.
+senders=
+for scene in hierarchy motion layers cameras; do
+    run vsqexport export "demo:$scene" sent.vsq | sed -n 2p >"$scene.wanted"
+    # `run` prints to a file in its folder.
+    (cd "$(mktemp -d -p "$out")" && run vsqexport render "demo:$scene" 2>&1 </dev/null) |
+        sed -n 3p >"$scene.told" &
+    senders+=" $!"
+done
+wait $senders
+for wanted in *.wanted; do
+    cmp "$wanted" "${wanted%.wanted}.told" || fail "of which scene $wanted tells"
+done
+
 # A renderer that dies in the middle of a scene.
 run velmora-11/velmora --stop
 VELMORA_FAULT=die-after=3000 run vsqexport render demo:motion >stdout 2>stderr </dev/null &&

@@ -11,8 +11,8 @@ namespace {
 // In the order of the settings file.
 std::string flags_of(const Qor::Options& options) {
     std::string flags;
-    for (const Qor::OptionKey& option : Qor::kOptionKeys) {
-        flags += options.*option.field ? '1' : '0';
+    for (bool Qor::Options::*const field : Qor::kOptionFields) {
+        flags += options.*field ? '1' : '0';
     }
     return flags;
 }

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "tests/support/recording_api.h"
@@ -11,8 +10,8 @@
 /// What somebody does to a scene.
 using SceneUse = std::function<void(qor::qorSceneapi_oo&)>;
 
-/// The calls that reach the scene API, without the opening lines of a stream.
-inline std::vector<std::string> emitted_calls(const SceneUse& use) {
+/// The calls that reach the scene API, a line for each, without the opening ones of a stream.
+inline std::string emitted_calls(const SceneUse& use) {
     RecordingApi recorded;
     qor::qorSceneapi_oo scene;
     scene.set_api(&recorded);

@@ -80,6 +80,11 @@ public:
         throw std::runtime_error("no renderer is announced for process " + std::to_string(id_));
     }
     int port() const { return announcement().port; }
+    /// Its number is 0 if there is none.
+    velmora::AnnouncedScene newest_scene() const {
+        const std::vector<velmora::AnnouncedScene> scenes = announcement().scenes;
+        return scenes.empty() ? velmora::AnnouncedScene() : scenes.back();
+    }
 
     /// False if it hasn't ended after some seconds.
     bool wait_for_end() {

@@ -15,8 +15,9 @@ std::optional<std::uint64_t> length_of(std::istream& stream) {
     const std::istream::pos_type start = stream.tellg();
     if (start != std::istream::pos_type(-1) && stream.seekg(0, std::ios::end)) {
         const std::istream::pos_type end = stream.tellg();
-        if (stream.seekg(start) && end >= start)
+        if (stream.seekg(start) && end >= start) {
             return static_cast<std::uint64_t>(end - start);
+        }
     }
     stream.clear();
     return std::nullopt;
@@ -29,8 +30,9 @@ ByteSource::ByteSource(std::istream& stream)
 
 std::optional<std::uint64_t> ByteSource::bytes_left() const {
     // A device, or a file that has grown meanwhile, gives more bytes than its length says.
-    if (!length_ || *length_ < offset())
+    if (!length_ || *length_ < offset()) {
         return std::nullopt;
+    }
     return *length_ - offset();
 }
 
@@ -45,8 +47,9 @@ bool ByteSource::fill(std::size_t count) {
                      static_cast<std::streamsize>(kBufferSize - filled_));
         filled_ += static_cast<std::size_t>(stream_.gcount());
     }
-    if (stream_.bad())
+    if (stream_.bad()) {
         throw UnreadableFile("cannot be read at offset " + std::to_string(offset() + filled_));
+    }
     return filled_ >= count;
 }
 

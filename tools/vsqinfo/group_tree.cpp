@@ -21,8 +21,9 @@ void GroupTree::block_begins(const VsqBlock& block) {
     const bool shown = std::find(std::begin(kShownBlocks), std::end(kShownBlocks), block.keyword) !=
                        std::end(kShownBlocks);
     is_shown_.push_back(shown);
-    if (!shown)
+    if (!shown) {
         return;
+    }
     begin_line();
     out_ << (block.is_definition ? "define " : "") << block.keyword << " \""
          << display_text(block.name) << "\"\n";
@@ -47,8 +48,9 @@ void GroupTree::matrix(const VsqMatrix& matrix, bool replaces) {
 
 void GroupTree::begin_line() {
     out_ << std::string(2 * std::min(depth_, kDeepestIndent), ' ');
-    if (depth_ > kDeepestIndent)
+    if (depth_ > kDeepestIndent) {
         out_ << "(depth " << depth_ << ") ";
+    }
 }
 
 }  // namespace vsqinfo

@@ -38,11 +38,13 @@ fs::path path_of(const std::string& bytes) {
 std::ifstream open_input_file(const std::string& path) {
     const fs::path file = path_of(path);
     std::error_code error;
-    if (fs::is_directory(file, error))
+    if (fs::is_directory(file, error)) {
         throw UnreadableFile("is a folder");
+    }
     std::ifstream stream(file, std::ios::binary);
-    if (!stream)
+    if (!stream) {
         throw UnreadableFile(fs::exists(file, error) ? "can't be opened" : "does not exist");
+    }
     return stream;
 }
 

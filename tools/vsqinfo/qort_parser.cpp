@@ -88,16 +88,18 @@ const QortParser::FrameRange QortParser::kUvRange = {&QortFrame::uvs_start, &Qor
 QortSummary QortParser::read() {
     read_header();
     read_block_head();
-    if (has_frames_)
+    if (has_frames_) {
         read_frames();
+    }
     const LargestIndex largest_vertex = read_indices(kTriangles, summary_.triangles);
     check_ranges(kTriangleRange, summary_.triangles);
 
     summary_.is_interleaved = block_is(kInterleaved);
-    if (summary_.is_interleaved)
+    if (summary_.is_interleaved) {
         read_interleaved(largest_vertex);
-    else
+    } else {
         read_separate_arrays(largest_vertex);
+    }
     check_end();
     summary_.file_size = source_.offset();
     return std::move(summary_);
@@ -106,40 +108,49 @@ QortSummary QortParser::read() {
 void QortParser::read_header() {
     for (const unsigned char wanted : kMagic) {
         const int next = source_.peek();
-        if (next == ByteSource::kEnd)
+        if (next == ByteSource::kEnd) {
             fail(source_.offset(), "the file ends inside its header");
-        if (next != wanted)
+        }
+        if (next != wanted) {
             fail(source_.offset(), "a mesh file begins with \"qorT\"");
+        }
         source_.drop();
     }
     constexpr char kHeader[] = "its header";
     summary_.version = read_word(kHeader);
-    if (summary_.version != kVersion)
+    if (summary_.version != kVersion) {
         fail(kVersionOffset, "version " + std::to_string(summary_.version) + " is not known");
+    }
     const uint32_t has_frames = read_word(kHeader);
-    if (has_frames > 1)
+    if (has_frames > 1) {
         fail(kHasFramesOffset,
              std::to_string(has_frames) + " where 1 or 0 says if there are frames");
+    }
     has_frames_ = has_frames == 1;
     const uint32_t frames_offset = read_word(kHeader);
-    if (frames_offset != (has_frames_ ? kHeaderSize : 0))
+    if (frames_offset != (has_frames_ ? kHeaderSize : 0)) {
         fail(kFramesOffsetOffset, "the frames don't begin at " + std::to_string(frames_offset));
+    }
     for (std::array<float, 3>* corner : {&summary_.box_minimum, &summary_.box_maximum}) {
-        for (float& coordinate : *corner)
+        for (float& coordinate : *corner) {
             coordinate = float_of(read_word(kHeader));
+        }
     }
     const uint64_t low = read_word(kHeader);
     data_end_ = low | uint64_t{read_word(kHeader)} << 32;
     for (; source_.offset() < kHeaderSize; source_.drop()) {
         const int next = source_.peek();
-        if (next == ByteSource::kEnd)
+        if (next == ByteSource::kEnd) {
             fail(source_.offset(), std::string("the file ends inside ") + kHeader);
-        if (next != 0)
+        }
+        if (next != 0) {
             fail(source_.offset(), "a reserved byte of the header is not 0");
+        }
     }
     data_size_ = kHeaderSize;
-    if (!has_frames_ && data_end_ != kHeaderSize)
+    if (!has_frames_ && data_end_ != kHeaderSize) {
         fail(kDataEndOffset, "the end of the data is not " + std::to_string(kHeaderSize));
+    }
 }
 
 void QortParser::read_frames() {
@@ -170,8 +181,9 @@ void QortParser::read_separate_arrays(const LargestIndex& largest_vertex) {
     if (block_is(kColours)) {
         const uint64_t offset = block_->offset;
         summary_.colours = read_elements(kColours);
-        if (summary_.colours != summary_.vertices)
+        if (summary_.colours != summary_.vertices) {
             fail(offset + kSizeInHead, "there are not as many colours as vertices");
+        }
     }
 }
 
@@ -215,8 +227,9 @@ QortParser::LargestIndex QortParser::read_indices(uint32_t tag, uint64_t& count)
     count = begin_block(tag);
     LargestIndex largest{0, source_.offset()};
     read_words(block_->size / kWordSize, [&largest](uint32_t index, uint64_t offset) {
-        if (index > largest.index)
+        if (index > largest.index) {
             largest = {index, offset};
+        }
     });
     end_block();
     return largest;
@@ -231,8 +244,9 @@ uint64_t QortParser::read_positions(uint32_t tag) {
         if (place < 3) {
             const float coordinate = float_of(word);
             if (!std::isnan(coordinate) && !(coordinate >= summary_.box_minimum[place] &&
-                                             coordinate <= summary_.box_maximum[place]))
+                                             coordinate <= summary_.box_maximum[place])) {
                 fail(offset, "a vertex lies outside of the box in the header");
+            }
         }
         place = place + 1 < words_per_vertex ? place + 1 : 0;
     });
@@ -241,23 +255,26 @@ uint64_t QortParser::read_positions(uint32_t tag) {
 }
 
 void QortParser::check_end() const {
-    if (block_)
+    if (block_) {
         fail(block_->offset, block_text(block_->tag) + " can't stand here");
+    }
 }
 
 void QortParser::read_block_head() {
     const uint64_t offset = source_.offset();
     if (source_.peek() == ByteSource::kEnd) {
-        if (has_frames_ && !summary_.is_interleaved && data_size_ < data_end_)
+        if (has_frames_ && !summary_.is_interleaved && data_size_ < data_end_) {
             fail(offset, "the file ends " + std::to_string(data_end_ - data_size_) +
                              " bytes before the end of its data");
+        }
         block_.reset();
         return;
     }
     constexpr char kHead[] = "the head of a block";
     const uint32_t tag = read_word(kHead);
-    if (tag == 0 || tag >= std::size(kTags))
+    if (tag == 0 || tag >= std::size(kTags)) {
         fail(offset, "no block has the tag " + std::to_string(tag));
+    }
     const uint32_t size = read_word(kHead);
     if (size == 0 || size % kTags[tag].element_size != 0) {
         fail(offset + kSizeInHead, block_text(tag) + " can't have " + std::to_string(size) +
@@ -265,18 +282,21 @@ void QortParser::read_block_head() {
                                        std::to_string(kTags[tag].element_size));
     }
     const std::optional<uint64_t> left = source_.bytes_left();
-    if (left && *left < size)
+    if (left && *left < size) {
         fail(source_.offset() + *left, "the file ends inside " + block_text(tag));
+    }
     block_ = Block{tag, offset, size};
 }
 
 // Gives the number of its elements.
 uint64_t QortParser::begin_block(uint32_t tag) {
-    if (!block_)
+    if (!block_) {
         fail(source_.offset(), "the file ends before " + block_text(tag));
-    if (block_->tag != tag)
+    }
+    if (block_->tag != tag) {
         fail(block_->offset,
              block_text(block_->tag) + " stands where " + block_text(tag) + " belongs");
+    }
     return block_->size / kTags[tag].element_size;
 }
 
@@ -284,13 +304,15 @@ uint64_t QortParser::begin_block(uint32_t tag) {
 void QortParser::end_block() {
     const uint32_t tag = block_->tag;
     data_size_ += block_->size;
-    if (has_frames_ && !summary_.is_interleaved && data_size_ > data_end_)
+    if (has_frames_ && !summary_.is_interleaved && data_size_ > data_end_) {
         fail(kDataEndOffset, "the data is longer than the header tells");
+    }
     const bool may_be_whole = tag != kFrames && tag != kTriangles;
     const bool is_whole = tag == kColours || tag == kInterleaved ||
                           (may_be_whole && has_frames_ && data_size_ == data_end_);
-    if (is_whole && source_.peek() != ByteSource::kEnd)
+    if (is_whole && source_.peek() != ByteSource::kEnd) {
         fail(source_.offset(), "something follows behind the end of the data");
+    }
     read_block_head();
 }
 
@@ -317,11 +339,13 @@ void QortParser::check_parallel(const FrameRange& range, uint64_t total,
                                 uint64_t block_offset) const {
     const std::string reason =
         std::string("there are not as many ") + range.what + " as vertices, and no indices";
-    if (!has_frames_ && total != summary_.vertices)
+    if (!has_frames_ && total != summary_.vertices) {
         fail(block_offset + kSizeInHead, reason);
+    }
     for (std::size_t i = 0; i < summary_.frames.size(); ++i) {
-        if (summary_.frames[i].*range.count != summary_.frames[i].vertices_count)
+        if (summary_.frames[i].*range.count != summary_.frames[i].vertices_count) {
             fail(record_offset(i) + range.offset + kWordSize, reason);
+        }
     }
 }
 
@@ -337,8 +361,9 @@ void QortParser::check_largest(const LargestIndex& largest, uint64_t count,
 uint64_t QortParser::indexed_count(const FrameRange& range, uint64_t total) const {
     uint64_t smallest = total;
     for (const QortFrame& frame : summary_.frames) {
-        if (frame.triangles_count != summary_.triangles)
+        if (frame.triangles_count != summary_.triangles) {
             return total;
+        }
         smallest = std::min<uint64_t>(smallest, frame.*range.count);
     }
     return smallest;
@@ -350,8 +375,9 @@ uint64_t QortParser::record_offset(std::size_t frame) const {
 
 uint32_t QortParser::read_word(const char* where) {
     unsigned char bytes[kWordSize];
-    if (source_.read(bytes, sizeof bytes) != sizeof bytes)
+    if (source_.read(bytes, sizeof bytes) != sizeof bytes) {
         fail(source_.offset(), std::string("the file ends inside ") + where);
+    }
     return word_at(bytes);
 }
 
@@ -362,10 +388,12 @@ void QortParser::read_words(uint64_t count, Visit visit) {
     while (count > 0) {
         const std::size_t words = static_cast<std::size_t>(std::min<uint64_t>(count, kWordsAtOnce));
         const uint64_t offset = source_.offset();
-        if (source_.read(bytes, words * kWordSize) != words * kWordSize)
+        if (source_.read(bytes, words * kWordSize) != words * kWordSize) {
             fail(source_.offset(), "the file ends inside " + block_text(block_->tag));
-        for (std::size_t i = 0; i < words; ++i)
+        }
+        for (std::size_t i = 0; i < words; ++i) {
             visit(word_at(bytes + i * kWordSize), offset + i * kWordSize);
+        }
         count -= words;
     }
 }

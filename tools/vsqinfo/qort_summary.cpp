@@ -19,8 +19,9 @@ std::string point_text(const std::array<float, 3>& point) {
 
 std::string frames_text(const std::vector<QortFrame>& frames) {
     bool is_unbroken = true;
-    for (std::size_t i = 1; i < frames.size(); ++i)
+    for (std::size_t i = 1; i < frames.size(); ++i) {
         is_unbroken = is_unbroken && frames[i].number == frames[i - 1].number + 1;
+    }
     const QortFrame& first = frames.front();
     const QortFrame& last = frames.back();
     return std::to_string(frames.size()) + "  (numbers " + std::to_string(first.number) + " to " +

@@ -13,12 +13,14 @@ namespace vsqinfo {
 class ShaderNumbers {
 public:
     void insert(std::int64_t number) {
-        if (contains(number))
+        if (contains(number)) {
             return;
+        }
         const auto run = last_of_run_.emplace(number, number).first;
         join_with_next(run);
-        if (run != last_of_run_.begin())
+        if (run != last_of_run_.begin()) {
             join_with_next(std::prev(run));
+        }
     }
 
     bool contains(std::int64_t number) const {
@@ -31,8 +33,9 @@ private:
 
     void join_with_next(Runs::iterator run) {
         const auto next = std::next(run);
-        if (next == last_of_run_.end() || next->first - 1 != run->second)
+        if (next == last_of_run_.end() || next->first - 1 != run->second) {
             return;
+        }
         run->second = next->second;
         last_of_run_.erase(next);
     }

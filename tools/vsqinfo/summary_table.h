@@ -27,8 +27,9 @@ public:
         std::string value = std::to_string(number);
         const char* separator = "  (";
         for (const Detail& detail : details) {
-            if (detail.count == 0)
+            if (detail.count == 0) {
                 continue;
+            }
             value += separator + std::to_string(detail.count) + " " + detail.what;
             separator = ", ";
         }

@@ -23,8 +23,9 @@ constexpr IndexArray kArrays[] = {
 
 int TriangleCheck::index_array(std::string_view name) {
     for (std::size_t i = 0; i < kIndexArrays; ++i) {
-        if (kArrays[i].indices == name)
+        if (kArrays[i].indices == name) {
             return static_cast<int>(i);
+        }
     }
     return kNoIndices;
 }
@@ -43,8 +44,9 @@ void TriangleCheck::add_index(int array, std::int64_t index, std::uint64_t offse
 
 void TriangleCheck::end_array(std::string_view name, std::uint64_t count) {
     for (std::size_t i = 0; i < kIndexArrays; ++i) {
-        if (kArrays[i].indices == name)
+        if (kArrays[i].indices == name) {
             indices_[i].count = count;
+        }
         if (kArrays[i].points == name) {
             point_numbers_[i] = count;
             has_points_[i] = true;
@@ -58,8 +60,9 @@ void TriangleCheck::end_geometry() const {
         const std::uint64_t points = point_numbers_[i] / kArrays[i].numbers_per_point;
         const bool negative = seen.smallest < 0;
         const bool beyond = seen.largest >= 0 && static_cast<std::uint64_t>(seen.largest) >= points;
-        if (!has_points_[i] || (!negative && !beyond))
+        if (!has_points_[i] || (!negative && !beyond)) {
             continue;
+        }
         throw MalformedFile(negative ? seen.smallest_offset : seen.largest_offset,
                             "\"" + std::string(kArrays[i].indices) + "\" holds the index " +
                                 std::to_string(negative ? seen.smallest : seen.largest) +

@@ -14,8 +14,9 @@ std::size_t utf8_length(const std::string& bytes, std::size_t start) {
                                : first < 0xf5 ? 4
                                               : 0;
     for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xc0) != 0x80)
+        if ((byte(i) & 0xc0) != 0x80) {
             return 0;
+        }
     }
     // Overlong forms, surrogates and what lies beyond the last code point.
     const bool bad = (first == 0xe0 && byte(1) < 0xa0) || (first == 0xed && byte(1) > 0x9f) ||

@@ -56,8 +56,9 @@ const char* block_phrase(BlockKind kind) {
 
 const BlockHead* find_block_head(std::string_view keyword) {
     for (const BlockHead& head : kHeads) {
-        if (head.keyword == keyword)
+        if (head.keyword == keyword) {
             return &head;
+        }
     }
     return nullptr;
 }

@@ -60,30 +60,35 @@ VsqSummary VsqParser::read() {
 void VsqParser::read_header() {
     // Over the live link a scene's id comes in its place.
     summary_.has_header = source_.peek() != 'i';
-    if (!summary_.has_header)
+    if (!summary_.has_header) {
         return;
+    }
     expect_header(kHeaderBeforeId);
     // The number ends where the dashes begin, and is never negative.
     const uint64_t start = source_.offset();
     std::size_t digits = 0;
     for (int next = source_.peek(); next >= '0' && next <= '9'; next = source_.peek()) {
-        if (++digits > 10)
+        if (++digits > 10) {
             tokens_.fail(start, "the number of the header is too large");
+        }
         summary_.header_id = summary_.header_id * 10 + (next - '0');
         source_.drop();
     }
-    if (digits == 0 && source_.peek() != ByteSource::kEnd)
+    if (digits == 0 && source_.peek() != ByteSource::kEnd) {
         tokens_.fail("the header has no number");
+    }
     expect_header(kHeaderAfterId);
 }
 
 void VsqParser::expect_header(std::string_view text) {
     for (const char wanted : text) {
         const int next = source_.peek();
-        if (next == ByteSource::kEnd)
+        if (next == ByteSource::kEnd) {
             tokens_.fail("the file ends inside its header");
-        if (next != wanted)
+        }
+        if (next != wanted) {
             tokens_.fail("the header of a scene file has another byte here");
+        }
         source_.drop();
     }
 }
@@ -94,8 +99,9 @@ bool VsqParser::read_statement() {
     statement_offset_ = source_.offset();
     switch (source_.peek()) {
         case ByteSource::kEnd:
-            if (indented)
+            if (indented) {
                 tokens_.fail("the last line has no line feed");
+            }
             return false;
         case '}':
             close_block();
@@ -121,10 +127,12 @@ void VsqParser::check_whole() {
         tokens_.fail(std::string("the file ends inside ") + block_phrase(block()) +
                      " that begins at offset " + std::to_string(stack_.back().offset));
     }
-    if (!has_version_)
+    if (!has_version_) {
         tokens_.fail("the file ends before its version");
-    if (summary_.root_groups == 0)
+    }
+    if (summary_.root_groups == 0) {
         tokens_.fail("the file ends before its root group");
+    }
 }
 
 void VsqParser::read_directive() {
@@ -133,17 +141,19 @@ void VsqParser::read_directive() {
     if (directive == "print" || directive == "error") {
         tokens_.expect(' ');
         tokens_.read_message(text_);
-        if (directive == "error")
+        if (directive == "error") {
             read_error();
-        else if (!has_print_)
+        } else if (!has_print_) {
             summary_.banner = text_;
+        }
         has_print_ = has_print_ || directive == "print";
         return;
     }
 
     const bool defines = directive == "define";
-    if (!defines && directive != "modify")
+    if (!defines && directive != "modify") {
         tokens_.fail(statement_offset_, shown("#" + directive) + " is no statement");
+    }
     // A camera begins on a line of its own, also behind "#modify".
     tokens_.skip_space();
     const std::string keyword(tokens_.read_word());
@@ -156,8 +166,9 @@ void VsqParser::read_directive() {
 
 void VsqParser::read_error() {
     ++summary_.errors;
-    if (summary_.error_texts.size() < VsqSummary::kKeptErrors)
+    if (summary_.error_texts.size() < VsqSummary::kKeptErrors) {
         summary_.error_texts.push_back(text_);
+    }
 }
 
 void VsqParser::read_word_statement() {
@@ -173,8 +184,9 @@ void VsqParser::read_word_statement() {
     }
     for (const Statement& statement : kStatements) {
         const bool allowed = has_block(statement.allowed_in, block());
-        if (statement.word != word || (!allowed && statement.may_name_parameter))
+        if (statement.word != word || (!allowed && statement.may_name_parameter)) {
             continue;
+        }
         check_place(word, statement.allowed_in);
         tokens_.skip_blanks();
         (this->*statement.read)(statement);
@@ -184,19 +196,22 @@ void VsqParser::read_word_statement() {
 }
 
 void VsqParser::check_place(std::string_view word, BlockSet allowed_in) const {
-    if (has_block(allowed_in, block()))
+    if (has_block(allowed_in, block())) {
         return;
+    }
     std::string reason = shown(word) + " can't stand in " + block_phrase(block());
-    if (!stack_.empty())
+    if (!stack_.empty()) {
         reason += ", which begins at offset " + std::to_string(stack_.back().offset);
+    }
     tokens_.fail(statement_offset_, reason);
 }
 
 void VsqParser::read_version(const Statement&) {
     const int64_t version = tokens_.read_integer();
     tokens_.expect_line_end();
-    if (!has_version_)
+    if (!has_version_) {
         summary_.version = version;
+    }
     has_version_ = true;
 }
 
@@ -204,8 +219,9 @@ void VsqParser::read_flags(const Statement&) {
     const int64_t flags = tokens_.read_integer();
     tokens_.expect_line_end();
     const bool in_root = stack_.size() == 1 && block() == BlockKind::kGroup;
-    if (in_root && summary_.root_groups == 1 && !summary_.root_flags)
+    if (in_root && summary_.root_groups == 1 && !summary_.root_flags) {
         summary_.root_flags = flags;
+    }
 }
 
 void VsqParser::read_number_statement(const Statement&) {
@@ -250,19 +266,22 @@ void VsqParser::read_matrix(bool replaces) {
     for (std::size_t i = 0; i < kMatrixNumbers; ++i) {
         tokens_.skip_blanks();
         const uint64_t start = source_.offset();
-        if (source_.peek() == '\n')
+        if (source_.peek() == '\n') {
             tokens_.fail("a matrix has 16 numbers, not " + std::to_string(i));
+        }
         const std::string_view word = tokens_.read_word();
         const ValueWord value = classify_value(word);
-        if (value != ValueWord::kFinite && value != ValueWord::kNotFinite)
+        if (value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
             tokens_.fail(start, shown(word) + " is no number of a matrix");
+        }
         matrix[i] = number_value(word);
     }
     tokens_.expect_line_end();
 
     ++(block() == BlockKind::kGroup ? summary_.node_matrices : summary_.other_matrices);
-    if (!std::all_of(matrix.begin(), matrix.end(), [](double x) { return std::isfinite(x); }))
+    if (!std::all_of(matrix.begin(), matrix.end(), [](double x) { return std::isfinite(x); })) {
         ++summary_.matrices_not_finite;
+    }
     listener_.matrix(matrix, replaces);
 }
 
@@ -272,8 +291,9 @@ void VsqParser::read_numbers(std::string_view word, std::size_t count) {
         tokens_.skip_blanks();
         const uint64_t start = source_.offset();
         const ValueWord value = classify_value(tokens_.read_word());
-        if (value != ValueWord::kFinite && value != ValueWord::kNotFinite)
+        if (value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
             tokens_.fail(start, shown(word) + " has another word than a number");
+        }
     }
     tokens_.expect_line_end();
 }

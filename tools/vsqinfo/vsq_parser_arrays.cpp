@@ -19,8 +19,9 @@ void VsqParser::read_array(Ending ending) {
     array.name = &name_;
     array.offset = source_.offset();
     array.in_animation_matrices = block() == BlockKind::kAnimation && name_ == "matrices";
-    if (block() == BlockKind::kGeometry && geometry_type_ == "triangles")
+    if (block() == BlockKind::kGeometry && geometry_type_ == "triangles") {
         array.indices = TriangleCheck::index_array(name_);
+    }
     source_.drop();
     read_elements(array, ending);
 }
@@ -52,8 +53,9 @@ void VsqParser::read_elements(ArrayScan& array, Ending ending) {
             case kBodyMark:
                 read_body(array);
                 tokens_.skip_space();
-                if (source_.peek() != ']')
+                if (source_.peek() != ']') {
                     tokens_.fail_expected("the closing bracket behind an array body");
+                }
                 break;
             case ByteSource::kEnd:
                 tokens_.fail("the file ends inside an array that begins at offset " +
@@ -78,8 +80,9 @@ void VsqParser::read_element_word(ArrayScan& array) {
     const uint64_t start = source_.offset();
     const std::string_view word = tokens_.read_word();
     const ValueWord value = classify_value(word);
-    if (value == ValueWord::kNone)
+    if (value == ValueWord::kNone) {
         tokens_.fail(start, shown(word) + " is no element of an array");
+    }
     ++array.numbers;
     ++array.element_numbers;
     array.element_is_finite = array.element_is_finite && value != ValueWord::kNotFinite;
@@ -87,8 +90,9 @@ void VsqParser::read_element_word(ArrayScan& array) {
     if (array.indices != TriangleCheck::kNoIndices) {
         const double index = number_value(word);
         if (value != ValueWord::kFinite || index != std::floor(index) ||
-            std::abs(index) > 2147483648.0)
+            std::abs(index) > 2147483648.0) {
             tokens_.fail(start, shown(word) + " is no index");
+        }
         triangle_check_.add_index(array.indices, static_cast<int64_t>(index), start);
     }
 }
@@ -108,20 +112,25 @@ void VsqParser::end_element(ArrayScan& array) {
 void VsqParser::read_body(ArrayScan& array) {
     const uint64_t start = source_.offset();
     unsigned char head[8];
-    if (source_.read(head, sizeof head) != sizeof head)
+    if (source_.read(head, sizeof head) != sizeof head) {
         fail_in_body(array);
+    }
     const char tag = static_cast<char>(head[3]);
-    if (head[1] != 2 || head[2] != 3)
+    if (head[1] != 2 || head[2] != 3) {
         tokens_.fail(start, "the body of an array doesn't begin with the bytes 1, 2, 3");
-    if (tag != 'c' && tag != 'f' && tag != 'i' && tag != 'r')
+    }
+    if (tag != 'c' && tag != 'f' && tag != 'i' && tag != 'r') {
         tokens_.fail(start + 3, "the tag of an array body is none of c, f, i and r");
+    }
     const bool holds_indices = array.indices != TriangleCheck::kNoIndices;
-    if (holds_indices && tag != 'i')
+    if (holds_indices && tag != 'i') {
         tokens_.fail(start + 3, "an array of indices whose body holds no integers");
+    }
 
     const uint64_t count = head[4] | head[5] << 8 | head[6] << 16 | uint64_t{head[7]} << 24;
-    if (tag == 'c' && count % 3 != 0)
+    if (tag == 'c' && count % 3 != 0) {
         tokens_.fail(start + 4, std::to_string(count) + " numbers don't make whole triples");
+    }
     const uint64_t size = count * (tag == 'r' ? 8 : 4);
     if (const auto left = source_.bytes_left(); left && *left < size) {
         tokens_.fail(start, "an array body of " + std::to_string(count) + " numbers needs " +
@@ -129,10 +138,11 @@ void VsqParser::read_body(ArrayScan& array) {
                                 std::to_string(*left) + " left");
     }
 
-    if (holds_indices)
+    if (holds_indices) {
         read_index_body(array, count);
-    else if (source_.skip(size) != size)
+    } else if (source_.skip(size) != size) {
         fail_in_body(array);
+    }
     array.numbers += count;
 }
 
@@ -142,8 +152,9 @@ void VsqParser::read_index_body(ArrayScan& array, uint64_t count) {
     for (uint64_t done = 0; done < count;) {
         const std::size_t part = static_cast<std::size_t>(std::min(kChunk, count - done));
         const uint64_t start = source_.offset();
-        if (source_.read(bytes, part * 4) != part * 4)
+        if (source_.read(bytes, part * 4) != part * 4) {
             fail_in_body(array);
+        }
         for (std::size_t i = 0; i < part; ++i) {
             const unsigned char* at = bytes + i * 4;
             const uint32_t word =
@@ -161,19 +172,23 @@ void VsqParser::end_array(const ArrayScan& array) {
                                        std::to_string(array.numbers) +
                                        " indices, which don't make whole triangles");
     }
-    if (!array.name)
+    if (!array.name) {
         return;
+    }
 
     const std::string& name = *array.name;
     if (block() == BlockKind::kGeometry) {
         triangle_check_.end_array(name, array.numbers);
-        if (geometry_type_ == "qor_curves" && name == "nvertices")
+        if (geometry_type_ == "qor_curves" && name == "nvertices") {
             summary_.curves += array.numbers;
-        if (geometry_type_ == "qor_curves" && name == "p")
+        }
+        if (geometry_type_ == "qor_curves" && name == "p") {
             summary_.curve_points += array.numbers / 3;
+        }
     }
-    if (block() == BlockKind::kAnimation && name == "timestamps")
+    if (block() == BlockKind::kAnimation && name == "timestamps") {
         summary_.animation_keys += array.numbers;
+    }
 }
 
 void VsqParser::fail_in_body(const ArrayScan& array) const {

@@ -43,8 +43,9 @@ void VsqParser::read_head_names(HeadForm form, VsqBlock& head) {
             tokens_.read_name(head.name);
             return;
         case HeadForm::kOptionalName:
-            if (tokens_.at_name())
+            if (tokens_.at_name()) {
                 tokens_.read_name(head.name);
+            }
             return;
         case HeadForm::kType:
             tokens_.read_name(head.type);
@@ -69,8 +70,9 @@ void VsqParser::read_head_names(HeadForm form, VsqBlock& head) {
         case HeadForm::kNumber:
             head.name = tokens_.read_word();
             if (const ValueWord value = classify_value(head.name);
-                value != ValueWord::kFinite && value != ValueWord::kNotFinite)
+                value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
                 tokens_.fail(statement_offset_, "the head of a block without its number");
+            }
             return;
         case HeadForm::kShader:
             read_shader_head(head);
@@ -111,8 +113,9 @@ void VsqParser::open_anonymous_shader(const std::string& name, const std::string
 
 void VsqParser::open_block(const VsqBlock& head, BlockKind kind, Ending ending) {
     OpenBlock opened{head.offset, kind, ending, false, false};
-    if (kind == BlockKind::kShader)
+    if (kind == BlockKind::kShader) {
         begin_shader(head, opened);
+    }
     stack_.push_back(opened);
     listener_.block_begins(head);
 }
@@ -141,8 +144,9 @@ void VsqParser::count_block(const VsqBlock& head, BlockKind kind, Placement plac
             triangle_check_.begin_geometry();
             return;
         case BlockKind::kMaterial:
-            if (placement == Placement::kModified)
+            if (placement == Placement::kModified) {
                 return;
+            }
             ++summary_.material_blocks;
             materials_.insert(head.name);
             return;
@@ -156,8 +160,9 @@ void VsqParser::count_block(const VsqBlock& head, BlockKind kind, Placement plac
             ++summary_.animations;
             return;
         case BlockKind::kLoad:
-            if (summary_.modules.size() < VsqSummary::kKeptModules)
+            if (summary_.modules.size() < VsqSummary::kKeptModules) {
                 summary_.modules.push_back({head.name, {}});
+            }
             return;
         default:
             return;
@@ -169,34 +174,39 @@ void VsqParser::begin_shader(const VsqBlock& head, OpenBlock& shader) {
     shader.is_environment = head.type == kEnvironmentShader;
     const bool gives_light = std::find(std::begin(kLightShaders), std::end(kLightShaders),
                                        head.type) != std::end(kLightShaders);
-    if (gives_light && object_depth_ != 0)
+    if (gives_light && object_depth_ != 0) {
         stack_[object_depth_ - 1].is_placed_light = true;
+    }
 }
 
 void VsqParser::close_block() {
-    if (stack_.empty())
+    if (stack_.empty()) {
         tokens_.fail("a closing brace, but no block is open");
+    }
     source_.drop();
     const OpenBlock closed = stack_.back();
     stack_.pop_back();
 
-    if (closed.kind == BlockKind::kGeometry)
+    if (closed.kind == BlockKind::kGeometry) {
         end_geometry();
+    }
     if (closed.kind == BlockKind::kObject) {
         object_depth_ = 0;
         summary_.lights += closed.is_placed_light ? 1 : 0;
     }
     listener_.block_ends();
 
-    if (closed.ending == Ending::kElement)
+    if (closed.ending == Ending::kElement) {
         resume_array();
-    else
+    } else {
         end_value(closed.ending);
+    }
 }
 
 void VsqParser::end_geometry() {
-    if (geometry_type_ != "triangles")
+    if (geometry_type_ != "triangles") {
         return;
+    }
     triangle_check_.end_geometry();
     summary_.triangles += triangle_check_.triangles();
     summary_.vertices += triangle_check_.vertices();

@@ -7,8 +7,9 @@ namespace vsqinfo {
 using std::uint64_t;
 
 void VsqParser::read_quoted_parameter() {
-    if (block() == BlockKind::kTop)
+    if (block() == BlockKind::kTop) {
         tokens_.fail("a parameter can't stand at the top level");
+    }
     tokens_.read_name(name_);
     value_.clear();
     tokens_.skip_blanks();
@@ -26,8 +27,9 @@ void VsqParser::read_quoted_parameter() {
             return;
         }
         value_ = "!";
-        if (source_.peek() != ',')
+        if (source_.peek() != ',') {
             value_ += " " + std::to_string(read_shader_number());
+        }
     } else if (tokens_.at_name()) {
         read_name_value(Ending::kComma);
         return;
@@ -36,8 +38,9 @@ void VsqParser::read_quoted_parameter() {
     while (source_.peek() != ',') {
         const uint64_t start = source_.offset();
         const std::string_view word = tokens_.read_word();
-        if (classify_value(word) == ValueWord::kNone)
+        if (classify_value(word) == ValueWord::kNone) {
             tokens_.fail(start, shown(word) + " is no value");
+        }
         keep_value_word(word);
         tokens_.skip_blanks();
     }
@@ -55,8 +58,9 @@ void VsqParser::read_plain_parameter(std::string_view first_word) {
     value_.clear();
     std::size_t blanks = tokens_.skip_blanks();
     while (source_.peek() != '\n') {
-        if (blanks == 0)
+        if (blanks == 0) {
             tokens_.fail_expected("a blank behind the name of a parameter");
+        }
         if (source_.peek() == '[') {
             read_array(Ending::kLine);
             return;
@@ -73,8 +77,9 @@ void VsqParser::read_plain_parameter(std::string_view first_word) {
 
         const std::string_view word = tokens_.read_word();
         if (classify_value(word) == ValueWord::kNone) {
-            if (!value_.empty())
+            if (!value_.empty()) {
                 name_ += " " + value_;
+            }
             (name_ += ' ') += word;
             name_.resize(std::min(name_.size(), VsqTokens::kKeptText));
             value_.clear();
@@ -83,8 +88,9 @@ void VsqParser::read_plain_parameter(std::string_view first_word) {
         }
         blanks = tokens_.skip_blanks();
     }
-    if (value_.empty() && blanks == 0)
+    if (value_.empty() && blanks == 0) {
         tokens_.fail(statement_offset_, shown(name_) + " is no statement and has no value");
+    }
     note_parameter();
     end_value(Ending::kLine);
 }
@@ -107,10 +113,12 @@ void VsqParser::read_shader_value() {
 }
 
 void VsqParser::keep_value_word(std::string_view word) {
-    if (value_.size() + word.size() >= VsqTokens::kKeptText)
+    if (value_.size() + word.size() >= VsqTokens::kKeptText) {
         return;
-    if (!value_.empty())
+    }
+    if (!value_.empty()) {
         value_ += ' ';
+    }
     value_ += word;
 }
 
@@ -125,8 +133,9 @@ void VsqParser::end_value(Ending ending) {
 void VsqParser::note_parameter() {
     if (block() == BlockKind::kLoad && !summary_.modules.empty()) {
         auto& options = summary_.modules.back().options;
-        if (options.size() < VsqSummary::kKeptOptions)
+        if (options.size() < VsqSummary::kKeptOptions) {
             options.emplace_back(name_, value_);
+        }
     } else if (block() == BlockKind::kShader && name_ == "texture" && !value_.empty()) {
         (stack_.back().is_environment ? environments_ : textures_).insert(value_);
     } else if (block() == BlockKind::kGeometry && name_ == "file") {

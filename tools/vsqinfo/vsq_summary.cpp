@@ -18,12 +18,14 @@ std::string summary_text(const VsqSummary& s) {
     table.row("format", "version " + std::to_string(s.version) +
                             (s.has_header ? ", id " + std::to_string(s.header_id)
                                           : ", received over the live link"));
-    if (!s.banner.empty())
+    if (!s.banner.empty()) {
         table.row("written by", display_text(s.banner));
+    }
     for (const VsqModule& module : s.modules) {
         table.row("module", quoted(module.name));
-        for (const auto& [name, value] : module.options)
+        for (const auto& [name, value] : module.options) {
             table.row("", display_text(name) + " " + display_text(value));
+        }
     }
     table.row("root group",
               quoted(s.root_name) +
@@ -33,8 +35,9 @@ std::string summary_text(const VsqSummary& s) {
     table.count("groups", s.groups, {{s.definitions, "definitions"}});
     table.count("objects", s.objects,
                 {{s.instances, "instances"}, {s.library_files, "with triangles in a library"}});
-    for (const std::string& path : s.library_paths)
+    for (const std::string& path : s.library_paths) {
         table.row("library", display_text(path));
+    }
     table.count("triangles", s.triangles, {{s.vertices, "vertices"}});
     table.count("curves", s.curves, {{s.curve_points, "points"}});
     table.count("materials", s.materials,
@@ -47,14 +50,17 @@ std::string summary_text(const VsqSummary& s) {
     table.count("animations", s.animations, {{s.animation_keys, "keys"}});
     table.count("matrices", s.node_matrices + s.other_matrices,
                 {{s.other_matrices, "outside of groups"}});
-    if (s.matrices_not_finite != 0)
+    if (s.matrices_not_finite != 0) {
         table.count("not finite", s.matrices_not_finite);
+    }
 
     table.count("errors", s.errors);
-    for (const std::string& text : s.error_texts)
+    for (const std::string& text : s.error_texts) {
         table.row("", display_text(text));
-    if (s.errors > s.error_texts.size())
+    }
+    if (s.errors > s.error_texts.size()) {
         table.row("", "...");
+    }
     return table.take();
 }
 

@@ -19,8 +19,9 @@ bool is_digit(int byte) {
 
 // The digit's value, or -1. Upper-case digits never stand in a scene file.
 int hex_digit(int byte) {
-    if (is_digit(byte))
+    if (is_digit(byte)) {
         return byte - '0';
+    }
     return byte >= 'a' && byte <= 'f' ? byte - 'a' + 10 : -1;
 }
 
@@ -39,43 +40,50 @@ bool ends_word(int byte) {
 }
 
 std::string byte_text(int byte) {
-    if (byte == '\n')
+    if (byte == '\n') {
         return "a line feed";
+    }
     char text[16];
     std::snprintf(text, sizeof text, byte > ' ' && byte < 0x7f ? "'%c'" : "byte 0x%02x", byte);
     return text;
 }
 
 void keep(std::string& text, int byte) {
-    if (text.size() < VsqTokens::kKeptText)
+    if (text.size() < VsqTokens::kKeptText) {
         text += static_cast<char>(byte);
+    }
 }
 
 std::size_t count_digits(std::string_view word, std::size_t start) {
     std::size_t end = start;
-    while (end < word.size() && is_digit(word[end]))
+    while (end < word.size() && is_digit(word[end])) {
         ++end;
+    }
     return end - start;
 }
 
 // digits [. digits] [e sign digits]
 bool is_finite_number(std::string_view word) {
     std::size_t end = count_digits(word, 0);
-    if (end == 0)
+    if (end == 0) {
         return false;
+    }
     if (end < word.size() && word[end] == '.') {
         const std::size_t fraction = count_digits(word, end + 1);
-        if (fraction == 0)
+        if (fraction == 0) {
             return false;
+        }
         end += 1 + fraction;
     }
     if (end < word.size() && word[end] == 'e') {
         ++end;
-        if (end < word.size() && (word[end] == '+' || word[end] == '-'))
+        if (end < word.size() && (word[end] == '+' || word[end] == '-')) {
             ++end;
+        }
         const std::size_t exponent = count_digits(word, end);
-        if (exponent == 0)
+        if (exponent == 0) {
             return false;
+        }
         end += exponent;
     }
     return end == word.size();
@@ -88,14 +96,17 @@ std::string_view without_sign(std::string_view word) {
 }  // namespace
 
 ValueWord classify_value(std::string_view word) {
-    if (word == "on" || word == "off")
+    if (word == "on" || word == "off") {
         return ValueWord::kSwitch;
+    }
     const std::string_view magnitude = without_sign(word);
-    if (is_finite_number(magnitude))
+    if (is_finite_number(magnitude)) {
         return ValueWord::kFinite;
+    }
     for (const char* spelling : {"nan", "inf", "nan(ind)", "nan(snan)"}) {
-        if (magnitude == spelling)
+        if (magnitude == spelling) {
             return ValueWord::kNotFinite;
+        }
     }
     // The C library of older Windows compilers: 1.#INF, 1.#QNAN000, ...
     return magnitude.substr(0, 3) == "1.#" ? ValueWord::kNotFinite : ValueWord::kNone;
@@ -104,8 +115,9 @@ ValueWord classify_value(std::string_view word) {
 double number_value(std::string_view word) {
     if (classify_value(word) == ValueWord::kNotFinite) {
         const std::string_view magnitude = without_sign(word);
-        if (magnitude != "inf" && magnitude.substr(0, 6) != "1.#INF")
+        if (magnitude != "inf" && magnitude.substr(0, 6) != "1.#INF") {
             return std::numeric_limits<double>::quiet_NaN();
+        }
         const double infinity = std::numeric_limits<double>::infinity();
         return word[0] == '-' ? -infinity : infinity;
     }
@@ -132,8 +144,9 @@ void VsqTokens::fail_expected(const std::string& wanted) {
 
 std::size_t VsqTokens::skip_blanks() {
     std::size_t count = 0;
-    for (; source_.peek() == ' '; source_.drop())
+    for (; source_.peek() == ' '; source_.drop()) {
         ++count;
+    }
     return count;
 }
 
@@ -147,8 +160,9 @@ bool VsqTokens::skip_space() {
 }
 
 void VsqTokens::expect(char wanted) {
-    if (source_.peek() != wanted)
+    if (source_.peek() != wanted) {
         fail_expected(byte_text(wanted));
+    }
     source_.drop();
 }
 
@@ -157,8 +171,9 @@ void VsqTokens::expect_line_end() {
 }
 
 void VsqTokens::expect_text(std::string_view text) {
-    for (const char wanted : text)
+    for (const char wanted : text) {
         expect(wanted);
+    }
 }
 
 bool VsqTokens::at_name() {
@@ -169,26 +184,31 @@ bool VsqTokens::at_name() {
 void VsqTokens::read_name(std::string& name) {
     name.clear();
     const std::uint64_t start = source_.offset();
-    if (!at_name())
+    if (!at_name()) {
         fail_expected("a name");
+    }
 
     if (source_.peek() == 'x') {
         source_.drop();
         source_.drop();
-        if (read_hex_pairs(&name) == 0)
+        if (read_hex_pairs(&name) == 0) {
             fail(start, "a name of no hexadecimal digits");
+        }
         return;
     }
 
     source_.drop();
     for (int next = source_.peek(); next != '"'; next = source_.peek()) {
-        if (next == ByteSource::kEnd)
+        if (next == ByteSource::kEnd) {
             fail("the file ends inside a name that begins at offset " + std::to_string(start));
-        if (next == '\n')
+        }
+        if (next == '\n') {
             fail("a name that begins at offset " + std::to_string(start) +
                  " is not closed on its line");
-        if (next == 0 || next == '\r' || next >= 0x80)
+        }
+        if (next == 0 || next == '\r' || next >= 0x80) {
             fail(byte_text(next) + " inside a quoted name");
+        }
         keep(name, next);
         source_.drop();
     }
@@ -208,32 +228,38 @@ std::uint64_t VsqTokens::read_hex_pairs(std::string* bytes) {
     std::uint64_t count = 0;
     for (;;) {
         const int high = hex_digit(source_.peek());
-        if (high < 0)
+        if (high < 0) {
             break;
+        }
         source_.drop();
         const int low = hex_digit(source_.peek());
-        if (low < 0)
+        if (low < 0) {
             fail_expected("the second hexadecimal digit of a byte");
+        }
         source_.drop();
-        if (bytes)
+        if (bytes) {
             keep(*bytes, high * 16 + low);
+        }
         ++count;
     }
-    if (!ends_word(source_.peek()))
+    if (!ends_word(source_.peek())) {
         fail_expected("a hexadecimal digit");
+    }
     return count;
 }
 
 std::string_view VsqTokens::read_word() {
     word_.clear();
     for (int next = source_.peek(); !ends_word(next); next = source_.peek()) {
-        if (word_.size() == kLongestWord)
+        if (word_.size() == kLongestWord) {
             fail("a word of more than " + std::to_string(kLongestWord) + " bytes");
+        }
         word_ += static_cast<char>(next);
         source_.drop();
     }
-    if (word_.empty())
+    if (word_.empty()) {
         fail_expected("a word");
+    }
     return word_;
 }
 
@@ -242,8 +268,9 @@ std::int64_t VsqTokens::read_integer() {
     const std::string_view word = read_word();
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (error != std::errc() || end != word.data() + word.size())
+    if (error != std::errc() || end != word.data() + word.size()) {
         fail(start, "an integer is expected");
+    }
     return value;
 }
 
@@ -253,10 +280,12 @@ void VsqTokens::read_message(std::string& text) {
     expect('"');
     for (;;) {
         const int next = source_.peek();
-        if (next == ByteSource::kEnd)
+        if (next == ByteSource::kEnd) {
             fail("the file ends inside a message that begins at offset " + std::to_string(start));
-        if (next == '"' && source_.peek_second() == '\n')
+        }
+        if (next == '"' && source_.peek_second() == '\n') {
             break;
+        }
         keep(text, next);
         source_.drop();
     }
@@ -267,8 +296,9 @@ void VsqTokens::read_message(std::string& text) {
 void VsqTokens::read_line(std::string& text) {
     text.clear();
     for (int next = source_.peek(); next != '\n'; next = source_.peek()) {
-        if (next == ByteSource::kEnd)
+        if (next == ByteSource::kEnd) {
             fail("the file ends inside a line");
+        }
         keep(text, next);
         source_.drop();
     }

@@ -23,18 +23,20 @@ struct Arguments {
 void show_scene(std::istream& stream, bool with_tree) {
     vsqinfo::GroupTree tree(std::cout);
     const vsqinfo::VsqSummary summary = vsqinfo::read_vsq(stream, with_tree ? &tree : nullptr);
-    if (with_tree)
+    if (with_tree) {
         std::cout << '\n';
+    }
     std::cout << vsqinfo::summary_text(summary);
 }
 
 // Which of the two kinds a file is shows in its contents; its name may be any.
 void show_file(const Arguments& arguments) {
     std::ifstream stream = vsqinfo::open_input_file(arguments.file);
-    if (vsqinfo::begins_as_qort(stream))
+    if (vsqinfo::begins_as_qort(stream)) {
         std::cout << vsqinfo::summary_text(vsqinfo::read_qort(stream));
-    else
+    } else {
         show_scene(stream, arguments.tree);
+    }
 }
 
 // `words` are the arguments as UTF-8, without the program's name.
@@ -76,7 +78,8 @@ int wmain(int argc, wchar_t** argv) {
 int main(int argc, char** argv) {
 #endif
     std::vector<std::string> words;
-    for (int i = 1; i < argc; ++i)
+    for (int i = 1; i < argc; ++i) {
         words.push_back(std::filesystem::path(argv[i]).u8string());
+    }
     return run(std::move(words));
 }

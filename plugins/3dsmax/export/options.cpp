@@ -8,8 +8,6 @@ namespace Qor {
 
 namespace {
 
-constexpr wchar_t kSettingsFile[] = L"velmoraexport7.ini";
-
 // Of a value's text with the zero at its end. A longer one is cut, and isn't "1" either way.
 constexpr std::size_t kValueSize = 260;
 
@@ -17,7 +15,7 @@ const wchar_t* text_of(bool value) {
     return value ? L"1" : L"0";
 }
 
-// The names of sections and keys are plain ASCII.
+// Of ASCII.
 std::wstring widened(const std::string& name) {
     return std::wstring(name.begin(), name.end());
 }
@@ -42,8 +40,8 @@ Options::Options(Interface* the_host) : host(the_host) {
 int Options::Load() {
     wchar_t path[kSettingsPathSize];
     GetSettingsPath(path);
-    for (const OptionKey& option : kOptionKeys) {
-        this->*option.field = read_value(path, option);
+    for (std::size_t i = 0; i < kOptionKeys.size(); ++i) {
+        this->*kOptionFields[i] = read_value(path, kOptionKeys[i]);
     }
     return 0;
 }
@@ -54,10 +52,10 @@ void Options::Save() const {
     if (path[0] == 0) {
         return;
     }
-    for (const OptionKey& option : kOptionKeys) {
-        MaxSDK::Util::WritePrivateProfileString(widened(option.section).c_str(),
-                                                widened(option.key).c_str(),
-                                                text_of(this->*option.field), path);
+    for (std::size_t i = 0; i < kOptionKeys.size(); ++i) {
+        MaxSDK::Util::WritePrivateProfileString(widened(kOptionKeys[i].section).c_str(),
+                                                widened(kOptionKeys[i].key).c_str(),
+                                                text_of(this->*kOptionFields[i]), path);
     }
 }
 
@@ -66,7 +64,7 @@ void Options::GetSettingsPath(wchar_t* out) const {
     if (!path.empty() && path.back() != L'\\') {
         path += L'\\';
     }
-    path += kSettingsFile;
+    path += widened(kSettingsFile);
     if (path.size() >= kSettingsPathSize) {
         path.clear();
     }

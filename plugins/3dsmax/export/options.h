@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "plugins/3dsmax/export/host.h"
+#include "plugins/3dsmax/export/option_keys.h"
 
 namespace Qor {
 
@@ -13,7 +14,7 @@ constexpr std::size_t kSettingsPathSize = 260;
 /// What the user wants an export to take along. One object serves as long as the host runs: it is
 /// shared by the commands and read directly by every conversion.
 ///
-/// The flags are kept in a settings file of the host, "velmoraexport7.ini", which is read once and
+/// The flags are kept in a settings file of the host (option_keys.h), which is read once and
 /// written when the user confirms the dialog. The radius multiplier starts anew with the host.
 class Options {
 public:
@@ -47,26 +48,12 @@ public:
     Interface* host;
 };
 
-/// A setting that is kept from one start of the host to the next.
-struct OptionKey {
-    const char* section;
-    const char* key;
-    bool initially;
-    bool Options::*field;
+/// Which field each of `kOptionKeys` is loaded into and saved from, in the order of the keys.
+constexpr std::array<bool Options::*, kOptionKeys.size()> kOptionFields = {
+    &Options::HairAndFur,       &Options::GeneralCurves, &Options::PhotometricLights,
+    &Options::SkyLights,        &Options::Bones,         &Options::TransformAnimations,
+    &Options::CameraAnimations, &Options::Deformable,    &Options::cameras,
+    &Options::Layers,
 };
-
-/// All of them, in the order in which they are loaded and saved.
-constexpr std::array<OptionKey, 10> kOptionKeys = {{
-    {"Curves", "HairAndFur", true, &Options::HairAndFur},
-    {"Curves", "GeneralCurves", false, &Options::GeneralCurves},
-    {"Lights", "PhotometricLights", true, &Options::PhotometricLights},
-    {"Lights", "SkyLights", true, &Options::SkyLights},
-    {"Animation", "Bones", true, &Options::Bones},
-    {"Animation", "TransformAnimations", true, &Options::TransformAnimations},
-    {"Animation", "CameraAnimations", true, &Options::CameraAnimations},
-    {"Animation", "Deformable", true, &Options::Deformable},
-    {"General", "cameras", true, &Options::cameras},
-    {"General", "Layers", false, &Options::Layers},
-}};
 
 }  // namespace Qor

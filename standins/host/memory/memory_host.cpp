@@ -68,6 +68,7 @@ void MemoryHost::on_progress(std::function<void(int, const std::wstring&)> callb
 
 void MemoryHost::SetTime(TimeValue t, BOOL) {
     time_ = t;
+    ++times_set_;
 }
 
 const MCHAR* MemoryHost::GetDir(int which) {
@@ -114,7 +115,9 @@ BOOL MemoryHost::GetCancel() {
     if (polls_before_cancel_ > 0 && --polls_before_cancel_ == 0) {
         cancel_.store(true);
     }
-    return cancel_.load();
+    const bool is_cancelled = cancel_.load();
+    answered_cancels_ += is_cancelled ? 1 : 0;
+    return is_cancelled;
 }
 
 void MemoryHost::answer_save_dialog(const std::string& path_utf8) {

@@ -115,7 +115,12 @@ public:
     void transforms_changed() { ++transform_version_; }
     std::uint64_t transform_version() const { return transform_version_; }
 
+    /// How often `GetCancel` has answered true since the host was made: whoever asked has stopped.
+    int answered_cancels() const { return answered_cancels_; }
+
     TimeValue time() const { return time_; }
+    /// How often `SetTime` was called since the host was made.
+    int times_set() const { return times_set_; }
 
     TimeValue GetTime() override { return time_; }
     void SetTime(TimeValue t, BOOL redraw = TRUE) override;
@@ -152,6 +157,7 @@ private:
     std::uint64_t transform_version_ = 1;  // a node that was never evaluated has 0
     ViewExp view_;
     TimeValue time_ = 0;
+    int times_set_ = 0;
     int ticks_per_frame_ = kDefaultTicksPerFrame;
     Interval animation_range_{0, 100 * kDefaultTicksPerFrame};
     int unit_type_ = UNITS_INCHES;
@@ -164,6 +170,7 @@ private:
     std::function<void(int, const std::wstring&)> on_progress_;
     std::atomic<bool> cancel_{false};
     int polls_before_cancel_ = 0;  // 0: none is planned
+    int answered_cancels_ = 0;
 
     static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets the cancel flag");
 };

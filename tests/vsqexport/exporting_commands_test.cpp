@@ -1,0 +1,168 @@
+#include "tools/vsqexport/exporting_commands.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <filesystem>
+#include <utility>
+
+#include "platform/files.h"
+#include "standins/host/memory/scene_builder.h"
+#include "tests/support/qort_bytes.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/thrown_text.h"
+#include "tools/vsqexport/interruption.h"
+#include "tools/vsqexport/settings_file.h"
+
+namespace {
+
+using memhost::SceneBuilder;
+using testing::HasSubstr;
+
+// A command of the host, with settings of its own.
+template <typename Report>
+Report carry_out(Report (*command)(memhost::MemoryHost&, vsqexport::PluginCommands&,
+                                   const std::string&),
+                 SceneBuilder& scene, const std::string& path, const char* setting = "Layers=0") {
+    const TemporaryFolder settings;
+    vsqexport::change_settings(settings.path().u8string(), {setting});
+    vsqexport::PluginCommands plugin(scene.host(), settings.path().u8string());
+    const vsqexport::Interruption interruption(scene.host());
+    return command(scene.host(), plugin, path);
+}
+
+TEST(ExportReport, WarnsOfMatricesThatAreNoneAndRefusesAFileThatIsNotWhole) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    Matrix3 invalid;
+    invalid.SetRow(0, Point3(std::numeric_limits<float>::infinity(), 0, 0));
+    scene.node(L"a").transform(invalid);
+    const auto report = carry_out(vsqexport::export_scene, scene, folder / "s.vsq");
+    EXPECT_EQ(report.value().warnings, "1 matrix holds a number that is not finite\n");
+    std::filesystem::resize_file(folder.path() / "s.vsq",
+                                 file_contents(folder / "s.vsq").size() - 3);
+    EXPECT_THROW(vsqexport::report_on_file(folder / "s.vsq", 0), std::runtime_error);
+}
+
+TEST(AnimationCommand, SaysWhatItWrote) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    scene.node(L"a");
+    scene.animation_frames(0, 2);
+    const vsqexport::ExportReport report =
+        carry_out(vsqexport::export_animation, scene, folder / "s.VSQ");
+    const std::string names = folder / "s0000.vsq" + " to " + folder / "s0002.vsq";
+    EXPECT_THAT(report.summary, testing::StartsWith(names + ": 3 frames, "));
+    EXPECT_THAT(report.summary, HasSubstr(" s\n  the first: 1 group, 0 objects, "));
+    EXPECT_THAT(report.summary,
+                HasSubstr("\n  " + folder / "s.py" + ": renders the frames 1 to 2\n"));
+    EXPECT_EQ(report.brief, "3 frames, " + names + ", and the script " + folder / "s.py");
+    EXPECT_EQ(report.warnings, "");
+}
+
+TEST(AnimationCommand, NamesTheFrameThatFailed) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    std::filesystem::create_directory(folder.path() / "s0002.vsq");
+    EXPECT_THAT(
+        thrown_text([&] { carry_out(vsqexport::export_animation, scene, folder / "s.vsq"); }),
+        testing::StartsWith(folder / "s0002.vsq" + ": "));
+}
+
+// What the plug-in tells nobody.
+TEST(AnimationCommand, FailsWhereFilesAreMissing) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    scene.animation_frames(0, 1);
+    const auto check = [&](int last_frame) {
+        const vsqexport::AnimationFiles files(folder / "s.vsq");
+        return thrown_text([&] { vsqexport::report_on_animation(files, last_frame, 0); });
+    };
+    const std::string script = folder / "s.py";
+    EXPECT_EQ(check(1), script + ": the script was not written");
+    carry_out(vsqexport::export_animation, scene, folder / "s.vsq");
+    EXPECT_EQ(check(1), "");
+    EXPECT_EQ(check(2), script + ": the script was not written");  // there is an older one
+    std::filesystem::remove(folder.path() / "s0001.vsq");
+    EXPECT_EQ(check(1), folder / "s0001.vsq" + ": does not exist");
+    std::filesystem::resize_file(folder.path() / "s.py", file_contents(script).size() - 2);
+    EXPECT_EQ(check(1), script + ": the script was not written to its end");
+    EXPECT_THROW(carry_out(vsqexport::export_animation, scene, folder / "s.py"),
+                 std::invalid_argument);
+}
+
+// Presses Ctrl-C when it is read at that tick.
+void add_interrupting_node(SceneBuilder& scene, TimeValue tick) {
+    scene.node(L"a").motion([tick, is_stopped = false](TimeValue t) mutable {
+        if (t == tick && !std::exchange(is_stopped, true)) {
+            std::raise(SIGINT);
+        }
+        return Matrix3();
+    });
+}
+
+// An export by layers doesn't ask whether it is cancelled.
+TEST(ExportCommand, CallsASceneUnfinishedIfThePluginHeardOfACancel) {
+    const TemporaryFolder folder;
+    const std::string target = folder / "s.vsq";
+    const std::pair<const char*, std::string> cases[] = {
+        {"Layers=0", "cancelled, " + target + " holds only a part of the scene"},
+        {"Layers=1", ""},
+    };
+    for (const auto& [setting, told] : cases) {
+        SceneBuilder scene;
+        add_interrupting_node(scene, 0);
+        scene.node(L"b");
+        EXPECT_EQ(thrown_text<vsqexport::Cancelled>([&, &with = setting] {
+                      carry_out(vsqexport::export_scene, scene, target, with);
+                  }),
+                  told);
+    }
+}
+
+TEST(AnimationCommand, SaysWhereACancelStoppedIt) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    add_interrupting_node(scene, 2 * scene.host().ticks_per_frame());
+    EXPECT_EQ(thrown_text<vsqexport::Cancelled>(
+                  [&] { carry_out(vsqexport::export_animation, scene, folder / "s.vsq"); }),
+              "cancelled, " + folder / "s0002.vsq" +
+                  " is the last frame written and may hold only a part");
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "s0002.vsq"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "s0003.vsq"));
+}
+
+// The writer of mesh files tells of a failure on standard error alone. The file's name holds a byte
+// that is no UTF-8, as that of a node can.
+TEST(ExportReport, RefusesASceneWhoseMeshFilesAreMissingOrMalformed) {
+    const TemporaryFolder folder;
+    const std::string mesh = folder / "m" + "\xe4.qorT";
+    const std::string shown = folder / "m" + "\\xe4.qorT";
+    const std::string refused = folder / "s.vsq" + ": its mesh file " + shown + ": ";
+    std::string name = "xX";  // as the scene writes what isn't ASCII
+    for (const unsigned char byte : mesh) {
+        name += {"0123456789abcdef"[byte / 16], "0123456789abcdef"[byte % 16]};
+    }
+    std::ofstream(folder.path() / "s.vsq", std::ios::binary)
+        << "//---quoria:dal:7---\n//---import:dal:1---\n//---id:1---\n"
+           "// This is a Velmora scene file\n\nversion 9\ngroup \"object\" {\nobject \"o\" {\n"
+           "geometry \"triangles\" {\n\"file\" "
+        << name << ",\n}\n}\n}\n";
+    const auto check = [&] { return vsqexport::report_on_file(folder / "s.vsq", 0).summary; };
+    EXPECT_EQ(thrown_text(check), refused + "does not exist");
+    const auto write = [&](const std::string& bytes) {
+        std::FILE* const file = platform::open_file(mesh, "wb");
+        std::fwrite(bytes.data(), 1, bytes.size(), file);
+        std::fclose(file);
+    };
+    using namespace qort_bytes;
+    const std::string whole = header(false, {0, 0, 0, 1, 1, 0}, 64) + block(1, words({0, 1, 2})) +
+                              block(2, floats({0, 0, 0, 1, 0, 0, 0, 1, 0}));
+    write(whole.substr(0, 100));
+    EXPECT_EQ(thrown_text(check),
+              refused + "offset 100: the file ends inside the block of vertices");
+    write(whole);
+    EXPECT_THAT(check(), HasSubstr("\n  " + shown + ": 128 bytes, 0 frames, 1 triangle\n"));
+}
+
+}  // namespace

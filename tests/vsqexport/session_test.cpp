@@ -1,0 +1,91 @@
+#include "tools/vsqexport/session.h"
+
+#include <gtest/gtest.h>
+
+#include "standins/host/memory/scene_builder.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/thrown_text.h"
+
+namespace {
+
+using memhost::SceneBuilder;
+
+class SessionTest : public testing::Test {
+protected:
+    SessionTest() {
+        lid_.child(L"T\u00f6n").hidden();
+        scene_.node(L"Left Arm");
+        scene_.node(L"Lid").child(L"5\" disc");
+    }
+
+    SceneBuilder scene_;
+    memhost::NodeBuilder lid_ = scene_.node(L"Lid").transform(memhost::rotation_z(90));
+    TemporaryFolder settings_;
+    vsqexport::PluginCommands plugin_{scene_.host(), settings_.path().u8string()};
+    vsqexport::Session session_{scene_.host(), plugin_, "demo:none"};
+};
+
+TEST_F(SessionTest, TellsOfEdits) {
+    const std::pair<const char*, const char*> lines[] = {
+        {"", ""},
+        {"nodes", "  Lid\n    T\u00f6n (hidden)\n  Left Arm\n  Lid\n    5\" disc"},
+        {"unhide T\u00f6n", "'T\u00f6n' is shown"},
+        {" hide \t\"Left Arm\"\r", "'Left Arm' is hidden"},
+        {"move Lid 1 -2.5 3e1", "'Lid' stands at 1 -2.5 3e1"},
+        {"rename \"5\"\" disc\" \"a \"\"b\"\"\"", "'5\" disc' is now 'a \"b\"'"},
+        {"delete Lid", "'Lid' is deleted"},
+        {"frame 12", "frame 12"},
+        {"nodes", "  Left Arm (hidden)\n  Lid\n    a \"b\"\n  T\u00f6n"},
+        {"quit", ""},
+    };
+    for (const auto& [line, answer] : lines) {
+        EXPECT_FALSE(session_.is_over());
+        EXPECT_EQ(session_.carry_out(line), answer);
+    }
+    EXPECT_TRUE(session_.is_over());
+    EXPECT_EQ(scene_.host().time(), 12 * scene_.host().ticks_per_frame());
+}
+
+TEST_F(SessionTest, MovesANodeInItsParentsSpaceAsItIsTurned) {
+    session_.carry_out("move T\u00f6n 1 0 0");
+    session_.carry_out("move Lid 0 0 5");
+    const Matrix3 world = lid_.node().children()[0]->GetNodeTM(0);
+    EXPECT_NEAR(world.GetTrans().y, 1, 1e-6);
+    EXPECT_NEAR(world.GetTrans().z, 5, 1e-6);
+}
+
+TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
+    const TemporaryFolder folder;
+    const std::pair<std::string, std::string> lines[] = {
+        {"HIDE Lid", "no command is named 'HIDE' (help lists what there is)"},
+        {"\"\"", "no command is named '' (help lists what there is)"},
+        {"hide", "hide takes NODE"},
+        {"hide Left Arm", "hide takes NODE"},
+        {"update now", "update takes nothing"},
+        {"hide \"Left Arm", "a quotation mark has no partner"},
+        {"hide \"Scene Root\"", "no node is named 'Scene Root' (nodes lists what there is)"},
+        {"delete \"a\x1b\"", "no node is named 'a\\x1b' (nodes lists what there is)"},
+        {"move Lid 1 2 three", "'three' is no coordinate"},
+        {"move Lid 1 2 inf", "'inf' is no coordinate"},
+        {"move Lid 1e9999 2 3", "'1e9999' is no coordinate"},
+        {"frame 1.5", "'1.5' is no frame"},
+        {"frame 99999999999", "'99999999999' is no frame"},
+        {"export -", "standard output is the session's own"},
+        {"export \"\"", "the name of the scene file is empty"},
+        {"animation -", "the name for an animation ends in .vsq, unlike '-'"},
+    };
+    const std::string nodes = session_.carry_out("nodes");
+    for (const auto& [line, refusal] : lines) {
+        const auto carry_out = [&, &wrong = line] { session_.carry_out(wrong); };
+        EXPECT_EQ(thrown_text<std::exception>(carry_out), refusal) << line;
+    }
+    EXPECT_EQ(session_.carry_out("nodes"), nodes);
+    EXPECT_EQ(session_.carry_out("export \"" + folder / "s.vsq" + "\""),
+              "export: 0 objects, 0 cameras, 5 matrices of nodes written to " + folder / "s.vsq");
+    scene_.animation_frames(0, 1);
+    EXPECT_EQ(session_.carry_out("animation \"" + folder / "a.vsq" + "\""),
+              "animation: 2 frames, " + folder / "a0000.vsq" + " to " + folder / "a0001.vsq" +
+                  ", and the script " + folder / "a.py");
+}
+
+}  // namespace

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+namespace vsqexport {
+
+/// The files of an animation, by the path that the user chose for it. All paths are UTF-8.
+///
+///     AnimationFiles files("film/shot.vsq");
+///     files.frame(7);    // film/shot0007.vsq
+///     files.script();    // film/shot.py
+class AnimationFiles {
+public:
+    /// Throws `std::invalid_argument` with one line unless `target` ends in ".vsq".
+    explicit AnimationFiles(const std::string& target);
+
+    /// The scene file of a frame, counted from 0 at the start of the animation range.
+    std::string frame(int number) const;
+
+    /// The script that renders the frames.
+    std::string script() const { return base_ + ".py"; }
+
+    /// Throws `std::runtime_error` unless the script is there, whole, and renders the frames 1 to
+    /// `last_frame` of these files.
+    void check_script(int last_frame) const;
+
+private:
+    std::string base_;  // the path without its ending
+};
+
+}  // namespace vsqexport

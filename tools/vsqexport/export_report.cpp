@@ -1,0 +1,165 @@
+#include "tools/vsqexport/export_report.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <iterator>
+#include <map>
+#include <stdexcept>
+#include <vector>
+
+#include "tools/vsqinfo/display_text.h"
+#include "tools/vsqinfo/qort_reader.h"
+#include "tools/vsqinfo/vsq_reader.h"
+
+namespace vsqexport {
+
+namespace {
+
+struct Counted {
+    std::uint64_t vsqinfo::VsqSummary::*count;
+    const char* one;
+    const char* many;
+};
+
+constexpr Counted kCounted[] = {
+    {&vsqinfo::VsqSummary::groups, "group", "groups"},
+    {&vsqinfo::VsqSummary::objects, "object", "objects"},
+    {&vsqinfo::VsqSummary::triangles, "triangle", "triangles"},
+    {&vsqinfo::VsqSummary::curves, "curve", "curves"},
+    {&vsqinfo::VsqSummary::materials, "material", "materials"},
+    {&vsqinfo::VsqSummary::textures, "texture", "textures"},
+    {&vsqinfo::VsqSummary::lights, "light", "lights"},
+    {&vsqinfo::VsqSummary::cameras, "camera", "cameras"},
+    {&vsqinfo::VsqSummary::animations, "animation", "animations"},
+};
+
+std::string counted(std::uint64_t count, const char* one, const char* many) {
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+std::string size_text(std::uint64_t bytes) {
+    if (bytes < 1000) {
+        return counted(bytes, "byte", "bytes");
+    }
+    constexpr const char* kUnits[] = {"kB", "MB", "GB", "TB"};
+    double size = static_cast<double>(bytes) / 1000;
+    size_t unit = 0;
+    while (size >= 999.95 && unit + 1 < std::size(kUnits)) {
+        size /= 1000;
+        ++unit;
+    }
+    char text[64];
+    std::snprintf(text, sizeof text, "%.1f %s", size, kUnits[unit]);
+    return text;
+}
+
+std::string size_and_time_text(std::uint64_t bytes, double seconds) {
+    char time[64];
+    std::snprintf(time, sizeof time, "%.2f s", seconds);
+    return size_text(bytes) + " in " + time;
+}
+
+std::string contents_text(const vsqinfo::VsqSummary& summary) {
+    std::string text;
+    for (const Counted& entry : kCounted) {
+        text += (text.empty() ? "" : ", ") + counted(summary.*entry.count, entry.one, entry.many);
+    }
+    return text;
+}
+
+vsqinfo::VsqSummary read_scene(const std::string& path) {
+    try {
+        return vsqinfo::read_vsq_file(path);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(path + ": " + error.what());
+    }
+}
+
+// A line for each mesh file of the scene.
+std::string read_libraries(const std::string& scene_path, const vsqinfo::VsqSummary& scene) {
+    std::string lines;
+    for (const std::string& path : scene.library_paths) {
+        const std::string shown = vsqinfo::display_text(path);
+        try {
+            const vsqinfo::QortSummary mesh = vsqinfo::read_qort_file(path);
+            lines += "  " + shown + ": " + size_text(mesh.file_size) + ", " +
+                     counted(mesh.frames.size(), "frame", "frames") + ", " +
+                     counted(mesh.triangles, "triangle", "triangles") + "\n";
+        } catch (const std::runtime_error& error) {
+            throw std::runtime_error(scene_path + ": its mesh file " + shown + ": " + error.what());
+        }
+    }
+    return lines;
+}
+
+std::vector<std::string> warnings_of(const vsqinfo::VsqSummary& summary) {
+    std::vector<std::string> warnings;
+    if (summary.matrices_not_finite > 0) {
+        warnings.push_back(counted(summary.matrices_not_finite, "matrix holds", "matrices hold") +
+                           " a number that is not finite");
+    }
+    for (const std::string& error : summary.error_texts) {
+        warnings.push_back("the scene tells of an error: " + vsqinfo::display_text(error));
+    }
+    return warnings;
+}
+
+}  // namespace
+
+ExportReport report_on_file(const std::string& path, double seconds) {
+    const vsqinfo::VsqSummary summary = read_scene(path);
+    ExportReport report;
+    report.summary = path + ": " + size_and_time_text(summary.file_size, seconds) + "\n  " +
+                     contents_text(summary) + "\n" + read_libraries(path, summary);
+    report.brief = counted(summary.objects, "object", "objects") + ", " +
+                   counted(summary.cameras, "camera", "cameras") + ", " +
+                   counted(summary.node_matrices, "matrix of a node", "matrices of nodes");
+    for (const std::string& warning : warnings_of(summary)) {
+        report.warnings += warning + "\n";
+    }
+    return report;
+}
+
+ExportReport report_on_animation(const AnimationFiles& files, int last_frame, double seconds) {
+    files.check_script(last_frame);
+    std::uint64_t size = 0;
+    std::string first_contents;
+    std::map<std::string, int> frames_with_warning;
+    for (int number = 0; number <= last_frame; ++number) {
+        const std::string path = files.frame(number);
+        const vsqinfo::VsqSummary summary = read_scene(path);
+        size += summary.file_size;
+        if (number == 0) {
+            first_contents = contents_text(summary);
+        }
+        read_libraries(path, summary);
+        for (const std::string& warning : warnings_of(summary)) {
+            ++frames_with_warning[warning];
+        }
+    }
+
+    ExportReport report;
+    const std::string names =
+        files.frame(0) + (last_frame > 0 ? " to " + files.frame(last_frame) : "");
+    const std::string frames =
+        counted(static_cast<std::uint64_t>(last_frame) + 1, "frame", "frames");
+    report.summary = names + ": " + frames + ", " + size_and_time_text(size, seconds) +
+                     "\n  the first: " + first_contents + "\n  " + files.script() + ": renders " +
+                     (last_frame > 0 ? "the frames 1 to " + std::to_string(last_frame)
+                                     : "none, since no frame follows the first") +
+                     "\n";
+    report.brief = frames + ", " + names + ", and the script " + files.script();
+    for (const auto& [warning, count] : frames_with_warning) {
+        report.warnings += warning + " (in " +
+                           counted(static_cast<std::uint64_t>(count), "frame", "frames") + ")\n";
+    }
+    return report;
+}
+
+bool can_be_read_back(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(std::filesystem::u8path(path), ignored);
+}
+
+}  // namespace vsqexport

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <fstream>
+#include <string>
+
+namespace vsqexport {
+
+/// What stands for standard output, in the plug-in's save dialog as well.
+constexpr char kStandardOutput[] = "-";
+
+/// Makes sure of a target before an export starts, as the host's save dialog does: its folder
+/// exists, it is no folder, a file can be written there, and it isn't the model file itself. Pipes
+/// and devices are left alone. Throws `std::runtime_error` with one line that names the target and
+/// the reason. Paths are UTF-8.
+void check_export_target(const std::string& target, const std::string& source);
+
+/// The same for the files of an animation, of which it tries the first.
+void check_animation_target(const std::string& target, const std::string& source);
+
+/// A stream to the target if that is a pipe, for as long as the plug-in writes there; a closed one
+/// for all else. It is opened as soon as somebody reads from the pipe: a reader that came only
+/// after the plug-in has closed the pipe would find it empty.
+std::ofstream wait_for_reader(const std::string& target);
+
+/// True for `kStandardOutput`, and for whatever path leads to the same device or file.
+bool is_standard_output(const std::string& target);
+
+}  // namespace vsqexport

@@ -1,0 +1,164 @@
+#include "tools/vsqexport/import/animation_import.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <utility>
+
+#include "tools/vsqexport/import/left_out.h"
+#include "tools/vsqexport/import/matrix_conversion.h"
+#include "tools/vsqexport/import/model_reader.h"
+
+namespace vsqexport {
+namespace {
+
+// The frames of 3DS files are played at 30 a second, which their reader doesn't say; for the others
+// assimp's own default holds.
+double file_ticks_per_second(const aiScene& model, const aiAnimation& animation) {
+    constexpr double kMost = 1e9;
+    const double given = animation.mTicksPerSecond;
+    if (given > 0.0 && given < kMost) {
+        return given;
+    }
+    return reader_of(model) == k3dsReader ? 30.0 : 25.0;
+}
+
+// The animation whose motions are taken, or null. What else there is gets a line.
+const aiAnimation* choose_animation(const aiScene& model, std::vector<std::string>& warnings) {
+    const aiAnimation* chosen = nullptr;
+    int others = 0;
+    bool changes_meshes = false;
+    for (unsigned i = 0; i < model.mNumAnimations; ++i) {
+        const aiAnimation& animation = *model.mAnimations[i];
+        changes_meshes = changes_meshes || animation.mNumMeshChannels != 0;
+        if (animation.mNumChannels == 0 && animation.mNumMorphMeshChannels == 0) {
+            continue;
+        }
+        if (chosen) {
+            ++others;
+        } else {
+            chosen = &animation;
+        }
+    }
+    if (others > 0) {
+        warnings.push_back("of its animations only \"" + std::string(chosen->mName.C_Str()) +
+                           "\" is taken, " + std::to_string(others) + " more are left out");
+    }
+    if (changes_meshes) {
+        warnings.push_back("the exchange of its meshes for others over time is left out");
+    }
+    return chosen;
+}
+
+Matrix3 product(const Matrix3& before, const Matrix3& matrix, const Matrix3& after) {
+    // A place that nothing is to be done with keeps its bits.
+    const Matrix3 first = is_identity(before) ? matrix : before * matrix;
+    return is_identity(after) ? first : first * after;
+}
+
+}  // namespace
+
+ModelAnimation::ModelAnimation(const aiScene& model, const NodeIndex& nodes,
+                               std::vector<std::string>& warnings) {
+    const aiAnimation* animation = choose_animation(model, warnings);
+    if (!animation) {
+        return;
+    }
+    read(*animation, nodes, file_ticks_per_second(model, *animation), warnings);
+
+    constexpr double kLongestSeconds = 3600;
+    if (end_seconds_ > kLongestSeconds) {
+        char line[100];
+        std::snprintf(line, sizeof line, "its animation lasts %.6g seconds, the range only %.6g",
+                      end_seconds_, kLongestSeconds);
+        warnings.push_back(line);
+        end_seconds_ = kLongestSeconds;
+    }
+}
+
+void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
+                          double file_ticks_per_second, std::vector<std::string>& warnings) {
+    LeftOut left_out("motion of");
+    int dropped_keys = 0;
+    for (unsigned i = 0; i < animation.mNumChannels; ++i) {
+        const aiNodeAnim& channel = *animation.mChannels[i];
+        const std::string name = channel.mNodeName.C_Str();
+        const aiNode* node = nodes.find(channel.mNodeName);
+        if (!node) {
+            left_out.add(name, "no node has that name");
+            continue;
+        }
+        if (!channel.mNumPositionKeys && !channel.mNumRotationKeys && !channel.mNumScalingKeys) {
+            left_out.add(name, "it has no keys");
+            continue;
+        }
+        auto motion =
+            std::make_shared<NodeMotion>(channel, node->mTransformation, file_ticks_per_second);
+        const double end_seconds = motion->end_seconds();
+        dropped_keys += motion->dropped_keys();
+        if (!motions_.emplace(node, std::move(motion)).second) {
+            left_out.add(name, "the node has another one");
+            continue;
+        }
+        end_seconds_ = std::max(end_seconds_, end_seconds);
+    }
+    left_out.warn(warnings);
+    read_morphs(animation, file_ticks_per_second, dropped_keys);
+    if (dropped_keys > 0) {
+        warnings.push_back("keys of its animation are left out: " + std::to_string(dropped_keys) +
+                           " hold something that isn't a number");
+    }
+}
+
+// Readers name a channel by the node or by the mesh, and some add a star and a number.
+void ModelAnimation::read_morphs(const aiAnimation& animation, double file_ticks_per_second,
+                                 int& dropped_keys) {
+    for (unsigned i = 0; i < animation.mNumMorphMeshChannels; ++i) {
+        const aiMeshMorphAnim& channel = *animation.mMorphMeshChannels[i];
+        const std::string name = channel.mName.C_Str();
+        const auto motion = std::make_shared<MorphMotion>(channel, file_ticks_per_second);
+        dropped_keys += motion->dropped_keys();
+        end_seconds_ = std::max(end_seconds_, motion->end_seconds());
+        morphs_.emplace(name.substr(0, name.rfind('*')), motion);
+    }
+}
+
+std::shared_ptr<const NodeMotion> ModelAnimation::motion_of(const aiNode& node) const {
+    const auto found = motions_.find(&node);
+    return found == motions_.end() ? nullptr : found->second;
+}
+
+std::shared_ptr<const MorphMotion> ModelAnimation::morph_of(const aiNode& node,
+                                                            const aiMesh& mesh) const {
+    for (const aiString& name : {node.mName, mesh.mName}) {
+        if (const auto found = morphs_.find(name.C_Str()); found != morphs_.end()) {
+            return found->second;
+        }
+    }
+    return nullptr;
+}
+
+memhost::LocalTransform ModelAnimation::place(const aiNode& node, const Matrix3& before,
+                                              const Matrix3& after) const {
+    const auto found = motions_.find(&node);
+    if (found == motions_.end()) {
+        return memhost::LocalTransform(product(before, host_matrix(node.mTransformation), after));
+    }
+    const std::shared_ptr<const NodeMotion> motion = found->second;
+    if (motion->is_still()) {
+        return memhost::LocalTransform(product(before, motion->at(0), after));
+    }
+    return memhost::LocalTransform(
+        [motion, before, after](TimeValue t) { return product(before, motion->at(t), after); });
+}
+
+void ModelAnimation::set_range(memhost::SceneBuilder& scene) const {
+    if (end_seconds_ <= 0.0) {
+        return;
+    }
+    constexpr double kTimeNoise = 1e-3;  // in frames; keys at whole frames are often rounded
+    const double frames = end_seconds_ * TIME_TICKSPERSEC / scene.host().ticks_per_frame();
+    scene.animation_frames(0, std::max(1, static_cast<int>(std::ceil(frames - kTimeNoise))));
+}
+
+}  // namespace vsqexport

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <assimp/scene.h>
+
+#include "standins/host/memory/local_transform.h"
+#include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/import/morph_motion.h"
+#include "tools/vsqexport/import/node_index.h"
+#include "tools/vsqexport/import/node_motion.h"
+
+namespace vsqexport {
+
+/// The motion that a model file gives to its nodes and to the shapes of its meshes. Of several
+/// animations, which are takes of the same nodes, it is that of the first one that has any.
+class ModelAnimation {
+public:
+    /// `warnings` gets a line for each kind of thing that is left out.
+    ModelAnimation(const aiScene& model, const NodeIndex& nodes,
+                   std::vector<std::string>& warnings);
+
+    bool animates(const aiNode& node) const { return motions_.count(&node) != 0; }
+
+    /// Null for a node that has no keys.
+    std::shared_ptr<const NodeMotion> motion_of(const aiNode& node) const;
+
+    /// What becomes of the morph targets of a mesh that a node shows; null if the file doesn't say.
+    std::shared_ptr<const MorphMotion> morph_of(const aiNode& node, const aiMesh& mesh) const;
+
+    /// The node's place in its parent's space over time, with a transform applied before it and
+    /// another one after it.
+    memhost::LocalTransform place(const aiNode& node, const Matrix3& before,
+                                  const Matrix3& after) const;
+
+    /// Makes the animation range of `scene` go from frame 0 to the last key, in whole frames of the
+    /// scene's length. It stays what it is if the file has no keys past time 0.
+    void set_range(memhost::SceneBuilder& scene) const;
+
+private:
+    void read(const aiAnimation& animation, const NodeIndex& nodes, double file_ticks_per_second,
+              std::vector<std::string>& warnings);
+    void read_morphs(const aiAnimation& animation, double file_ticks_per_second, int& dropped_keys);
+
+    std::map<const aiNode*, std::shared_ptr<const NodeMotion>> motions_;
+    std::map<std::string, std::shared_ptr<const MorphMotion>> morphs_;  // by node or mesh
+    double end_seconds_ = 0;
+};
+
+}  // namespace vsqexport

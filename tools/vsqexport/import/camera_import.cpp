@@ -1,0 +1,125 @@
+#include "tools/vsqexport/import/camera_import.h"
+
+#include <cmath>
+#include <memory>
+
+#include "standins/host/memory/cameras.h"
+#include "tools/vsqexport/import/left_out.h"
+#include "tools/vsqexport/import/model_reader.h"
+
+namespace vsqexport {
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+// These leave assimp's default direction, the positive z axis of the node, while the cameras of
+// their files look along the negative one.
+constexpr const char* kReadersOfNoDirection[] = {"ASE Importer", "LightWave Scene Importer",
+                                                 "Open Game Engine Exchange"};
+
+bool gives_direction(const std::string& reader) {
+    for (const char* other : kReadersOfNoDirection) {
+        if (reader == other) {
+            return false;
+        }
+    }
+    return true;
+}
+
+struct Direction {
+    double x, y, z;
+};
+
+Direction cross(const Direction& a, const Direction& b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+// False for a vector that is too short to have a direction, or isn't finite.
+bool normalize(Direction& v) {
+    const double length = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
+    if (!(length > 1e-6) || !std::isfinite(length)) {
+        return false;
+    }
+    v = {v.x / length, v.y / length, v.z / length};
+    return true;
+}
+
+Point3 to_point(const Direction& v) {
+    // No negative zeros.
+    return {static_cast<float>(v.x) + 0.0f, static_cast<float>(v.y) + 0.0f,
+            static_cast<float>(v.z) + 0.0f};
+}
+
+// Leaves the rows of a camera's matrix alone if there is no direction.
+bool set_direction(const aiVector3D& look, const aiVector3D& up, Matrix3& node_from_camera) {
+    Direction back = {0.0 - look.x, 0.0 - look.y, 0.0 - look.z};
+    if (!normalize(back)) {
+        return false;
+    }
+    Direction right = cross({up.x, up.y, up.z}, back);
+    if (!normalize(right)) {
+        // It looks straight up or down; any side is as good as another.
+        right = std::fabs(back.x) < 0.5 ? cross({1, 0, 0}, back) : cross({0, 1, 0}, back);
+        normalize(right);
+    }
+    node_from_camera.SetRow(0, to_point(right));
+    node_from_camera.SetRow(1, to_point(cross(back, right)));
+    node_from_camera.SetRow(2, to_point(back));
+    return true;
+}
+
+// The whole angle from side to side. Assimp's text speaks of half of it, but its readers hand on
+// what their files hold, which is the whole.
+float horizontal_angle(const aiCamera& camera, const std::string& reader) {
+    double degrees = camera.mHorizontalFOV * 180.0 / kPi;
+    if (reader == k3dsReader) {
+        degrees =
+            2400.0 / degrees;  // it takes the length of the lens, in millimetres, for the angle
+    }
+    constexpr double kUsual = 45;
+    const bool is_sensible = degrees >= 1.0 && degrees <= 179.0;
+    return static_cast<float>((is_sensible ? degrees : kUsual) * kPi / 180.0);
+}
+
+std::shared_ptr<Object> make_camera(const aiCamera& source, const std::string& reader) {
+    auto camera = std::make_shared<memhost::MemoryCamera>();
+    camera->fov(horizontal_angle(source, reader));
+    camera->orthographic(source.mOrthographicWidth > 0);
+
+    const aiCamera unset;
+    const bool has_planes = source.mClipPlaneNear != unset.mClipPlaneNear ||
+                            source.mClipPlaneFar != unset.mClipPlaneFar;
+    if (has_planes && source.mClipPlaneNear > 0 && source.mClipPlaneFar > source.mClipPlaneNear &&
+        std::isfinite(source.mClipPlaneFar)) {
+        camera->planes(source.mClipPlaneNear, source.mClipPlaneFar).manual_clip();
+    }
+    return camera;
+}
+
+}  // namespace
+
+void import_cameras(const aiScene& model, const NodeIndex& nodes, HeldObjects& held,
+                    std::vector<std::string>& warnings) {
+    const std::string reader = reader_of(model);
+    LeftOut left_out("camera");
+    for (unsigned i = 0; i < model.mNumCameras; ++i) {
+        const aiCamera& source = *model.mCameras[i];
+        const std::string name = source.mName.C_Str();
+        const aiNode* node = nodes.find(source.mName);
+        if (!node) {
+            left_out.add(name, "no node has that name");
+            continue;
+        }
+        HeldObject camera = {name, make_camera(source, reader), Matrix3()};
+        camera.node_from_object.SetRow(3, place_in_node(*node, source.mPosition));
+        if (gives_direction(reader) &&
+            !set_direction(source.mLookAt, source.mUp, camera.node_from_object)) {
+            left_out.add(name, "it has no direction");
+            continue;
+        }
+        held[node].push_back(std::move(camera));
+    }
+    left_out.warn(warnings);
+}
+
+}  // namespace vsqexport

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <assimp/scene.h>
+
+#include "tools/vsqexport/import/held_objects.h"
+#include "tools/vsqexport/import/node_index.h"
+
+namespace vsqexport {
+
+/// Adds a model's cameras to `held`, each with the node that it names. They look along the negative
+/// z axis of their own space with y up, as the host's do.
+void import_cameras(const aiScene& model, const NodeIndex& nodes, HeldObjects& held,
+                    std::vector<std::string>& warnings);
+
+}  // namespace vsqexport

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <assimp/scene.h>
+
+#include "standins/host/sdk/max.h"
+#include "tools/vsqexport/import/animation_import.h"
+#include "tools/vsqexport/import/mesh_deformation_builder.h"
+#include "tools/vsqexport/import/mesh_import.h"
+#include "tools/vsqexport/import/node_index.h"
+
+namespace vsqexport {
+
+/// The bones and morph targets of a model's meshes, and what they make of the mesh of a node.
+class DeformingParts {
+public:
+    /// Borrows the model and its animation. `warnings` gets a line for each kind of thing that is
+    /// left out.
+    DeformingParts(const aiScene& model, const NodeIndex& nodes, const ModelAnimation& animation,
+                   std::vector<std::string>& warnings);
+
+    /// Whether a mesh has bones or targets, so that each node that shows it has a mesh of its own.
+    bool deforms(const aiMesh& mesh) const { return meshes_.count(&mesh) != 0; }
+
+    /// Like `join_parts`, for parts of which some deform. `deformation` is what the mesh goes
+    /// through as `node` shows it.
+    bool join(const aiNode& node, const std::vector<MeshPart>& parts, Mesh& target,
+              std::shared_ptr<const MeshDeformation>& deformation) const;
+
+private:
+    struct Deforming {
+        BoneWeights bones;
+        std::vector<MorphTarget> targets;
+    };
+
+    const ModelAnimation& animation_;
+    std::map<const aiMesh*, Deforming> meshes_;
+};
+
+}  // namespace vsqexport

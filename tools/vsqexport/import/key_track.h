@@ -1,0 +1,159 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include <assimp/anim.h>
+
+#include "standins/host/sdk/max.h"
+
+namespace vsqexport {
+
+/// A value of `N` numbers over the time of a file, told by keys.
+///
+/// Before the first key and behind the last the nearest one holds, unless the track is told that it
+/// goes on or starts anew.
+template <std::size_t N>
+class KeyTrack {
+public:
+    using Value = std::array<double, N>;
+
+    /// Where a time lies: `part` is 0 at the value `from` and 1 at `to`.
+    struct Span {
+        const Value* from;
+        const Value* to;
+        double part;
+    };
+
+    /// In any order. False for a key that isn't made of numbers, which is dropped.
+    bool add(double time, const Value& value) {
+        const bool is_sound =
+            std::isfinite(time) &&
+            std::all_of(value.begin(), value.end(), [](double n) { return std::isfinite(n); });
+        if (is_sound) {
+            keys_.push_back({time, value});
+        }
+        return is_sound;
+    }
+
+    /// Comes behind the keys. Without any, the track has that one value.
+    void finish(const Value& rest, aiAnimBehaviour before_first, aiAnimBehaviour behind_last) {
+        if (keys_.empty()) {
+            keys_.push_back({0.0, rest});
+        }
+        std::stable_sort(keys_.begin(), keys_.end(),
+                         [](const Key& a, const Key& b) { return a.time < b.time; });
+        before_first_ = before_first;
+        behind_last_ = behind_last;
+    }
+
+    /// Calls `visit` with each value and the one before it.
+    template <typename Visit>
+    void for_each_pair(Visit visit) {
+        for (std::size_t i = 1; i < keys_.size(); ++i) {
+            visit(keys_[i - 1].value, keys_[i].value);
+        }
+    }
+
+    bool is_still() const {
+        return std::all_of(keys_.begin(), keys_.end(),
+                           [this](const Key& key) { return key.value == keys_[0].value; });
+    }
+
+    double end() const { return keys_.back().time; }
+
+    Span span_at(double time) const {
+        const double first = keys_.front().time;
+        const double last = keys_.back().time;
+        if (time < first || time > last || first == last) {
+            const Value* nearest = time < first ? &keys_.front().value : &keys_.back().value;
+            const aiAnimBehaviour behaviour = time < first ? before_first_ : behind_last_;
+            if (first == last) {
+                return {nearest, nearest, 0};
+            }
+            if (behaviour == aiAnimBehaviour_REPEAT) {
+                time = std::fmod(time - first, last - first);
+                time += time < 0.0 ? last : first;
+            } else if (behaviour != aiAnimBehaviour_LINEAR) {
+                return {nearest, nearest, 0};
+            }
+        }
+        const std::size_t to = next_key(time);
+        const double gap = keys_[to].time - keys_[to - 1].time;
+        return {&keys_[to - 1].value, &keys_[to].value,
+                gap > 0.0 ? (time - keys_[to - 1].time) / gap : 1.0};
+    }
+
+    Value between_keys(double time) const {
+        const Span span = span_at(time);
+        Value value;
+        for (std::size_t i = 0; i < N; ++i) {
+            value[i] = (*span.from)[i] * (1.0 - span.part) + (*span.to)[i] * span.part;
+        }
+        return value;
+    }
+
+    /// Narrows `valid`, in ticks of the host, to those around `t` at which the value is the same,
+    /// as far as keys that follow each other tell it.
+    void narrow_to_rest(TimeValue t, double file_ticks_per_second, Interval& valid) const {
+        if (keys_.size() == 1) {
+            return;
+        }
+        const double time = t * file_ticks_per_second / TIME_TICKSPERSEC;
+        const bool is_before = time < keys_.front().time;
+        const bool is_behind = time >= keys_.back().time;
+        std::size_t from = is_before ? 0 : is_behind ? keys_.size() - 1 : next_key(time) - 1;
+        std::size_t to = is_before || keys_[from].time == time || is_behind ? from : from + 1;
+        if (keys_[from].value != keys_[to].value || (is_before && goes_on(before_first_)) ||
+            (time > keys_.back().time && goes_on(behind_last_))) {
+            valid &= Interval(t, t);
+            return;
+        }
+        while (from > 0 && keys_[from - 1].value == keys_[from].value) {
+            --from;
+        }
+        while (to + 1 < keys_.size() && keys_[to + 1].value == keys_[to].value) {
+            ++to;
+        }
+        if (from > 0 || goes_on(before_first_)) {
+            const double start =
+                std::ceil(keys_[from].time * TIME_TICKSPERSEC / file_ticks_per_second);
+            valid &= Interval(clamped(start, TIME_NegInfinity, t), TIME_PosInfinity);
+        }
+        if (to + 1 < keys_.size() || goes_on(behind_last_)) {
+            const double stop =
+                std::floor(keys_[to].time * TIME_TICKSPERSEC / file_ticks_per_second);
+            valid &= Interval(TIME_NegInfinity, clamped(stop, t, TIME_PosInfinity));
+        }
+    }
+
+private:
+    struct Key {
+        double time;
+        Value value;
+    };
+
+    static bool goes_on(aiAnimBehaviour behaviour) {
+        return behaviour == aiAnimBehaviour_REPEAT || behaviour == aiAnimBehaviour_LINEAR;
+    }
+
+    static TimeValue clamped(double ticks, TimeValue least, TimeValue most) {
+        return static_cast<TimeValue>(std::clamp<double>(ticks, least, most));
+    }
+
+    // The first key behind `time`, but for the ends: at least the second and at most the last.
+    std::size_t next_key(double time) const {
+        const auto next = std::upper_bound(keys_.begin() + 1, keys_.end() - 1, time,
+                                           [](double t, const Key& key) { return t < key.time; });
+        return static_cast<std::size_t>(next - keys_.begin());
+    }
+
+    std::vector<Key> keys_;  // ascending, at least one
+    aiAnimBehaviour before_first_ = aiAnimBehaviour_DEFAULT;
+    aiAnimBehaviour behind_last_ = aiAnimBehaviour_DEFAULT;
+};
+
+}  // namespace vsqexport

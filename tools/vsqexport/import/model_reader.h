@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include <assimp/commonMetaData.h>
+#include <assimp/scene.h>
+
+namespace vsqexport {
+
+inline constexpr const char* k3dsReader = "Discreet 3DS Importer";
+inline constexpr const char* kFbxReader = "Autodesk FBX Importer";
+
+/// The name of the assimp reader that a model comes from, as far as it says.
+inline std::string reader_of(const aiScene& model) {
+    aiString reader;
+    if (model.mMetaData) {
+        model.mMetaData->Get(AI_METADATA_SOURCE_FORMAT, reader);
+    }
+    return reader.C_Str();
+}
+
+}  // namespace vsqexport

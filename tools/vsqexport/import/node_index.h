@@ -1,0 +1,23 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include <assimp/scene.h>
+
+namespace vsqexport {
+
+/// Finds the nodes that a model's cameras, lights and animations name: of several with one name
+/// the first, parents before their children.
+class NodeIndex {
+public:
+    explicit NodeIndex(const aiScene& model);
+
+    /// Null if no node is named so.
+    const aiNode* find(const aiString& name) const;
+
+private:
+    std::map<std::string, const aiNode*> nodes_;
+};
+
+}  // namespace vsqexport

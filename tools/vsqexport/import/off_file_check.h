@@ -1,0 +1,11 @@
+#pragma once
+
+#include <istream>
+
+namespace vsqexport {
+
+/// False for an OFF file whose header promises more vertices or faces than it has bytes. Assimp
+/// believes the header and fills gigabytes of memory before it notices. Other files pass.
+bool off_counts_fit_file(std::istream& file);
+
+}  // namespace vsqexport

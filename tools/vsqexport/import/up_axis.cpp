@@ -1,0 +1,62 @@
+#include "tools/vsqexport/import/up_axis.h"
+
+#include <string>
+
+#include <assimp/commonMetaData.h>
+#include <assimp/scene.h>
+
+#include "standins/host/memory/placement.h"
+
+namespace vsqexport {
+namespace {
+
+// Assimp's readers turn a scene to Y up on the way (3DS, ASE, COLLADA), hand on what the file says
+// (FBX), or do neither; these formats are Z up by definition and reach us so.
+constexpr const char* kReadersOfZUp[] = {"Blender 3D Importer", "3mf Importer"};
+
+int up_axis(const aiScene& model) {
+    constexpr int kY = 1;
+    constexpr int kZ = 2;
+    if (!model.mMetaData) {
+        return kY;
+    }
+    int axis = kY;
+    if (model.mMetaData->Get("UpAxis", axis)) {
+        return axis;
+    }
+    aiString reader;
+    if (model.mMetaData->Get(AI_METADATA_SOURCE_FORMAT, reader)) {
+        for (const char* z_up : kReadersOfZUp) {
+            if (std::string(reader.C_Str()).rfind(z_up, 0) == 0) {
+                return kZ;
+            }
+        }
+    }
+    return kY;
+}
+
+bool points_down(const aiScene& model) {
+    int sign = 1;
+    return model.mMetaData && model.mMetaData->Get("UpAxisSign", sign) && sign < 0;
+}
+
+// Rotations that only exchange axes, so that no number is rounded.
+Matrix3 turned_from(int up_axis) {
+    switch (up_axis) {
+        case 0:
+            return Matrix3({0, 0, 1}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0});
+        case 2:
+            return Matrix3();
+        default:
+            return Matrix3({1, 0, 0}, {0, 0, 1}, {0, -1, 0}, {0, 0, 0});
+    }
+}
+
+}  // namespace
+
+Matrix3 scene_from_model(const aiScene& model) {
+    const Matrix3 turned = turned_from(up_axis(model));
+    return points_down(model) ? turned * memhost::rotation_x(180) : turned;
+}
+
+}  // namespace vsqexport

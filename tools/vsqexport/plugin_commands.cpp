@@ -1,0 +1,125 @@
+#include "tools/vsqexport/plugin_commands.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <stdexcept>
+#include <utility>
+
+#include "platform/files.h"
+#include "platform/folders.h"
+#include "standins/host/memory/host_text.h"
+#include "tools/vsqexport/plugin_library.h"
+
+#ifdef _WIN32
+#define VSQ_EXPORTED __declspec(dllexport)
+#else
+#define VSQ_EXPORTED __attribute__((visibility("default")))
+#endif
+
+namespace {
+
+// Takes down the message boxes that come up while it lives, one at a time.
+class BoxRecord {
+public:
+    BoxRecord() { open_record = this; }
+    BoxRecord(const BoxRecord&) = delete;
+    BoxRecord& operator=(const BoxRecord&) = delete;
+    ~BoxRecord() { open_record = nullptr; }
+
+    std::vector<std::string> texts;
+
+    static BoxRecord* open_record;  // or null
+};
+
+BoxRecord* BoxRecord::open_record = nullptr;
+
+}  // namespace
+
+// Found by this name by whoever is loaded into the process and has something to tell: the headless
+// host takes down what would else come up in a box.
+extern "C" VSQ_EXPORTED void vsq_host_message_box(const char* text, const char*, std::uint32_t) {
+    if (BoxRecord::open_record != nullptr) {
+        BoxRecord::open_record->texts.push_back(text);
+    } else {
+        std::fprintf(stderr, "vsqexport: %s\n", text);
+    }
+}
+
+namespace vsqexport {
+
+namespace {
+
+constexpr char kPluginFile[] = "VSQExportR2023.dle";
+
+// It stays loaded until the process ends, as in the host.
+const PluginLibrary& plugin_library() {
+    static const auto* const library =
+        new PluginLibrary(platform::program_folder() + platform::kSeparator + kPluginFile);
+    return *library;
+}
+
+// A utility is the host's until the process ends, also when it has been stopped.
+std::vector<GUP*>& utilities() {
+    static auto* const all = new std::vector<GUP*>;
+    return *all;
+}
+
+}  // namespace
+
+PluginCommands::PluginCommands(memhost::MemoryHost& host, const std::string& settings_folder)
+    : host_(host) {
+    host_.set_config_folder(memhost::units_from_utf8(settings_folder));
+    ClassDesc& class_desc = plugin_library().class_desc();
+    host_.actions().add_tables(class_desc);
+    plugin_ = static_cast<GUP*>(class_desc.Create(FALSE));
+    utilities().push_back(plugin_);
+    plugin_->Start();
+}
+
+PluginCommands::~PluginCommands() {
+    plugin_->Stop();
+    plugin_->DeleteThis();
+}
+
+std::vector<std::string> PluginCommands::render() {
+    return press(L"Velmora/Render");
+}
+
+std::vector<std::string> PluginCommands::update() {
+    return press(L"Velmora/Update");
+}
+
+std::vector<std::string> PluginCommands::export_to(const std::string& path) {
+    host_.answer_save_dialog(path);
+    return press(L"Velmora/Export");
+}
+
+std::vector<std::string> PluginCommands::export_animation_to(const std::string& path) {
+    host_.answer_save_dialog(path);
+    return press(L"Velmora/Export Animation ");
+}
+
+std::vector<std::string> PluginCommands::settings() {
+    return press(L"Velmora/Settings");
+}
+
+std::vector<std::string> PluginCommands::press(const wchar_t* entry) {
+    BoxRecord record;
+    if (!host_.menus().press(entry)) {
+        throw std::runtime_error("the plug-in shows no '" + memhost::utf8_from_units(entry) +
+                                 "' in the menu");
+    }
+    return std::move(record.texts);
+}
+
+void throw_if_told(const std::vector<std::string>& texts, const std::string& prefix) {
+    std::string lines;
+    for (const std::string& text : texts) {
+        lines += (lines.empty() ? "" : "\n") + prefix + text;
+    }
+    if (!lines.empty()) {
+        throw std::runtime_error(lines);
+    }
+}
+
+}  // namespace vsqexport

@@ -1,0 +1,54 @@
+#include "tools/vsqexport/scene_source.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+#include "standins/host/memory/demo_scenes.h"
+#ifdef VSQ_WITH_IMPORTER
+#include "tools/vsqexport/import/model_import.h"
+#endif
+
+namespace vsqexport {
+
+namespace {
+
+const std::string kDemoPrefix = "demo:";
+
+void load_demo(const std::string& name, memhost::SceneBuilder& scene) {
+    const memhost::DemoScene* demo = memhost::find_demo_scene(name);
+    if (demo == nullptr) {
+        std::string known;
+        for (const memhost::DemoScene& candidate : memhost::demo_scenes()) {
+            known += (known.empty() ? "" : ", ") + std::string(candidate.name);
+        }
+        throw std::runtime_error("no demo scene is named '" + name + "' (there are: " + known +
+                                 ")");
+    }
+    demo->build(scene);
+}
+
+}  // namespace
+
+void load_scene(const std::string& source, memhost::SceneBuilder& scene) {
+    if (source.compare(0, kDemoPrefix.size(), kDemoPrefix) == 0) {
+        load_demo(source.substr(kDemoPrefix.size()), scene);
+        return;
+    }
+#ifdef VSQ_WITH_IMPORTER
+    for (const std::string& warning : vsqexport::import_model(source, scene)) {
+        std::fprintf(stderr, "vsqexport: warning: %s\n", warning.c_str());
+    }
+#else
+    throw std::runtime_error(source + ": this build reads no model files, only demo scenes");
+#endif
+}
+
+std::string list_of_demo_scenes() {
+    std::string list;
+    for (const memhost::DemoScene& demo : memhost::demo_scenes()) {
+        list += "  " + kDemoPrefix + demo.name + ": " + demo.description + "\n";
+    }
+    return list;
+}
+
+}  // namespace vsqexport

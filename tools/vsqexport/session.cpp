@@ -1,0 +1,264 @@
+#include "tools/vsqexport/session.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+#include <stdexcept>
+#include <utility>
+
+#include "standins/host/memory/host_text.h"
+#include "tools/vsqexport/command_words.h"
+#include "tools/vsqexport/export_target.h"
+#include "tools/vsqexport/exporting_commands.h"
+#include "tools/vsqexport/frame_number.h"
+#include "tools/vsqexport/interruption.h"
+#include "tools/vsqexport/terminal.h"
+#include "tools/vsqinfo/display_text.h"
+
+namespace vsqexport {
+
+namespace {
+
+using memhost::MemoryNode;
+
+constexpr char kPrompt[] = "> ";
+
+float parse_coordinate(const std::string& text) {
+    float number = 0;
+    char behind = 0;
+    if (std::sscanf(text.c_str(), "%f%c", &number, &behind) != 1 || !std::isfinite(number)) {
+        throw std::invalid_argument("'" + text + "' is no coordinate");
+    }
+    return number;
+}
+
+std::string shown(const std::string& bytes) {
+    return "'" + vsqinfo::display_text(bytes) + "'";
+}
+
+std::string sent(const char* command, const SentScene& scene) {
+    std::fputs(scene.report.warnings.c_str(), stderr);
+    return std::string(command) + ": " + scene.report.brief + " sent to " + scene.renderer_text() +
+           (scene.was_started ? ", which was started" : "");
+}
+
+}  // namespace
+
+const Session::Command Session::kCommands[] = {
+    {"render", "", "send the whole scene to the renderer", &Session::render},
+    {"update", "", "send what has changed since the last render, update or export, and all hair",
+     &Session::update},
+    {"export", "FILE", "write the whole scene to a scene file", &Session::write},
+    {"animation", "FILE", "write each frame to a scene file of its own, and a script beside them",
+     &Session::write_animation},
+    {"hide", "NODE", "leave the node's object out", &Session::hide},
+    {"unhide", "NODE", "take it in again", &Session::unhide},
+    {"move", "NODE X Y Z", "put the node there in its parent's space, as it is turned now",
+     &Session::move},
+    {"delete", "NODE", "take the node out; those below it go to its parent", &Session::remove},
+    {"rename", "NODE NAME", "give the node another name", &Session::rename},
+    {"frame", "N", "go to that frame", &Session::go_to_frame},
+    {"nodes", "", "list the nodes of the scene", &Session::list_nodes},
+    {"settings", "", "open the settings dialog", &Session::settings},
+    {"help", "", "list the commands", &Session::list_commands},
+    {"quit", "", "end the session", &Session::quit},
+};
+
+Session::Session(memhost::MemoryHost& host, PluginCommands& plugin, std::string scene)
+    : host_(host), plugin_(plugin), scene_(std::move(scene)) {}
+
+std::string Session::carry_out(const std::string& line) {
+    const Words words = command_words(line);
+    if (words.empty()) {
+        return "";
+    }
+    for (const Command& command : kCommands) {
+        if (words.front() != command.name) {
+            continue;
+        }
+        const Words wanted = command_words(command.arguments);
+        if (words.size() != 1 + wanted.size()) {
+            throw std::invalid_argument(words.front() + " takes " +
+                                        (wanted.empty() ? "nothing" : command.arguments));
+        }
+        // Also after a failure: the host tells its events whatever becomes of a command.
+        struct Idle {
+            ~Idle() { events.deliver(); }
+            memhost::SceneEvents& events;
+        } const when_idle{host_.events()};
+        return (this->*command.act)(words);
+    }
+    throw std::invalid_argument("no command is named " + shown(words.front()) +
+                                " (help lists what there is)");
+}
+
+std::string Session::help() {
+    std::string list;
+    for (const Command& command : kCommands) {
+        const std::string form =
+            std::string(command.name) + (*command.arguments != 0 ? " " : "") + command.arguments;
+        list += "  " + form + std::string(std::max<size_t>(18 - form.size(), 1), ' ') +
+                command.help + "\n";
+    }
+    return list +
+           "A name with blanks stands in quotation marks; of several nodes with one name the "
+           "first\n"
+           "in the list is meant. When the session starts, all of the scene is new: a first "
+           "update\n"
+           "sends everything, too.";
+}
+
+std::string Session::render(const Words&) {
+    const Interruption interruption(host_);
+    return sent("render", send_scene(host_, plugin_, Sending::kRender));
+}
+
+std::string Session::update(const Words&) {
+    const Interruption interruption(host_);
+    return sent("update", send_scene(host_, plugin_, Sending::kUpdate));
+}
+
+std::string Session::write(const Words& words) {
+    const std::string& target = words[1];
+    if (is_standard_output(target)) {
+        throw std::runtime_error("standard output is the session's own");
+    }
+    check_export_target(target, scene_);
+    const Interruption interruption(host_);
+    const std::optional<ExportReport> report = export_scene(host_, plugin_, target);
+    if (!report) {
+        return "export: written to " + target;
+    }
+    std::fputs(report->warnings.c_str(), stderr);
+    return "export: " + report->brief + " written to " + target;
+}
+
+std::string Session::write_animation(const Words& words) {
+    const std::string& target = words[1];
+    check_animation_target(target, scene_);
+    const Interruption interruption(host_);
+    const ExportReport report = export_animation(host_, plugin_, target);
+    std::fputs(report.warnings.c_str(), stderr);
+    return "animation: " + report.brief;
+}
+
+std::string Session::hide(const Words& words) {
+    return set_hidden(words, true);
+}
+
+std::string Session::unhide(const Words& words) {
+    return set_hidden(words, false);
+}
+
+std::string Session::set_hidden(const Words& words, bool hidden) {
+    node_named(words[1]).set_hidden(hidden);
+    return shown(words[1]) + (hidden ? " is hidden" : " is shown");
+}
+
+std::string Session::move(const Words& words) {
+    MemoryNode& node = node_named(words[1]);
+    const Point3 place(parse_coordinate(words[2]), parse_coordinate(words[3]),
+                       parse_coordinate(words[4]));
+    Interval valid = FOREVER;
+    Matrix3 parent_from_node = node.local_transform().at(host_.time(), valid);
+    parent_from_node.SetRow(3, place);
+    node.set_local_transform(memhost::LocalTransform(parent_from_node));
+    return shown(words[1]) + " stands at " + words[2] + " " + words[3] + " " + words[4];
+}
+
+std::string Session::remove(const Words& words) {
+    host_.delete_node(node_named(words[1]));
+    return shown(words[1]) + " is deleted";
+}
+
+std::string Session::rename(const Words& words) {
+    node_named(words[1]).set_name(memhost::units_from_utf8(words[2]));
+    return shown(words[1]) + " is now " + shown(words[2]);
+}
+
+std::string Session::go_to_frame(const Words& words) {
+    const std::optional<int> frame = parse_frame(words[1]);
+    if (!frame) {
+        throw std::invalid_argument(shown(words[1]) + " is no frame");
+    }
+    host_.SetTime(*frame * host_.ticks_per_frame());
+    return "frame " + std::to_string(*frame);
+}
+
+std::string Session::list_nodes(const Words&) {
+    std::string list;
+    std::vector<std::pair<MemoryNode*, size_t>> waiting = {{&host_.root(), 0}};
+    while (!waiting.empty()) {
+        const auto [node, depth] = waiting.back();
+        waiting.pop_back();
+        if (node->parent() != nullptr) {
+            list += (list.empty() ? "" : "\n") + std::string(2 * depth, ' ') +
+                    vsqinfo::display_text(memhost::utf8_from_units(node->name())) +
+                    (node->IsNodeHidden() ? " (hidden)" : "");
+        }
+        const std::vector<MemoryNode*>& children = node->children();
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            waiting.emplace_back(*child, depth + 1);
+        }
+    }
+    return list.empty() ? "  there are no nodes" : list;
+}
+
+std::string Session::settings(const Words&) {
+    throw_if_told(plugin_.settings());
+    return "";
+}
+
+std::string Session::list_commands(const Words&) {
+    return help();
+}
+
+std::string Session::quit(const Words&) {
+    is_over_ = true;
+    return "";
+}
+
+// The root isn't the user's to name.
+MemoryNode& Session::node_named(const std::string& name) const {
+    const std::wstring units = memhost::units_from_utf8(name);
+    std::vector<MemoryNode*> waiting(host_.root().children().rbegin(),
+                                     host_.root().children().rend());
+    while (!waiting.empty()) {
+        MemoryNode* node = waiting.back();
+        waiting.pop_back();
+        if (node->name() == units) {
+            return *node;
+        }
+        waiting.insert(waiting.end(), node->children().rbegin(), node->children().rend());
+    }
+    throw std::invalid_argument("no node is named " + shown(name) + " (nodes lists what there is)");
+}
+
+bool run_session(Session& session) {
+    const bool has_person = input_is_terminal();
+    bool failed = false;
+    std::string line;
+    while (!session.is_over()) {
+        if (has_person) {
+            std::fputs(kPrompt, stdout);
+            std::fflush(stdout);
+        }
+        if (!std::getline(std::cin, line)) {
+            break;
+        }
+        try {
+            const std::string answer = session.carry_out(line);
+            if (!answer.empty()) {
+                std::printf("%s\n", answer.c_str());
+                std::fflush(stdout);
+            }
+        } catch (const std::exception& error) {
+            failed = true;
+            std::fprintf(stderr, "vsqexport: %s\n", error.what());
+        }
+    }
+    return has_person || !failed;
+}
+
+}  // namespace vsqexport

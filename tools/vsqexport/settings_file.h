@@ -1,0 +1,44 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vsqexport {
+
+/// The user's folder for the settings files of plug-ins, as UTF-8; it is made if it is missing.
+std::string user_settings_folder();
+
+/// Changes the settings file in a folder, in the order of `settings`, each KEY=VALUE. Throws
+/// `std::invalid_argument` with one line, and changes nothing, if one of them is no setting, and
+/// `std::runtime_error` if the file can't be written.
+void change_settings(const std::string& folder, const std::vector<std::string>& settings);
+
+/// What is in force, a line KEY=VALUE for each setting.
+std::string list_settings(const std::string& folder);
+
+/// Where the plug-in finds the settings of one run: the user's own folder, or, if the run has
+/// settings of its own, a copy that goes with the object.
+class SettingsOfRun {
+public:
+    /// Throws as `change_settings` does.
+    explicit SettingsOfRun(const std::vector<std::string>& settings);
+
+    const std::string& folder() const { return copy_ ? copy_->path : users_folder_; }
+
+private:
+    /// A new folder, which goes with the object.
+    struct TemporaryFolder {
+        TemporaryFolder();
+        TemporaryFolder(const TemporaryFolder&) = delete;
+        TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+        ~TemporaryFolder();
+
+        const std::string path;
+    };
+
+    std::string users_folder_;
+    std::optional<TemporaryFolder> copy_;
+};
+
+}  // namespace vsqexport

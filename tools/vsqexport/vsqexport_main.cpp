@@ -1,0 +1,201 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+
+#include "tools/vsqexport/arguments.h"
+#include "tools/vsqexport/export_target.h"
+#include "tools/vsqexport/exporting_commands.h"
+#include "tools/vsqexport/interruption.h"
+#include "tools/vsqexport/scene_options.h"
+#include "tools/vsqexport/scene_source.h"
+#include "tools/vsqexport/session.h"
+#include "tools/vsqexport/settings_file.h"
+
+// The headless host: a scene comes from a model file or from code, and a command line takes the
+// place of menus and dialogs.
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kMisused = 2;
+constexpr int kCancelled = 130;  // what a shell gives for a program that Ctrl-C ended
+
+struct CommandLine {
+    vsqexport::SceneOptions options;
+    std::string target;
+};
+
+void complain(const std::string& text) {
+    std::fprintf(stderr, "vsqexport: %s\n", text.c_str());
+}
+
+void print(const vsqexport::ExportReport& report) {
+    std::fputs(report.summary.c_str(), stdout);
+    std::fputs(report.warnings.c_str(), stderr);
+}
+
+// The plug-in starts with the host, before there is a scene.
+struct Host {
+    explicit Host(const std::vector<std::string>& changed_settings) : settings(changed_settings) {}
+
+    vsqexport::SettingsOfRun settings;
+    memhost::SceneBuilder scene;
+    vsqexport::PluginCommands plugin{scene.host(), settings.folder()};
+};
+
+void open_scene(Host& host, const CommandLine& command,
+                const vsqexport::Interruption& interruption) {
+    vsqexport::open_scene(command.options, host.scene);
+    if (interruption.happened()) {
+        throw vsqexport::Cancelled("cancelled, nothing was written");
+    }
+}
+
+int run_export(const CommandLine& command) {
+    Host host(command.options.settings);
+    const vsqexport::Interruption interruption(host.scene.host());
+    open_scene(host, command, interruption);
+    vsqexport::check_export_target(command.target, command.options.scene);
+    if (const auto report =
+            vsqexport::export_scene(host.scene.host(), host.plugin, command.target)) {
+        print(*report);
+    }
+    return kDone;
+}
+
+int run_animation(const CommandLine& command) {
+    Host host(command.options.settings);
+    const vsqexport::Interruption interruption(host.scene.host());
+    open_scene(host, command, interruption);
+    vsqexport::check_animation_target(command.target, command.options.scene);
+    print(vsqexport::export_animation(host.scene.host(), host.plugin, command.target));
+    return kDone;
+}
+
+int run_render(const CommandLine& command) {
+    Host host(command.options.settings);
+    const vsqexport::Interruption interruption(host.scene.host());
+    open_scene(host, command, interruption);
+    const vsqexport::SentScene sent =
+        vsqexport::send_scene(host.scene.host(), host.plugin, vsqexport::Sending::kRender);
+    std::printf("%s, %s\n", sent.renderer_text().c_str(),
+                sent.was_started ? "which was started" : "which was running");
+    print(sent.report);
+    return kDone;
+}
+
+int run_session(const CommandLine& command) {
+    Host host(command.options.settings);
+    {
+        // In the session itself each command has its own, and Ctrl-C at the prompt ends it.
+        const vsqexport::Interruption interruption(host.scene.host());
+        open_scene(host, command, interruption);
+    }
+    vsqexport::Session session(host.scene.host(), host.plugin, command.options.scene);
+    return vsqexport::run_session(session) ? kDone : kFailed;
+}
+
+// With values, changes the file; without, opens the dialog, which only a person can answer.
+int run_settings(const CommandLine& command) {
+    const std::string folder = vsqexport::user_settings_folder();
+    if (command.options.settings.empty()) {
+        Host host({});
+        vsqexport::throw_if_told(host.plugin.settings());
+    } else {
+        vsqexport::change_settings(folder, command.options.settings);
+    }
+    std::fputs(vsqexport::list_settings(folder).c_str(), stdout);
+    return kDone;
+}
+
+CLI::App* add_command(CLI::App& parser, const char* name, const char* description,
+                      CommandLine& command) {
+    vsqexport::SceneOptions& options = command.options;
+    CLI::App* added = parser.add_subcommand(name, description);
+    added->add_option("SCENE", options.scene, "A model file, or demo:NAME")->required();
+    added->add_option("--set", options.settings, "A setting of the export, as KEY=1 or KEY=0")
+        ->allow_extra_args(false)
+        ->type_name("KEY=VALUE");
+    added->add_option("--frames", options.frames, "The animation range")->type_name("FIRST:LAST");
+    added->add_option("--fps", options.frames_per_second, "Frames per second")
+        ->check(CLI::Range(1, 4800));
+    added->add_option("--unit", options.unit, "What a unit of the scene is: mm, cm, m, ...");
+    added->footer("Demo scenes:\n" + vsqexport::list_of_demo_scenes());
+    return added;
+}
+
+void describe_command_line(CLI::App& parser, CommandLine& command) {
+    parser.name("vsqexport");
+    parser.allow_windows_style_options(false);  // a path can begin with a slash
+    parser.require_subcommand(1);
+    add_command(parser, "export", "Write a scene to a .vsq scene file", command)
+        ->add_option("OUT", command.target, "The scene file; - for standard output")
+        ->required();
+    add_command(parser, "animation",
+                "Write each frame to a .vsq scene file of its own, and a script that renders them",
+                command)
+        ->add_option("OUT", command.target,
+                     "As in shot.vsq, for shot0000.vsq, shot0001.vsq, ... and shot.py")
+        ->required();
+    add_command(parser, "render", "Send a scene to a running renderer, or to one that is started",
+                command);
+    parser.add_subcommand("settings", "Open the settings dialog, or change the settings file")
+        ->add_option("SETTINGS", command.options.settings, "Settings, each as KEY=1 or KEY=0")
+        ->type_name("KEY=VALUE");
+    CLI::App* session =
+        add_command(parser, "session", "Open a scene and take commands, one a line", command);
+    session->footer("Commands of a session:\n" + vsqexport::Session::help() + "\n\n" +
+                    session->get_footer());
+}
+
+int run(const std::string& name, const CommandLine& command) {
+    constexpr struct {
+        const char* name;
+        int (*run)(const CommandLine&);
+    } kCommands[] = {
+        {"export", run_export},   {"animation", run_animation}, {"render", run_render},
+        {"session", run_session}, {"settings", run_settings},
+    };
+    for (const auto& known : kCommands) {
+        if (name == known.name) {
+            return known.run(command);
+        }
+    }
+    return kMisused;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    CommandLine command;
+    CLI::App parser("Hands a scene to the renderer, as the plug-in does in the host.");
+    describe_command_line(parser, command);
+    try {
+        std::vector<std::string> arguments = vsqexport::utf8_arguments(argc, argv);
+        std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
+        parser.parse(arguments);
+    } catch (const CLI::CallForHelp&) {
+        const auto chosen = parser.get_subcommands();
+        std::fputs((chosen.empty() ? parser : *chosen.front()).help().c_str(), stdout);
+        return kDone;
+    } catch (const CLI::ParseError& error) {
+        complain(std::string(error.what()) + " (--help lists what there is)");
+        return kMisused;
+    }
+
+    try {
+        return run(parser.get_subcommands().front()->get_name(), command);
+    } catch (const vsqexport::Cancelled& cancelled) {
+        complain(cancelled.what());
+        return kCancelled;
+    } catch (const std::invalid_argument& error) {
+        complain(error.what());
+        return kMisused;
+    } catch (const std::exception& error) {
+        complain(error.what());
+        return kFailed;
+    }
+}
