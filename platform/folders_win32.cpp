@@ -1,4 +1,7 @@
 #include "platform/folders.h"
+
+#include <windows.h>
+
 #include "platform/wide_text.h"
 
 namespace platform {
