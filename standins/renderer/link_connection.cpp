@@ -78,11 +78,13 @@ bool LinkConnection::open(const std::string& host, int port) {
     }
     try {
         auto socket = std::make_unique<Socket>();
+        // This machine is found even where nothing tells what "localhost" is.
+        const std::string address = host == "localhost" ? "127.0.0.1" : host;
         // A renderer listens on the fourth version of the protocol alone, and Windows takes two
         // seconds to find a port of the sixth closed.
         asio::error_code error;
         const tcp::resolver::results_type found =
-            tcp::resolver(socket->io).resolve(tcp::v4(), host, std::to_string(port), error);
+            tcp::resolver(socket->io).resolve(tcp::v4(), address, std::to_string(port), error);
         if (error || found.empty()) {
             return false;
         }

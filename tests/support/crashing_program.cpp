@@ -1,0 +1,3 @@
+int main() {
+    *static_cast<volatile int*>(nullptr) = 0;
+}
