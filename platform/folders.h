@@ -6,11 +6,11 @@ namespace platform {
 
 // Paths in UTF-8, without a separator at their end.
 
-/// The folder of the program that runs; empty if the system doesn't tell.
+/// The folder of the program that runs; empty if the system doesn't say.
 std::string program_folder();
 
-/// Where all of the maker's programs keep what they are told by the user. Nobody has made it yet on
-/// a new machine.
+/// The folder of the user's configuration, which may not exist yet: "quoria" in `$XDG_CONFIG_HOME`
+/// or else in "~/.config", on Windows "Quoria" in `%APPDATA%`.
 std::string user_configuration_folder();
 
 }  // namespace platform

@@ -38,7 +38,7 @@ void check_export_target(const std::string& target, const std::string& source) {
     if (fs::equivalent(path, fs::u8path(source), ignored)) {
         refuse(target, "it is the scene to be exported");
     }
-    // To open a pipe and close it again would be the end of the scene to whoever reads from it.
+    // A pipe isn't tried: its reader would take the end of the trial for the end of the scene.
     const fs::file_status status = fs::status(path, ignored);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         return;

@@ -17,12 +17,12 @@ void check_export_target(const std::string& target, const std::string& source);
 /// The same for the files of an animation, of which it tries the first.
 void check_animation_target(const std::string& target, const std::string& source);
 
-/// A stream to the target if that is a pipe, for as long as the plug-in writes there; a closed one
-/// for all else. It is opened as soon as somebody reads from the pipe: a reader that came only
-/// after the plug-in has closed the pipe would find it empty.
+/// If the target is a pipe, waits until somebody reads from it and gives a stream to it; otherwise
+/// gives a closed stream. The caller keeps the stream until the plug-in has written the scene: a
+/// reader that comes after the plug-in has closed the pipe would find it empty.
 std::ofstream wait_for_reader(const std::string& target);
 
-/// True for `kStandardOutput`, and for whatever path leads to the same device or file.
+/// True for `kStandardOutput` and for a path that leads to the same device or file.
 bool is_standard_output(const std::string& target);
 
 }  // namespace vsqexport

@@ -36,8 +36,8 @@ struct Outcome {
     double seconds;
 };
 
-// A cancel counts only if the plug-in has heard of it: it doesn't ask everywhere, and what it then
-// writes is whole.
+// A cancel counts only if the plug-in has asked for it. It doesn't ask everywhere, and then it
+// writes the whole scene.
 Outcome carry_out(memhost::MemoryHost& host,
                   const std::function<std::vector<std::string>()>& command) {
     const ShownProgress shown(host);
@@ -86,7 +86,7 @@ ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
     const int times_set_before = host.times_set();
     const Outcome outcome = carry_out(host, [&] { return plugin.export_animation_to(target); });
 
-    // Each frame first puts the host's time where it is, and there it stays after the last one.
+    // Each frame sets the host's time before it opens its file, and nothing sets it back.
     const bool has_begun = host.times_set() > times_set_before;
     const std::string reached =
         has_begun ? files.frame((host.time() - range.Start()) / host.ticks_per_frame()) : target;

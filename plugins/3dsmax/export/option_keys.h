@@ -2,19 +2,19 @@
 
 #include <array>
 
-// How the settings stand in their file, for the plug-in and for whoever changes that file without
-// it.
+// The settings as they stand in their file. The plug-in shares this table with programs that change
+// the file without it, so nothing of the host stands here.
 
 namespace Qor {
 
-/// It lies in the host's folder for the settings of plug-ins.
+/// The name of the file in the host's folder for the settings of plug-ins.
 constexpr char kSettingsFile[] = "velmoraexport7.ini";
 
 /// A setting that is kept from one start of the host to the next, as "1" or "0". All is ASCII.
 struct OptionKey {
     const char* section;
     const char* key;
-    bool initially;  ///< holds where the file has no such key
+    bool initially;  ///< the value if the file has no such key
 };
 
 /// All of them, in the order in which they are loaded and saved.
