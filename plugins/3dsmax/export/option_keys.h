@@ -2,22 +2,21 @@
 
 #include <array>
 
-// How the settings stand in their file, for the plug-in and for whoever changes that file without
-// it.
+// The layout of the settings file, for the plug-in and for other programs that change the file.
 
 namespace Qor {
 
-/// It lies in the host's folder for the settings of plug-ins.
+/// The file is in the host's folder for plug-in settings.
 constexpr char kSettingsFile[] = "velmoraexport7.ini";
 
-/// A setting that is kept from one start of the host to the next, as "1" or "0". All is ASCII.
+/// A setting that is kept between runs of the host, stored as "1" or "0". All names are ASCII.
 struct OptionKey {
     const char* section;
     const char* key;
-    bool initially;  ///< holds where the file has no such key
+    bool initially;  ///< the value if the file has no such key
 };
 
-/// All of them, in the order in which they are loaded and saved.
+/// All settings, in the order in which they are loaded and saved.
 constexpr std::array<OptionKey, 10> kOptionKeys = {{
     {"Curves", "HairAndFur", true},
     {"Curves", "GeneralCurves", false},
