@@ -20,7 +20,7 @@ std::string WithoutEnding(const std::string& path) {
     return path.substr(0, path.size() - std::min(path.size(), kEndingLength));
 }
 
-// "shot" becomes "shot0007.vsq"; past 9999 the number takes the room that it needs.
+// "shot" becomes "shot0007.vsq". Numbers above 9999 have more digits.
 std::string FramePath(const std::string& base, int number) {
     char digits[16];
     std::snprintf(digits, sizeof digits, "%04d", number);
@@ -29,17 +29,17 @@ std::string FramePath(const std::string& base, int number) {
 
 }  // namespace
 
-// Each frame becomes a scene file of its own, and a script renders them in turn.
+// Writes each frame as a scene file of its own, and a script that renders these files in turn.
 void SceneExporter::ExportAnimation(const std::string& path) {
     const std::string base = WithoutEnding(path);
     const int last_frame = timing_.LastFrame();
     WriteFrameRenderScript(base, last_frame);
 
-    // A still has no motion in it. The user's settings stay that way for the commands to come.
+    // Each file is a still. The user's settings keep these values for later commands.
     options_->CameraAnimations = false;
     options_->TransformAnimations = false;
 
-    // The bar goes over all frames once.
+    // The progress bar runs once over all frames.
     const std::uint64_t frames = static_cast<std::uint64_t>(std::max(last_frame, 0)) + 1;
     node_count_ = static_cast<std::uint32_t>(
         std::min<std::uint64_t>(frames * node_count_, std::numeric_limits<std::uint32_t>::max()));

@@ -8,6 +8,6 @@
 /// Whether `texmap` is the host's own map for image files, and so a `BitmapTex`.
 bool is_bitmap_texmap(Texmap* texmap);
 
-/// The absolute path of the map's file at frame 0, narrowed for the scene. None if the file can't
-/// be loaded.
+/// The absolute path of the map's file at frame 0, in the form of `NarrowName`. No value if the
+/// bitmap can't be loaded.
 std::optional<std::string> bitmap_file(BitmapTex& texmap, TimeValue time);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr float kPi = 3.1415927f;
 
-// Up to here a near plane is taken for one that nobody has set.
+// A near plane at or below this distance counts as not set.
 constexpr float kLeastNearPlane = 1.0f;
 
 CameraState StateOf(CameraObject& camera, TimeValue t) {
@@ -26,16 +26,16 @@ CameraState StateOf(CameraObject& camera, TimeValue t) {
     return state;
 }
 
-// Four times the diagonal of the scene, in 32 bits: what doesn't fit wraps, so that a scene without
-// a box, whose diagonal is infinite, has the radius 0.
+// Four times the diagonal of the scene. The product wraps at 32 bits: an empty scene box has an
+// infinite diagonal, which gives the radius 0.
 int EnvironmentRadius(const Box3& scene_box) {
     const float diagonal = (scene_box.pmax - scene_box.pmin).Length();
     const auto whole = static_cast<std::uint32_t>(TruncateToInt(static_cast<double>(diagonal)));
     return static_cast<int>(whole * 4u);
 }
 
-// Cameras go ahead of the lights and meshes of their pass. So a sky light shows only in cameras
-// that the exporter writes in a later run, and the box holds only what earlier passes have met.
+// Cameras are written before the lights and meshes of their pass. So a sky light appears only in
+// the cameras of a later run of the same exporter, and the box covers only earlier passes.
 std::unique_ptr<qor::LightCamera> MakeCamera(const std::string& name,
                                              const std::string& environment,
                                              const Box3& scene_box) {
@@ -53,7 +53,7 @@ void SetLens(qor::LightCamera& camera, const CameraState& state) {
     }
 }
 
-// Unlike a node's, the track of a camera holds whole matrices, one for every frame.
+// A camera's track holds whole matrices, one per frame. A node's track holds changes.
 std::shared_ptr<qor::Animation> SampleMotion(INode* node, const FrameTiming& timing) {
     auto track = std::make_shared<qor::FBXAnimation>(MakeMotionTrack("", timing));
     for (const TimeValue t : timing.Times()) {
@@ -64,8 +64,8 @@ std::shared_ptr<qor::Animation> SampleMotion(INode* node, const FrameTiming& tim
 
 }  // namespace
 
-// Place and aim are carried by the matrix alone, for cameras with a target as well: the host turns
-// their nodes towards it.
+// The matrix alone carries position and aim. This holds for target cameras too, since the host
+// turns their nodes towards the target.
 void SceneExporter::ExportCamera(INode* node) {
     Object* object = node->EvalWorldState(timing_.rangeStart, TRUE).obj;
     if (object == nullptr) {

@@ -2,14 +2,14 @@
 
 #include "plugins/3dsmax/export/host.h"
 
-/// An object as another type of the host's, or null. What the host made for the conversion is
-/// deleted with it; an object that is of that type already stays the node's.
+/// An object converted to another of the host's types, or null. Deletes the object that the host
+/// made for the conversion. If no conversion was needed, the object still belongs to the node.
 template <typename Type>
 class ConvertedObject {
 public:
     ConvertedObject() = default;
 
-    /// Null if `object` can't become a `type`, which is the class of `Type`.
+    /// `type` is the class id of `Type`. Holds null if `object` can't be converted.
     ConvertedObject(Object* object, TimeValue t, const Class_ID& type)
         : object_(object),
           converted_(object->CanConvertToType(type) ? object->ConvertToType(t, type) : nullptr) {}
@@ -25,6 +25,6 @@ public:
     Type* operator->() const { return get(); }
 
 private:
-    Object* object_ = nullptr;  // the node's
+    Object* object_ = nullptr;  // owned by the node
     Object* converted_ = nullptr;
 };

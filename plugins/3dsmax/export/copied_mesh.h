@@ -2,8 +2,8 @@
 
 #include "plugins/3dsmax/export/host.h"
 
-/// A mesh of the host, copied to work on. Its specified normals are read from the original, since
-/// it differs from release to release whether a copy has them.
+/// A working copy of a host mesh. The specified normals are read from the original, because it
+/// depends on the host's release whether a copy has them.
 struct CopiedMesh {
     CopiedMesh() = default;
 
@@ -11,7 +11,7 @@ struct CopiedMesh {
     explicit CopiedMesh(Mesh& original)
         : mesh(original), specified_normals(original.GetSpecifiedNormals()) {}
 
-    /// The same into the storage that is there.
+    /// Replaces the copy, reusing its storage. Borrows the normals of `original`.
     void Assign(Mesh& original) {
         mesh = original;
         specified_normals = original.GetSpecifiedNormals();

@@ -25,12 +25,12 @@ bool Differ(const Color& a, const Color& b) {
     return a.r != b.r || a.g != b.g || a.b != b.b;
 }
 
-// What the material takes for one percent.
+// The material's value for one percent of variation.
 constexpr float kHuePerPercent = 0.001f;
 constexpr float kValuePerPercent = 0.01f;
 
-// Where root and tip differ, strands are coloured by their points, which only a material for curves
-// shows; it varies them as well. Others have one colour all over.
+// If the root and tip colours differ, each point has its own colour. Only a curve material shows
+// point colours, and it varies hue and value as well. Otherwise all strands have one colour.
 std::shared_ptr<qor::Material> MaterialOf(const StrandLook& look) {
     if (Differ(look.tip_color, look.root_color)) {
         auto material = std::make_shared<qor::CurveMaterial>("curve");
@@ -44,8 +44,8 @@ std::shared_ptr<qor::Material> MaterialOf(const StrandLook& look) {
     return material;
 }
 
-// Adds the points of a strand, then their radii and colours, which change evenly from control point
-// to control point, however far apart these are.
+// Adds the points of a strand, then their radii and colours. These change by the same amount from
+// each control point to the next, whatever the distance.
 void AddStrand(qor::BezierCurves& curves, Spline3D& spline, const StrandLook& look) {
     const auto add_point = [&curves](const Point3& point) {
         curves.add_point(point.x, point.y, point.z);
@@ -71,7 +71,7 @@ void AddStrand(qor::BezierCurves& curves, Spline3D& spline, const StrandLook& lo
     }
 }
 
-// A spline without segments is no curve, and stays out.
+// Skips splines without segments.
 void AddCurves(qor::BezierCurves& curves, BezierShape& shape, const StrandLook& look) {
     std::size_t curve_count = 0;
     std::size_t point_count = 0;
@@ -90,7 +90,7 @@ void AddCurves(qor::BezierCurves& curves, BezierShape& shape, const StrandLook& 
     }
 }
 
-// Hair has no thickness of its own in the host, but one in proportion to its extent.
+// The host gives hair no thickness, so its radius is a fraction of the hair's extent.
 float HairRadius(Object& hair, TimeValue time, INode* node, ViewExp* view, float multiplier) {
     constexpr float kRadiusPerExtent = 0.0001f;
     Box3 box;
@@ -105,7 +105,7 @@ float ShapeRadius(ShapeObject& shape, TimeValue time, float multiplier) {
 
 }  // namespace
 
-// True also for a shape without curves, which is written empty.
+// Also true for a shape without curves, which is written as an empty object.
 bool SceneExporter::ExportCurves(INode* node) {
     const TimeValue time = timing_.time;
     Object* const object = node->EvalWorldState(time, TRUE).obj;
@@ -115,8 +115,8 @@ bool SceneExporter::ExportCurves(INode* node) {
     ViewExp* const view = host_->GetActiveViewExp().ToPointer();
     AddToSceneBox(node, object, view);
 
-    // The splines that stand for hair are made anew for each pass, so an update can't tell whether
-    // they have changed and always takes them along.
+    // The splines for hair are made again in each pass, so an update can't tell whether they have
+    // changed and always includes them.
     const std::optional<StrandLook> hair = find_hair_attributes(object, time);
     if (!hair && !(options_->GeneralCurves && NodeIsWanted(node))) {
         return false;

@@ -13,10 +13,10 @@
 
 namespace {
 
-// The folder among the renderer's animations in which libraries of this plug-in lie.
+// The folder for this plug-in's libraries, below the renderer's folder for animations.
 constexpr char kLibraryFolder[] = "3ds max";
 
-// Captures frame after frame into the animations of a node's parts.
+// Captures a node frame by frame, into one animation for each of its parts.
 class DeformableRecorder {
 public:
     DeformableRecorder(INode* node, const FrameTiming& timing, const Qor::Options& options,
@@ -40,12 +40,12 @@ private:
     const FrameTiming& timing_;
     const Qor::Options& options_;
     MeshPartBuilder& parts_;
-    CopiedMesh copy_;  // of the frame under way; its storage serves for all frames
+    CopiedMesh copy_;  // of the current frame; the storage is reused for all frames
     std::shared_ptr<qor::TriangleObject> object_ = std::make_shared<qor::TriangleObject>("temp");
     std::map<int, std::shared_ptr<qor::DeformableTriangleAnimation>> animations_;  // by part
 };
 
-// A frame in which the node has no mesh leaves a gap in the numbers, and nothing else.
+// A frame in which the node has no mesh just leaves a gap in the frame numbers.
 void DeformableRecorder::CaptureFrame(TimeValue t, int frame) {
     Object* object = node_->EvalWorldState(t, TRUE).obj;
     if (object == nullptr || object->SuperClassID() != GEOMOBJECT_CLASS_ID ||

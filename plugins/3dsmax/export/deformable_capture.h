@@ -13,10 +13,9 @@ class DeformableTriangleAnimation;
 
 class MeshPartBuilder;
 
-/// Evaluates the node at each frame of the range and gathers its mesh. Gives one animation for each
-/// material that the faces have, with its library written where it can have one. The material of a
-/// part is that of its first frame. A cancel in the host ends the range early, and what was
-/// gathered so far stays.
+/// Captures the mesh of the node at each frame of the range. Returns one animation for each
+/// material that the faces use, and writes the library of each animation that can have one. A part
+/// keeps the material of its first frame. If the user cancels, the frames captured so far are kept.
 std::vector<std::shared_ptr<qor::DeformableTriangleAnimation>> CaptureDeformable(
     INode* node, const FrameTiming& timing, Interface* host, const Qor::Options& options,
     MeshPartBuilder& parts);

@@ -8,8 +8,8 @@
 
 namespace {
 
-// The script up to the number of the last frame, up to the path of a scene file, up to the path of
-// an image, and the rest.
+// The script in four pieces: up to the number of the last frame, up to the path of a scene file, up
+// to the path of an image, and the rest.
 
 constexpr char kUpToLastFrame[] =
     R"script(import os
@@ -78,7 +78,7 @@ main()
 }  // namespace
 
 void WriteFrameRenderScript(const std::string& base, int frames) {
-    // A backslash would start an escape in the script's texts.
+    // A backslash would start an escape sequence in the script's strings.
     std::string prefix = base;
     std::replace(prefix.begin(), prefix.end(), '\\', '/');
 

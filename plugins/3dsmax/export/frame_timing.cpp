@@ -6,7 +6,7 @@ namespace {
 
 constexpr float kSecondsPerTimeUnit = 0.001f;
 
-// The difference of two times may be no time itself.
+// In 64 bits, since the difference of two times may not fit a `TimeValue`.
 std::int64_t TicksBetween(TimeValue from, TimeValue to) {
     return static_cast<std::int64_t>(to) - from;
 }
@@ -45,7 +45,7 @@ float FrameTiming::TrackDuration() const {
 }
 
 FrameTimes FrameTiming::Times() const {
-    // A step beyond every range ends the loop behind the first frame.
+    // A step longer than any range ends the loop after the first frame.
     constexpr std::int64_t kBeyondRange = std::int64_t{1} << 33;
     return {rangeStart, rangeEnd, ticksPerFrame > 0 ? ticksPerFrame : kBeyondRange};
 }

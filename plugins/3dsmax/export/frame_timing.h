@@ -4,15 +4,15 @@
 
 #include "plugins/3dsmax/export/host.h"
 
-/// One frame in the scene's own time, whatever the host's frame rate.
+/// The length of a frame in units of scene time, whatever the host's frame rate.
 inline constexpr double kSceneTimePerFrame = 33.0;
 
-/// The times of the frames of a range.
+/// The times of all frames in a range, in host ticks.
 class FrameTimes {
 public:
     class Iterator {
     public:
-        // Wider than a time, since the step past the last frame may leave the range of times.
+        // 64 bits, since the step past the last frame may overflow a `TimeValue`.
         Iterator(std::int64_t t, std::int64_t step) : t_(t), step_(step) {}
         TimeValue operator*() const { return static_cast<TimeValue>(t_); }
         Iterator& operator++() {
@@ -37,34 +37,35 @@ private:
     std::int64_t step_;
 };
 
-/// The host's animation range and the time under way, in host ticks. Without a frame length above 0
-/// the range is one frame.
+/// The host's animation range and the current time, in host ticks. If `ticksPerFrame` isn't above
+/// 0, the range counts as one frame.
 struct FrameTiming {
     TimeValue rangeStart;
     TimeValue rangeEnd;
     TimeValue time;
     int ticksPerFrame;
 
-    /// Frames in the range, both ends counted. Not whole if the range isn't.
+    /// The number of frames in the range, including both ends. Has a fraction if the range isn't a
+    /// whole number of frames.
     float FrameCount() const;
 
     /// The number of the last whole frame, counted from 0 at the start of the range.
     int LastFrame() const;
 
-    /// The scene's time of the frame that begins at `t` or last before it, counted from the start
-    /// of the range.
+    /// The scene time, counted from the start of the range, of the last frame that begins at or
+    /// before `t`.
     float FrameKeyTime(TimeValue t) const;
 
-    /// The same as the timestamp of a key.
+    /// `FrameKeyTime` as a whole number, for the timestamp of a key.
     int KeyTimestamp(TimeValue t) const;
 
-    /// How long a track of the whole range plays, in seconds of the scene's time.
+    /// The duration of a track over the whole range, in seconds of scene time.
     float TrackDuration() const;
 
-    /// The time of each frame, in order, for a `for` loop. A range that ends before it starts has
-    /// none.
+    /// The time of each frame, in order, for a range-based `for` loop. Empty if the range ends
+    /// before it starts.
     FrameTimes Times() const;
 
-    /// True if what holds in `valid` holds over the whole range.
+    /// Whether `valid` covers the whole range.
     bool RangeIsWithin(const Interval& valid) const;
 };

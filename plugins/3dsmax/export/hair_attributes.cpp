@@ -7,7 +7,7 @@
 
 namespace {
 
-// A value that can't be read stays as it is.
+// Leaves `value` unchanged if the parameter can't be read.
 template <typename Type>
 void read(IParamBlock2& block, ParamID id, TimeValue time, Type& value) {
     value = ParamValue<Type>(block, id, time).value_or(value);

@@ -2,16 +2,16 @@
 
 #include <string>
 
-/// Hair can't be read off the host's modifier, so scripts bring it into reach: what the modifier
-/// grows stands in the scene as splines for as long as a pass takes. They are marked by the
-/// attribute that `find_hair_attributes` reads.
+/// The host's hair modifier doesn't expose its hair, so scripts convert the hair to splines for the
+/// duration of a pass. The splines carry the attribute that `find_hair_attributes` reads.
 
-/// Adds a spline object for each object with hair, under the object's name.
+/// The text of the script that adds a spline object, under the same name, for each object with
+/// hair.
 std::wstring HairScript();
 
-/// Deletes those splines.
+/// The text of the script that deletes those splines.
 extern const wchar_t* const HairCleanupScript;
 
-/// Both run synchronously. Where a script fails, the export goes on without hair.
+/// Both wait until the script has ended. If a script fails, the export goes on without hair.
 void RunHairScript();
 void RunHairCleanupScript();

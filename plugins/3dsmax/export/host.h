@@ -1,14 +1,14 @@
 #pragma once
 
-// The one way to the host: its genuine headers where the build has them, the stand-in's otherwise.
-// Both declare the same names, and nothing else in the product asks which of them it is.
+// The host's API: the genuine headers if the build has them, otherwise the stand-in's. Both declare
+// the same names. host_script.h makes the same choice; no other product code depends on it.
 
 #ifdef VSQ_GENUINE_HOST_SDK
 #ifdef _MSC_VER
 #pragma warning(push, 0)
 #endif
 #include <max.h>
-// The others rely on max.h, and some on one another.
+// These depend on max.h, and some of them on each other.
 // clang-format off
 #include <guplib.h>
 #include <actiontable.h>
@@ -40,7 +40,8 @@
 #include "standins/host/sdk/max.h"
 #endif
 
-// The host's headers define words that the standard library and the product use.
+// The host's headers define these as macros, but the standard library and the product use them as
+// names.
 #undef min
 #undef max
 #undef small

@@ -1,7 +1,7 @@
 #pragma once
 
-// The way to the host's scripts, apart from host.h: the genuine header defines names that clash
-// with the product's own.
+// The host's scripting API. It isn't part of host.h because the genuine header defines names that
+// clash with the product's own.
 
 #ifdef VSQ_GENUINE_HOST_SDK
 #ifdef _MSC_VER

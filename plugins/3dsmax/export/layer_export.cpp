@@ -32,7 +32,8 @@ void SceneExporter::CountLayerNodes() {
     });
 }
 
-// A layer's nodes stand side by side, wherever they are in the tree, and so have world matrices.
+// A layer's nodes are written side by side, wherever they are in the tree, so they have world
+// matrices.
 void SceneExporter::ExportLayers() {
     ForEachLayer([this](ILayerProperties* layer) {
         BeginFlaggedGroup(*scene_, layer->getName());
@@ -49,7 +50,8 @@ void SceneExporter::ExportLayers() {
     });
 }
 
-// By layers nothing stands below a node, so one that is hidden or has no object needs no place.
+// In a scene by layers a node's group has no children, so a node that is hidden or has no object
+// needs no matrix.
 bool SceneExporter::ExportLayerNode(INode* node) {
     if (node->IsNodeHidden(TRUE)) {
         return false;
@@ -58,7 +60,7 @@ bool SceneExporter::ExportLayerNode(INode* node) {
     if (object == nullptr) {
         return false;
     }
-    // By layers meshes deform in the frames of an animation too.
+    // A scene by layers has deforming meshes even in the frames of an animation.
     constexpr bool kMayDeform = true;
     const bool has_content = ExportObject(node, object, kMayDeform);
     EmitNodeTransform(node, false, has_content);

@@ -65,7 +65,7 @@ void LightConverter::ConvertStandardLight(Object& object, const Job& job) {
     if (!object.CanConvertToType(kOmniLightClass)) {
         return;
     }
-    // What can become an omni light need not be a light with a type.
+    // An object that converts to an omni light isn't necessarily a `GenLight`.
     auto* const light = dynamic_cast<GenLight*>(&object);
     if (light != nullptr && light->Type() == OMNI_LIGHT) {
         ConvertOmniLight(*light, job);

@@ -15,34 +15,35 @@ class qorSceneapi_oo;
 /// files of an animation.
 inline constexpr TimeValue kFixedTime = 0;
 
-/// Turns the host's lights into what the renderer knows as lights: surfaces that emit.
+/// Turns the host's lights into the renderer's kind of light: surfaces that emit light.
 ///
-/// A light without extent becomes an object of one degenerate triangle with a light shader on it,
-/// a photometric light with a shape an object of that shape, and a sky light no object at all but
-/// the picture of the environment. Lights of other kinds leave nothing.
+/// A light without extent becomes an object with one degenerate triangle and a light shader. A
+/// photometric light with a shape becomes an object of that shape. A sky light becomes the
+/// environment picture, not an object. Other kinds of light are left out.
 class LightConverter {
 public:
     /// Borrows `host`.
     LightConverter(std::shared_ptr<Qor::Options> options, Interface* host);
 
-    /// Writes the light of `node` where the scene stands. Only its temperature, an omni light's
-    /// intensity and the file of a sky's picture follow `time`; flux, radius, web and colour are
-    /// those of `kFixedTime`.
+    /// Writes the light of `node` at the current place in the scene. Only colour temperature, an
+    /// omni light's intensity and the file of a sky light's picture are read at `time`; flux,
+    /// radius, web and colour are read at `kFixedTime`.
     void Convert(INode* node, qor::qorSceneapi_oo& scene, TimeValue time);
 
-    /// The file of the last sky light converted; empty if none of them shows one.
+    /// The picture file of the last sky light that has one; empty if there is none.
     const std::string& environment() const { return environment_; }
 
-    /// The colour of a light by its temperature alone; components can be negative.
+    /// The colour of a light, from its temperature alone. Components can be negative.
     static Point3 KelvinToColor(LightscapeLight& light, TimeValue time);
 
 private:
-    // What a conversion needs beside the light.
+    // What a conversion needs besides the light.
     struct Job {
         qor::qorSceneapi_oo& scene;
         TimeValue time;
         std::string name;  // of the object
-        // The light's number follows the name, so that lights of one name have a material each.
+        // The object's name and the light's number, so that lights with the same name have separate
+        // materials.
         std::string material_name;
     };
 
@@ -63,5 +64,5 @@ private:
     std::string environment_;
     std::shared_ptr<Qor::Options> options_;
     Interface* host_;
-    int light_count_ = 0;  // also of those that leave nothing
+    int light_count_ = 0;  // includes lights that are left out
 };

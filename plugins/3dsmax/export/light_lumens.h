@@ -2,5 +2,5 @@
 
 #include "plugins/3dsmax/export/host.h"
 
-/// What a photometric light gives off, in lumens, after dimming.
+/// The luminous flux of a photometric light in lumens, after dimming.
 float LightLumens(LightscapeLight& light, TimeValue time);

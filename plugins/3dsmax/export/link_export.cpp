@@ -9,7 +9,7 @@
 #include "plugins/3dsmax/export/group_flags.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
-// Whatever goes wrong on the way to the renderer and with it is told alike.
+// Every failure to reach the renderer or to send to it shows the same message.
 void SceneExporter::ExportOverLink(const std::string& path) {
     auto link = std::make_unique<qor::RepeatLinkFactory>();
     link->set_min_version(qor::kSceneRenderer);
@@ -22,7 +22,7 @@ void SceneExporter::ExportOverLink(const std::string& path) {
     try {
         sent = SendOverLink();
     } catch (...) {
-        // Told below.
+        // Reported below.
     }
     if (!sent) {
         platform::show_message_box(
@@ -34,7 +34,7 @@ void SceneExporter::ExportOverLink(const std::string& path) {
     factory_.reset();
 }
 
-// False if there is no renderer to be had.
+// False if no renderer can be reached.
 bool SceneExporter::SendOverLink() {
     scene_ = std::make_unique<qor::qorSceneapi_oo>(*factory_);
     if (scene_->get_api() == nullptr) {

@@ -14,12 +14,12 @@
 
 namespace {
 
-// The slots for maps and the parameter blocks that are looked at, where a class doesn't tell which
-// of its own count.
+// How many map slots and parameter blocks are searched at most. A class doesn't say which of its
+// slots and blocks matter.
 constexpr int kMapSlots = 20;
 constexpr int kParamBlocks = 20;
 
-// What a map is for, by the name of the slot or parameter that holds it.
+// The kind of texture that a slot or parameter of this name holds.
 struct NamedKind {
     const wchar_t* name;
     TextureKind kind;
@@ -68,8 +68,8 @@ void set_specular(MaterialEntry& entry, const Color& color) {
     entry.material->set_specular_color(color.r, color.g, color.b);
 }
 
-// Applies the maps of the slots that are on, in the order of the slots: of two for one kind the
-// later one stays. Not every class checks a slot's number, so it is held to the material's own.
+// Applies the maps of the enabled slots in order; if two are of one kind, the later one wins. The
+// loop stops at the material's own number of slots, since not every class checks a slot's number.
 template <typename IsOn, std::size_t N>
 void apply_slots(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl, IsOn is_on,
                  const NamedKind (&kinds)[N]) {
@@ -86,7 +86,7 @@ void apply_slots(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl, IsOn is_on,
 }
 
 void convert_standard_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) {
-    // Through `StdMat` the number is a time, through `Mtl` it would be one of several materials.
+    // These getters take a time in `StdMat`, but the number of a sub-material in `Mtl`.
     StdMat* const standard = static_cast<StdMat*>(mtl);
     set_diffuse(entry, standard->GetDiffuse(entry.time));
     const Color specular = standard->GetSpecular(entry.time);
@@ -111,7 +111,8 @@ void apply_generic_parameter(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl, I
     }
 }
 
-// Any class that isn't known: what all materials answer, and the names that many of them share.
+// Converts an unknown class, by the properties that all materials have and the slot and parameter
+// names that many of them share.
 void convert_generic_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) {
     set_diffuse(entry, mtl->GetDiffuse(0, FALSE));
     const Color specular = mtl->GetSpecular(0, FALSE);
@@ -129,7 +130,7 @@ void convert_generic_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) 
     apply_slots(entry, mesh, mtl, is_on, kGenericSlots);
 }
 
-// A class with its colour in one block, and in another its maps, each with a switch.
+// Converts a class that has its colour in one block and its maps, each with a switch, in another.
 void convert_block_color_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) {
     constexpr BlockID kColorBlock = 1;
     constexpr ParamID kColor = 1;
@@ -162,8 +163,8 @@ void convert_block_color_material(MaterialEntry& entry, const Mesh& mesh, Mtl* m
     }
 }
 
-// A class that is known for its maps alone; its colours stay the model's own. In its block a
-// parameter's place is its id as well.
+// Converts a class of which only the maps are known; the colours keep the model's defaults. In its
+// block a parameter's index is also its id.
 void convert_named_texmap_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) {
     constexpr int kBumpAmount = 5;
     constexpr double kHeightPerAmount = 0.05;

@@ -4,6 +4,7 @@
 
 struct MaterialEntry;
 
-/// Fills `entry` from a material of the host, of whatever class: its colours at the entry's time,
-/// and those of its maps that have a counterpart and a channel in `mesh`. `mtl` isn't null.
+/// Fills `entry` from a host material of any class. Colours are read at the entry's time if the
+/// class takes one. Maps are used if they have a counterpart in the renderer and `mesh` has their
+/// channel. `mtl` must not be null.
 void convert_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl);

@@ -6,7 +6,7 @@
 #include "plugins/3dsmax/export/material_conversion.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 
-MaterialEntry* MaterialTable::lead_slot_to(Mtl* host_material, int slot) {
+MaterialEntry* MaterialTable::assign_entry(Mtl* host_material, int slot) {
     std::size_t index = 0;
     while (entries_[index] && entries_[index]->host_material != host_material) {
         ++index;
@@ -26,8 +26,7 @@ MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time)
     const int count = std::max(subs, 1);
     MaterialTable table(count);
 
-    // The walk ends with the face that leads the last slot to its entry: for a mesh of one material
-    // that is the first face.
+    // The loop ends when every slot has an entry: after the first face for a mesh of one material.
     int open_slots = count;
     Face* const end = mesh.faces + mesh.numFaces;
     for (Face* face = mesh.faces; face != end && open_slots > 0; ++face) {
@@ -37,7 +36,7 @@ MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time)
         }
         --open_slots;
         Mtl* const mtl = subs > 0 ? top->GetSubMtl(slot) : top;
-        MaterialEntry* const entry = table.lead_slot_to(mtl, slot);
+        MaterialEntry* const entry = table.assign_entry(mtl, slot);
         if (entry == nullptr) {
             continue;
         }

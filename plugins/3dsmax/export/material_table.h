@@ -7,11 +7,11 @@
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/material_entry.h"
 
-/// Which material each face of a mesh has, for as long as the mesh is being exported.
+/// The material of each face of a mesh, needed only while that mesh is exported.
 ///
-/// A face's material id, modulo the number of slots, is its slot; a slot leads to an entry. Slots
-/// of the same host material share one entry, and those that no face uses have none. Entries stand
-/// in the order in which the faces first need them, without gaps.
+/// A face's slot is its material id modulo the number of slots. Each slot that a face uses refers
+/// to an entry; slots of the same host material share one. Entries are in the order in which the
+/// faces first use them, without gaps.
 ///
 ///     const MaterialTable table = make_material_table(mesh, node, time);
 ///     const unsigned part = table.entry_of_face(mesh.faces[f]);
@@ -22,17 +22,18 @@ public:
 
     int slot_count() const { return slot_count_; }
 
-    /// `kNoEntry` if no face uses the slot. Slots count from 0 to below `slot_count`.
+    /// The index of the slot's entry, or `kNoEntry` if no face uses the slot. Slots count from 0 to
+    /// `slot_count() - 1`.
     unsigned entry_of_slot(int slot) const { return entry_of_slot_[static_cast<unsigned>(slot)]; }
 
-    /// Material ids beyond the slots start anew at the first slot.
+    /// Material ids beyond the last slot wrap round to the first.
     int slot_of_face(Face& face) const {
         const int id = face.getMatID();
-        return id < slot_count_ ? id : id % slot_count_;  // which spares most faces a division
+        return id < slot_count_ ? id : id % slot_count_;  // most faces need no division
     }
     unsigned entry_of_face(Face& face) const { return entry_of_slot(slot_of_face(face)); }
 
-    /// The table owns it. Null for an index that no slot leads to.
+    /// Owned by the table. Null if there is no entry with that index.
     MaterialEntry* entry(int index) const {
         return index >= 0 && index < kMaxSlots ? entries_[static_cast<unsigned>(index)].get()
                                                : nullptr;
@@ -45,9 +46,9 @@ private:
         entry_of_slot_.fill(kNoEntry);
     }
 
-    // Leads the slot to the entry of `host_material`. Gives the entry if it is a new one, which is
-    // to be filled, and null if the table had it already.
-    MaterialEntry* lead_slot_to(Mtl* host_material, int slot);
+    // Assigns the entry of `host_material` to the slot. Returns the entry if it is new, for the
+    // caller to fill, or null if the table already had it.
+    MaterialEntry* assign_entry(Mtl* host_material, int slot);
 
     int slot_count_;
     std::array<std::uint32_t, kMaxSlots> entry_of_slot_;
@@ -57,6 +58,6 @@ private:
 /// The materials of `node` that the faces of `mesh` use, with their colours as of `time`.
 MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time);
 
-/// Fills `entry` for faces that have no material: the node's wire colour, under a name made of the
-/// node's name, the slot and the colour, of at most 255 bytes.
+/// Fills `entry` for faces without a material. It gets the node's wire colour and a name of at most
+/// 255 bytes, which is made of the node's name, the slot and the colour.
 void make_empty_material(MaterialEntry& entry, INode* node, int slot);

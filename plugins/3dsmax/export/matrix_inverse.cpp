@@ -4,7 +4,7 @@
 
 namespace {
 
-// In double precision, since the product of three small floats can vanish.
+// In double precision, since the product of three small floats can underflow to 0.
 double Determinant(const Matrix3& matrix) {
     const Point3 a = matrix.GetRow(0);
     const Point3 b = matrix.GetRow(1);
@@ -18,7 +18,7 @@ double Determinant(const Matrix3& matrix) {
            static_cast<double>(a.z) * minor_of(b.x, b.y, c.x, c.y);
 }
 
-// An inverse has finite numbers and no axis without length.
+// True if all numbers are finite and no axis has length 0.
 bool IsUsable(const Matrix3& inverse) {
     for (int i = 0; i < 4; ++i) {
         const Point3 row = inverse.GetRow(i);

@@ -2,6 +2,6 @@
 
 #include "plugins/3dsmax/export/host.h"
 
-/// The host's inverse of a matrix. The identity if there is none, since the host doesn't promise
-/// anything for a singular matrix or one with NaN in it.
+/// The host's inverse of a matrix, or the identity if there is none. The host guarantees nothing
+/// for a matrix that is singular or contains NaN.
 Matrix3 InverseOrIdentity(const Matrix3& matrix);

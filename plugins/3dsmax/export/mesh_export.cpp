@@ -6,7 +6,7 @@
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
-// True if the node was handled as a mesh, also where a part of it came to nothing.
+// True if the node was handled as a mesh, even if a part of it couldn't be written.
 bool SceneExporter::ExportMesh(INode* node) {
     if (!NodeIsWanted(node)) {
         return false;
@@ -38,18 +38,19 @@ bool SceneExporter::ExportMesh(INode* node) {
     return true;
 }
 
-// Null for a node whose object isn't to be written as triangles.
+// Null if the object can't be converted to triangles or isn't needed in this frame's file.
 ConvertedObject<TriObject> SceneExporter::GetTriObject(INode* node, TimeValue t) const {
     Object* object = node->EvalWorldState(t, TRUE).obj;
     const Interval valid = object->ObjectValidity(t);
-    // The frames of an animation build on the first: only what changes at this very tick follows.
+    // The first frame's file holds all meshes, a later one only those that change at exactly its
+    // tick.
     if (animation_ && valid.Start() != t && t != timing_.rangeStart) {
         return {};
     }
     return {object, t, kTriangleObject};
 }
 
-// Writes the faces of one material as an object of their own, under the node's name.
+// Writes the faces of one material as a separate object with the node's name.
 void SceneExporter::ExportMeshPart(INode* node, int part, const MaterialTable& table) {
     qor::TriangleObject object(NarrowName(node->GetName()));
     mesh_parts_->build(part, NodeFromObject(node, timing_.time), object);

@@ -39,7 +39,7 @@ bool MeshPartBuilder::has_part(int part) const {
     return table_->entry(part) != nullptr;
 }
 
-// Lists the faces of each part, so that a mesh of many materials isn't searched for each of them.
+// Lists the faces of each part, so that a mesh of many materials isn't searched once per part.
 void MeshPartBuilder::sort_faces() {
     faces_by_part_.clear();
     ends_of_parts_.clear();
@@ -53,7 +53,7 @@ void MeshPartBuilder::sort_faces() {
         }
         ++ends_of_parts_[part];
     }
-    // Counts become starts, and each start moves to its part's end as the part is filled.
+    // This turns the counts into starts. Filling a part then moves its start to its end.
     size_t start = 0;
     for (size_t& end : ends_of_parts_) {
         start += std::exchange(end, start);
@@ -98,8 +98,8 @@ void MeshPartBuilder::keep_storage_of(qor::TriangleObject& object) {
     keys_.keep_storage(std::move(storage_.normals), std::move(storage_.uv_tex));
 }
 
-// One channel of the mesh reaches the renderer: that of the diffuse texture or, failing that, of
-// the opacity or the bump texture.
+// The renderer takes only one channel: that of the diffuse texture, else of the opacity texture,
+// else of the bump texture. False if an index of a texture coordinate is out of range.
 bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) const {
     const MaterialEntry& entry = *table_->entry(part);
     const int channel = entry.has_diffuse_channel()   ? entry.diffuse_channel
@@ -126,7 +126,7 @@ bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) con
     return true;
 }
 
-// Finds the output vertex of every corner, and gives their numbers.
+// Finds or adds the output vertex of each corner, and returns their numbers.
 std::vector<int> MeshPartBuilder::find_vertices(int part, const Coordinates& coordinates) {
     const FaceRange faces = faces_of(part);
     const size_t corners = 3 * (faces.end - faces.begin);

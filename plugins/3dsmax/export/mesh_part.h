@@ -18,21 +18,21 @@ class MaterialTable;
 /// The class of the host's triangle objects.
 inline const Class_ID kTriangleObject(TRIOBJ_CLASS_ID, 0);
 
-/// Whether objects of that class go into no scene: bones if they aren't wanted, and geometry that
-/// only its own plug-in can render.
+/// Whether objects of that class aren't exported as meshes: bones if the options exclude them, and
+/// a class of geometry that only its own plug-in can render.
 bool IsLeftOutAsMesh(const Class_ID& class_id, const Qor::Options& options);
 
-/// Whether every face uses vertices that the mesh has.
+/// Whether the vertex indices of all faces are in range.
 bool UsesItsOwnVertices(const Mesh& mesh);
 
-/// Takes a point of the node's object into the node's space. For an object under a world-space
-/// modifier it undoes the node's own transform.
+/// The transform from the space of the node's object to the node's space. For an object under a
+/// world-space modifier it undoes the node's own transform.
 Matrix3 NodeFromObject(INode* node, TimeValue t);
 
 /// Turns a host mesh into the arrays of triangle objects, one for each material that its faces use.
 ///
-/// The work on the mesh as a whole is done once, that on its parts for each of them. Storage is
-/// kept from one mesh to the next.
+/// `begin` does the work for the whole mesh, `build` the work for one part. Storage is reused from
+/// one mesh to the next.
 ///
 ///     parts.begin(mesh, table);
 ///     for (int part = 0; parts.has_part(part); ++part) {
@@ -42,29 +42,30 @@ Matrix3 NodeFromObject(INode* node, TimeValue t);
 ///     }
 class MeshPartBuilder {
 public:
-    /// Borrows both until the last part is built. The mesh must use its own vertices.
+    /// Borrows both until the last part is built. The vertex indices of the mesh must be in range.
     void begin(const CopiedMesh& copy, const MaterialTable& table);
 
-    /// Whether any face has the material of that entry.
+    /// Whether there is a part with that number. Each entry of the table is one part.
     bool has_part(int part) const;
 
-    /// Fills the empty arrays of `object` with the faces of a part, in their order. Positions and
-    /// normals go through `node_from_object`. False if the part's texture coordinates point
-    /// nowhere; it goes without them then.
+    /// Fills the empty arrays of `object` with the faces of a part, in order. Transforms positions
+    /// and normals by `node_from_object`. False if indices of texture coordinates are out of range;
+    /// the part then has no coordinates.
     bool build(int part, const Matrix3& node_from_object, qor::TriangleObject& object);
 
-    /// Takes the arrays of an object that isn't needed any more, for the memory that they have.
+    /// Takes the arrays of an object that is no longer needed, to reuse their memory.
     void keep_storage_of(qor::TriangleObject& object);
 
 private:
-    // The texture coordinates of a part: the host's, by face, and what they go through.
+    // The texture coordinates of a part: the host's values, their indices by face, and the
+    // transform to apply.
     struct Coordinates {
-        const UVVert* verts = nullptr;  // null for a part without them
+        const UVVert* verts = nullptr;  // null for a part without texture coordinates
         const TVFace* faces = nullptr;
         Matrix3 transform;
     };
 
-    // The faces of a part in `faces_by_part_`, or those of the whole mesh where it has one part.
+    // The range of a part in `faces_by_part_`, or all faces if the mesh has only one part.
     struct FaceRange {
         size_t begin;
         size_t end;
@@ -82,7 +83,7 @@ private:
     const MaterialTable* table_ = nullptr;
     VertexNormals normals_;
     VertexKeyTable keys_;
-    qor::TriangleArrays storage_;        // empty, of the last object
-    std::vector<int> faces_by_part_;     // where there are several; each part's in their order
-    std::vector<size_t> ends_of_parts_;  // in that list
+    qor::TriangleArrays storage_;        // empty arrays of the last object
+    std::vector<int> faces_by_part_;     // face numbers by part, if there are several
+    std::vector<size_t> ends_of_parts_;  // each part's end in `faces_by_part_`
 };

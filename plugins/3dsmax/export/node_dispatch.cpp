@@ -3,15 +3,15 @@
 #include "plugins/3dsmax/export/node_object.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
-// What a node's object is turned into.
+// Chooses the conversion for a node's object.
 
-// What a hidden node is made of stays out, but its place is kept for the nodes below it.
+// A hidden node's object is left out, but its matrix is written for the nodes below it.
 bool SceneExporter::ExportNode(INode* node, bool child_content) {
     bool has_content = child_content;
     if (!node->IsNodeHidden(TRUE)) {
         Object* object = KindObject(node);
         if (object == nullptr) {
-            return has_content;  // the root of the tree, which has no place of its own
+            return has_content;  // the root of the tree, which has no matrix
         }
         // In an animation each frame's file is a still.
         has_content = ExportObject(node, object, !animation_) || has_content;
@@ -20,8 +20,8 @@ bool SceneExporter::ExportNode(INode* node, bool child_content) {
     return has_content;
 }
 
-// Gives the node to the conversion that its object asks for. Helpers, group heads and the targets
-// of cameras and lights have none.
+// Passes the node to the conversion for its object. Helpers, group heads and the targets of cameras
+// and lights have none.
 bool SceneExporter::ExportObject(INode* node, Object* object, bool may_deform) {
     switch (object->SuperClassID()) {
         case GEOMOBJECT_CLASS_ID: {
@@ -50,7 +50,7 @@ bool SceneExporter::ExportLight(INode* node) {
     return true;
 }
 
-// An update takes along only the objects of nodes that have changed.
+// An update includes only the objects of nodes that have changed.
 bool SceneExporter::NodeIsWanted(INode* node) const {
     return !update_ || changed_nodes_.count(node) != 0;
 }

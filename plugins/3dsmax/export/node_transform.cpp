@@ -11,7 +11,7 @@
 
 namespace {
 
-// The single-precision number nearest to 1e-5. NaN is no difference.
+// The float nearest to 1e-5. NaN counts as within the tolerance.
 constexpr double kIdentityTolerance = 9.999999747378752e-6;
 
 bool IsIdentity(const qorMatrix& matrix) {
@@ -26,7 +26,7 @@ bool IsIdentity(const qorMatrix& matrix) {
     return true;
 }
 
-// As numbers: zeros of either sign are the same, and NaN differs from itself.
+// Compares numbers, not bits: 0 equals -0, and NaN differs from itself.
 bool SameNumbers(const qorMatrix& a, const qorMatrix& b) {
     for (int row = 0; row < 4; ++row) {
         if (!std::equal(std::begin(a.m[row]), std::end(a.m[row]), std::begin(b.m[row]))) {
@@ -36,7 +36,7 @@ bool SameNumbers(const qorMatrix& a, const qorMatrix& b) {
     return true;
 }
 
-// The node's matrix as seen from `parent`, or in the world without one.
+// The node's matrix relative to `parent`, or to the world if `parent` is null.
 Matrix3 MatrixIn(INode* parent, const Matrix3& world_from_node, TimeValue t) {
     return parent == nullptr ? world_from_node
                              : world_from_node * InverseOrIdentity(parent->GetNodeTM(t));
@@ -56,9 +56,8 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
     }
 }
 
-// Each key is the change from `base`, the matrix that was written. A node that holds its place
-// over several frames has a key for the first of them alone, and one that never leaves its base
-// has no track.
+// Each key is the change from `base`, the matrix that was written. While a node rests, only the
+// first frame has a key. A node that never leaves `base` has no track.
 void SceneExporter::EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base) {
     const Matrix3 inverse_base = InverseOrIdentity(base);
     qor::FBXAnimation track = MakeMotionTrack(NarrowName(node->GetName()), timing_);

@@ -8,8 +8,8 @@
 
 namespace {
 
-// Calls `visit` for a node and everything below it, each node before its children. The tree can be
-// deeper than the stack of the host's thread would bear as recursion.
+// Calls `visit` for a node and everything below it, each node before its children. Not recursive,
+// since a deep tree could overflow the stack of the host's thread.
 template <typename Visit>
 void ForEachNode(INode* top, Visit visit) {
     std::vector<INode*> waiting = {top};
@@ -29,7 +29,7 @@ void SceneExporter::CountNodes(INode* node) {
     ForEachNode(node, [this](INode*) { ++node_count_; });
 }
 
-// Cameras come before everything else, and whether they are hidden plays no part.
+// Cameras are written before everything else, hidden ones included.
 void SceneExporter::ExportCameras(INode* node) {
     ForEachNode(node, [this](INode* candidate) {
         Object* object = KindObject(candidate);
@@ -40,7 +40,7 @@ void SceneExporter::ExportCameras(INode* node) {
 }
 
 // A node's group holds the groups of its children, then the node's own objects, its matrix and its
-// motion. True if the node or one below it was taken up.
+// motion. True if the node or one below it has content.
 bool SceneExporter::WalkNode(INode* top, bool in_group) {
     struct VisitedNode {
         INode* node;
@@ -48,7 +48,7 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
         bool has_content = false;
     };
 
-    // The path from `top` down to the node under way. Every node below `top` has a group.
+    // The path from `top` down to the current node. Every node below `top` has a group.
     std::vector<VisitedNode> path = {{top}};
     OpenNode(top, in_group);
     for (;;) {
@@ -61,7 +61,7 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
             continue;
         }
 
-        // After a cancel too: the groups that are open get what is theirs and are closed in order.
+        // After a cancel, too, the open groups get their own content and are closed in order.
         const bool has_content = ExportNode(current.node, current.has_content);
         path.pop_back();
         if (in_group || !path.empty()) {
@@ -81,7 +81,7 @@ void SceneExporter::OpenNode(INode* node, bool in_group) {
     ReportProgress(node);
 }
 
-// Nodes that were not there when the nodes were counted don't take the bar past its end.
+// Nodes added after the count don't take the bar past its end.
 void SceneExporter::ReportProgress(INode* node) {
     ++nodes_done_;
     const float percent =

@@ -2,22 +2,21 @@
 
 #include <array>
 
-// The settings as they stand in their file. The plug-in shares this table with programs that change
-// the file without it, so nothing of the host stands here.
+// The layout of the settings file, for the plug-in and for other programs that change the file.
 
 namespace Qor {
 
-/// The name of the file in the host's folder for the settings of plug-ins.
+/// The file is in the host's folder for plug-in settings.
 constexpr char kSettingsFile[] = "velmoraexport7.ini";
 
-/// A setting that is kept from one start of the host to the next, as "1" or "0". All is ASCII.
+/// A setting that is kept between runs of the host, stored as "1" or "0". All names are ASCII.
 struct OptionKey {
     const char* section;
     const char* key;
     bool initially;  ///< the value if the file has no such key
 };
 
-/// All of them, in the order in which they are loaded and saved.
+/// All settings, in the order in which they are loaded and saved.
 constexpr std::array<OptionKey, 10> kOptionKeys = {{
     {"Curves", "HairAndFur", true},
     {"Curves", "GeneralCurves", false},

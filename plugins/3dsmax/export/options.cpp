@@ -8,14 +8,15 @@ namespace Qor {
 
 namespace {
 
-// Of a value's text with the zero at its end. A longer one is cut, and isn't "1" either way.
+// Characters in the text of a value, including the null terminator. A longer text is cut; it isn't
+// "1" in any case.
 constexpr std::size_t kValueSize = 260;
 
 const wchar_t* text_of(bool value) {
     return value ? L"1" : L"0";
 }
 
-// Of ASCII.
+// `name` must be ASCII.
 std::wstring widened(const std::string& name) {
     return std::wstring(name.begin(), name.end());
 }

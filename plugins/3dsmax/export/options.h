@@ -8,30 +8,30 @@
 
 namespace Qor {
 
-/// The size of a buffer for the path of the settings file, with the zero at its end.
+/// Characters in a buffer for the path of the settings file, including the null terminator.
 constexpr std::size_t kSettingsPathSize = 260;
 
-/// What the user wants an export to take along. One object serves as long as the host runs: it is
-/// shared by the commands and read directly by every conversion.
+/// What the user wants to export. One object lasts as long as the host runs: the commands share it,
+/// and conversions read it directly.
 ///
-/// The flags are kept in a settings file of the host (option_keys.h), which is read once and
-/// written when the user confirms the dialog. The radius multiplier starts anew with the host.
+/// The flags are kept in a settings file (option_keys.h), which is read once and written when the
+/// user confirms the dialog. The radius multiplier isn't kept: it is 1 when the host starts.
 class Options {
 public:
     /// Borrows `host`, and loads the settings.
     explicit Options(Interface* host);
 
-    /// What the file doesn't hold becomes what it is at the first start. Always 0: that there is no
-    /// file is no failure.
+    /// Settings that the file lacks get their initial values. Always returns 0: a missing file
+    /// isn't a failure.
     int Load();
     void Save() const;
 
-    /// Fills `out`, of `kSettingsPathSize` characters. The path is empty if it would not fit; then
-    /// nothing is read and nothing written.
+    /// Writes the path to `out`, which has room for `kSettingsPathSize` characters. The path is
+    /// empty if it doesn't fit; nothing is read or written then.
     void GetSettingsPath(wchar_t* out) const;
 
-    /// Lets the user edit the settings, and saves them. False if the user cancels. The core leaves
-    /// this operation to the plug-in's shell, which defines it.
+    /// Lets the user edit the settings, and saves them. False if the user cancels. Defined in the
+    /// plug-in's shell, not in the export core.
     bool ShowDialog();
 
     bool HairAndFur = true;      ///< hair becomes curves
@@ -39,16 +39,16 @@ public:
     bool PhotometricLights = true;
     bool SkyLights = true;
     bool Bones = true;                ///< bone objects, as plain meshes
-    bool TransformAnimations = true;  ///< moving nodes carry their motion
-    bool CameraAnimations = true;     ///< and so do moving cameras
-    bool Deformable = true;           ///< meshes that change their shape, frame by frame
+    bool TransformAnimations = true;  ///< motion of nodes
+    bool CameraAnimations = true;     ///< motion of cameras
+    bool Deformable = true;           ///< deforming meshes, captured frame by frame
     bool cameras = true;
-    bool Layers = false;  ///< by layers in place of the node tree
+    bool Layers = false;  ///< export by layers, not by the node tree
     float CurveRadiusMultiplier = 1.0f;
     Interface* host;
 };
 
-/// Which field each of `kOptionKeys` is loaded into and saved from, in the order of the keys.
+/// The field of each of `kOptionKeys`, in the order of the keys.
 constexpr std::array<bool Options::*, kOptionKeys.size()> kOptionFields = {
     &Options::HairAndFur,       &Options::GeneralCurves, &Options::PhotometricLights,
     &Options::SkyLights,        &Options::Bones,         &Options::TransformAnimations,

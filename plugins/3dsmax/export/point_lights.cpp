@@ -20,10 +20,10 @@ constexpr ParamID kWebRotationX = 1;
 constexpr ParamID kWebRotationY = 2;
 constexpr ParamID kWebRotationZ = 3;
 
-// By how much a web is turned about x beside its own rotation, in degrees.
+// Added to a web's own rotation about x, in degrees.
 constexpr double kQuarterTurn = 90.0;
 
-// How a light spreads its power by a measured distribution.
+// A measured distribution of light and its rotation.
 struct Web {
     std::string file;
     qorMatrix rotation;
@@ -37,14 +37,14 @@ bool ends_in_ies(const std::wstring& file) {
     }
     const wchar_t* unit = &file[file.size() - kLength];
     for (const wchar_t small_letter : kEnding) {
-        if ((*unit++ | 0x20) != small_letter) {  // the bit that a capital lacks
+        if ((*unit++ | 0x20) != small_letter) {  // to lower case
             return false;
         }
     }
     return true;
 }
 
-// None unless the light has a web and the host finds its file.
+// No value unless the light has a web and the host finds its file.
 std::optional<Web> find_web(LightscapeLight& light, Interface* host) {
     if (light.GetDistribution() != LightscapeLight::WEB_DIST) {
         return std::nullopt;
@@ -71,7 +71,7 @@ std::optional<Web> find_web(LightscapeLight& light, Interface* host) {
                                                degrees(kWebRotationY), degrees(kWebRotationZ))};
 }
 
-// The renderer takes light from surfaces only: a triangle without area carries the shader that
+// The renderer's lights are surfaces, so a triangle without area carries the light's shader, which
 // `write_shader` writes. `rotation` can be null.
 template <typename WriteShader>
 void write_carrier(qor::qorSceneapi_oo& scene, const std::string& name, const std::string& material,

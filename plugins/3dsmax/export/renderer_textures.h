@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// The folder, with a slash behind it, in which the renderer looks for textures. Without an
-/// installation that is "/textures/" alone.
+/// The renderer's folder for textures, with a slash at the end. Just "/textures/" if no renderer is
+/// installed.
 std::string GetRendererTexturesFolder();

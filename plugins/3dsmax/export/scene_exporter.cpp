@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kUpIsZ = 2;
 
-// How the renderer is to take the scene in.
+// Tells the renderer how to import the scene.
 void EmitModule(qor::qorSceneapi_oo& scene, bool adjust_camera, bool adjust_environment) {
     qor::DefaultRTModule module;
     module.set_import_mode(true);
@@ -80,21 +80,21 @@ void SceneExporter::OpenFile(const std::string& path) {
     scene_ = std::make_unique<qor::qorSceneapi_oo>(*factory_);
 }
 
-// The factory is closed by hand, since its destructor couldn't tell of a failure.
+// Closes the factory explicitly, since a destructor can't report a failure.
 void SceneExporter::CloseFile() {
     scene_.reset();
     factory_->close();
     factory_.reset();
 }
 
-// The box of an object counts also if the object is left out later on.
+// An object's box counts even if the object is left out later on.
 void SceneExporter::AddToSceneBox(INode* node, Object* object, ViewExp* view) {
     Box3 box;
     object->GetWorldBoundBox(timing_.time, node, view, box);
     scene_box_ += box;
 }
 
-// One pass over the host's scene, into the scene that is open.
+// Makes one pass over the host's scene and writes it into the open scene.
 void SceneExporter::ExportPass(bool adjust_camera, bool adjust_environment,
                                std::uint32_t scene_flags) {
     if (options_->HairAndFur) {

@@ -22,10 +22,9 @@ class MeshPartBuilder;
 
 /// Carries out one Render, Update, Export or Export Animation command from start to end.
 ///
-/// It decides where the scene goes, walks the host's nodes and hands each to the conversion that
-/// its object asks for. Nothing of the scene is held: a node's objects are built, written and
-/// dropped while the walk is on that node. An exporter is built for a command, run once, and
-/// destroyed.
+/// It chooses the destination, walks the host's nodes and passes each to the conversion for its
+/// object. It keeps nothing of the scene: a node's objects are built, written and dropped before
+/// the walk goes on. An exporter is made for one command, run once, and destroyed.
 ///
 ///     SceneExporter exporter(host, host->GetRootNode(), options, changed_nodes);
 ///     exporter.Run(path, false, true, false);
@@ -33,20 +32,20 @@ class MeshPartBuilder;
 /// Cancelling in the host cuts the walk short but leaves a well-formed scene.
 class SceneExporter {
 public:
-    /// Borrows `host` and `root_node`. Only an update looks at `changed_nodes`.
+    /// Borrows `host` and `root_node`. Only an update uses `changed_nodes`.
     SceneExporter(Interface* host, INode* root_node, std::shared_ptr<Qor::Options> options,
                   std::set<INode*> changed_nodes);
     SceneExporter(const SceneExporter&) = delete;
     SceneExporter& operator=(const SceneExporter&) = delete;
     ~SceneExporter();
 
-    /// Always true, also after a cancel or a failed link. `path` is UTF-8 and empty for a link.
-    /// Throws `std::runtime_error` if a scene file can't be opened or wasn't written whole, and
-    /// passes on what else goes wrong on the way.
+    /// Always returns true, even after a cancel or a failed link. `path` is UTF-8, and empty for a
+    /// link. Throws `std::runtime_error` if a scene file can't be opened or completely written.
+    /// Other exceptions during a file export reach the caller.
     bool Run(const std::string& path, bool update, bool to_file, bool animation);
 
 private:
-    // The roads of a run.
+    // Runs into a file, into one file per frame, or over a link.
     void ExportFile(const std::string& path);
     void ExportAnimation(const std::string& path);
     void ExportFrame(TimeValue t, const std::string& path);
@@ -67,8 +66,8 @@ private:
     bool ExportLayerNode(INode* node);
     void ReportProgress(INode* node);
 
-    // What a node's object is turned into. True if the node was taken up, even where nothing of it
-    // came out; such a node, and those above it, can carry a track of their motion.
+    // The conversions of a node's object. They return true if the node was handled, even if nothing
+    // was written for it. Only such nodes and those above them can have a motion track.
     bool ExportObject(INode* node, Object* object, bool may_deform);
     bool ExportMesh(INode* node);
     bool ExportDeformable(INode* node);
@@ -85,15 +84,15 @@ private:
 
     Interface* host_;
     INode* root_node_;
-    std::unique_ptr<qor::LightFactory> factory_;  // null between passes, as is the scene
+    std::unique_ptr<qor::LightFactory> factory_;  // null between passes, like `scene_`
     std::unique_ptr<qor::qorSceneapi_oo> scene_;
-    std::uint32_t node_count_ = 0;  // what the progress bar counts against
+    std::uint32_t node_count_ = 0;  // the total of the progress bar
     std::uint32_t nodes_done_ = 0;
     FrameTiming timing_;
     std::shared_ptr<Qor::Options> options_;
     std::set<INode*> changed_nodes_;
     std::unique_ptr<LightConverter> lights_;
-    std::unique_ptr<MeshPartBuilder> mesh_parts_;  // keeps its storage from one mesh to the next
+    std::unique_ptr<MeshPartBuilder> mesh_parts_;  // reuses its storage for each mesh
     Box3 scene_box_;  // of all meshes and shapes so far, in world space
     bool animation_ = false;
     bool update_ = false;

@@ -10,13 +10,13 @@
 
 namespace {
 
-// Adds the points of the light's shape and gives their number.
+// Adds the points of the light's shape and returns how many there are.
 int add_shape_vertices(const LightscapeLight& light, qor::TriangleObject& shape) {
     const int count = light.GetShape(nullptr, 0);
     if (count <= 0) {
         return 0;
     }
-    // The light may fill fewer points than it tells of.
+    // The light may fill in fewer points than it reports.
     std::vector<Point3> points(static_cast<std::size_t>(count), Point3(0.0f, 0.0f, 0.0f));
     light.GetShape(points.data(), count);
     for (const Point3& point : points) {
@@ -35,7 +35,7 @@ void add_polygon_triangles(qor::TriangleObject& shape, int count) {
     }
 }
 
-// Two rings one behind the other in the list of points: a cap on each, and the sides between them.
+// The points are two rings, one after the other. Each ring gets a cap, and the sides join them.
 void add_cylinder_triangles(qor::TriangleObject& shape, int count) {
     if (count < 4) {
         return;
@@ -51,12 +51,12 @@ void add_cylinder_triangles(qor::TriangleObject& shape, int count) {
         shape.add_triangle(i, half + i, half + 1 + i);
         shape.add_triangle(half + 1 + i, i + 1, i);
     }
-    // From the end of the rings back to their start.
+    // The last side joins the end of the rings to their start.
     shape.add_triangle(half - 1, half, 0);
     shape.add_triangle(half, half - 1, count - 1);
 }
 
-constexpr int kSphereGrid = 30;  // points in each direction, the seam twice
+constexpr int kSphereGrid = 30;  // points in each direction; the seam counts twice
 
 void add_sphere_vertices(qor::TriangleObject& shape, float radius) {
     constexpr double kPi = 3.14159265358979323846;

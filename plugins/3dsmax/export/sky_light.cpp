@@ -10,7 +10,7 @@ namespace {
 
 constexpr ParamID kSkyMap = 2;
 
-// Null for a reference to anything else.
+// Null if the reference is anything else.
 IParamBlock2* as_param_block(ReferenceTarget* reference) {
     if (reference == nullptr || reference->SuperClassID() != PARAMETER_BLOCK2_CLASS_ID) {
         return nullptr;
@@ -20,7 +20,7 @@ IParamBlock2* as_param_block(ReferenceTarget* reference) {
 
 }  // namespace
 
-// A colour or a drawn map makes no environment.
+// Only a bitmap map becomes an environment; a colour or a procedural map doesn't.
 void LightConverter::ConvertSkyLight(Object& light, TimeValue time) {
     for (int i = 0; i < light.NumRefs(); ++i) {
         IParamBlock2* const params = as_param_block(light.GetReference(i));

@@ -14,7 +14,7 @@
 
 namespace {
 
-// Where a texture of a kind goes, and the word for it in the name of a baked file.
+// Where a texture of one kind goes, and the word for the kind in the name of a baked file.
 struct TextureTarget {
     const wchar_t* word;
     int MaterialEntry::*channel;
@@ -42,8 +42,8 @@ struct BitmapDeleter {
     void operator()(Bitmap* bitmap) const { bitmap->DeleteThis(); }
 };
 
-// The material's name goes in as it stands, so that a file can be told by it; where it makes no
-// file name the renderer finds no texture.
+// The material's name is used unchanged, so that users can recognise the file. If it isn't a valid
+// file name, the renderer finds no texture.
 std::wstring baked_file(Mtl* mtl, const TextureTarget& target) {
     return platform::wide_from_utf8(GetRendererTexturesFolder()) + mtl->GetName().data() + L"_" +
            target.word + L".png";
@@ -60,7 +60,7 @@ void apply_baked(MaterialEntry& entry, Mtl* mtl, Texmap* texmap, const TextureTa
     const std::wstring path = baked_file(mtl, target);
     bake_texmap(texmap, path);
     (entry.material.get()->*target.set_texture)(NarrowName(path.c_str()));
-    // Drawing a map can bring it up to date, and its channel with it.
+    // Drawing a map can update it and so change its channel.
     entry.*target.channel = texmap->GetMapChannel();
 }
 
@@ -98,8 +98,8 @@ void bake_texmap(Texmap* texmap, const std::wstring& path) {
         return;
     }
 
-    // The path is kept even if the file can't be written, so that a folder without access costs
-    // one drawing and not one per export.
+    // The path is kept even if the file can't be written. So a folder without write access costs
+    // one drawing, not one per export.
     baked_textures.insert(path);
     texmap->RenderBitmap(0, bitmap.get(), 1.0f, FALSE);
     bitmap->OpenOutput(&info);

@@ -2,8 +2,8 @@
 
 #include <limits>
 
-/// The whole part of `number`, as the host's processors convert it: what doesn't fit an `int`, NaN
-/// included, gives the least `int`.
+/// `number` truncated to an `int` as an x86-64 processor converts it: NaN and numbers that don't
+/// fit give the lowest `int`.
 inline int TruncateToInt(double number) {
     constexpr double kBelowLeast = -2147483649.0;
     constexpr double kAboveGreatest = 2147483648.0;

@@ -1,5 +1,5 @@
 #pragma once
 
-/// The host's system units in a metre. The scale that the host reports beside the unit's type plays
-/// no part.
+/// The number of the host's system units in a metre. Ignores the scale factor that the host reports
+/// with the type of unit.
 float GetUnitScale();

@@ -6,9 +6,9 @@
 
 namespace {
 
-// Keys that match lie within these distances of one another, with a margin for rounding. A cell is
-// four times as wide, so that the matches of a key lie in two neighbouring cells at most along each
-// axis, also where a double has no digits left to tell the places within a cell apart.
+// Matching keys lie within these distances of one another, with a margin for rounding. A cell is
+// four times as wide, so along each axis the matches of a key lie in at most two neighbouring
+// cells. This holds even for values so large that a double can't resolve places within a cell.
 constexpr double kNormalReach = 3.46e-4;
 constexpr double kCoordinateReach = 1.2e-7;
 
@@ -36,9 +36,9 @@ std::uint64_t mixed(std::uint64_t hash, double cell) {
     return hash ^ (hash >> 29);
 }
 
-// True if no cell can say what the key matches: what is no number matches everything, and so does
-// the whole of a normal with one component that is infinite in both. An infinite coordinate matches
-// itself alone, and has a cell.
+// True if a key's matches can't be found by cell. NaN matches everything. Two normals match,
+// whatever their other components, if one component is the same infinity in both. An infinite
+// texture coordinate matches only itself, so it has a cell.
 bool is_outside_the_grid(const VertexKey& key) {
     return !std::isfinite(key.normal.x) || !std::isfinite(key.normal.y) ||
            !std::isfinite(key.normal.z) || std::isnan(key.u) || std::isnan(key.v);
@@ -47,7 +47,7 @@ bool is_outside_the_grid(const VertexKey& key) {
 }  // namespace
 
 void VertexKeyTable::begin(size_t host_vertices, size_t corners, bool has_coordinates) {
-    // Only what the last part used has to be taken back.
+    // Only the host vertices of the last part need a reset.
     for (const DWORD host_vertex : host_vertices_) {
         heads_[host_vertex] = kNone;
     }
@@ -101,7 +101,7 @@ int VertexKeyTable::find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key
     return number;
 }
 
-// The first of all that match, as a walk along a chain would find it.
+// Finds the first of all matches, as a walk along a chain would.
 int VertexKeyTable::find_in_crowd(const Crowd& crowd, const VertexKey& key) const {
     if (is_outside_the_grid(key)) {
         return first_match(crowd.all, key, kNone);
@@ -117,7 +117,7 @@ int VertexKeyTable::find_in_crowd(const Crowd& crowd, const VertexKey& key) cons
         cells[i][1] = axes[i].cell_of(axes[i].value + axes[i].reach);
         second_cell_of |= cells[i][0] != cells[i][1] ? 1u << i : 0u;
     }
-    // Every subset of those axes stands for one of the cells.
+    // Each subset of those axes selects one of the cells.
     for (unsigned subset = second_cell_of;; subset = (subset - 1) & second_cell_of) {
         std::uint64_t hash = 0;
         for (int i = 0; i < kAxes; ++i) {

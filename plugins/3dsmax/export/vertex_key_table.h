@@ -9,7 +9,7 @@
 
 #include "plugins/3dsmax/export/host.h"
 
-/// What tells the output vertices of one host vertex apart.
+/// What distinguishes the output vertices of one host vertex.
 struct VertexKey {
     Point3 normal;  ///< in the mesh's space
     float u, v;     ///< 0 for a part without texture coordinates
@@ -17,53 +17,53 @@ struct VertexKey {
 
 /// The output vertices of a mesh part, found by host vertex, normal and texture coordinates.
 ///
-/// The host shares positions, while the renderer wants one normal and one coordinate for a vertex,
-/// so a host vertex splits into as many as it has distinct keys. Host vertices are never merged.
-/// Two keys are the same within a small tolerance, and of several that match, the one found first
-/// counts:
+/// Corners with different normals or texture coordinates can share a host vertex, but a vertex of
+/// the renderer has one of each. So a host vertex is split into one output vertex for each distinct
+/// key. Different host vertices are never merged. Keys match within a small tolerance, and of
+/// several matches the first one added counts:
 ///
 ///     corner of host vertex 7, normal up     vertex 0
 ///     corner of host vertex 7, normal left   vertex 1
 ///     corner of host vertex 7, normal up     vertex 0 again
 ///     corner of host vertex 8, normal up     vertex 2
 ///
-/// Vertices are numbered in the order of their finding. What is known of them stands in arrays of
-/// the renderer's form, so that these needn't be copied. Storage is kept from one part to the next.
+/// Vertices are numbered in the order in which they are added. Their data is stored in the
+/// renderer's layout, so it needn't be copied. Storage is reused from one part to the next.
 class VertexKeyTable {
 public:
-    /// Starts a part of so many corners, of a mesh of so many host vertices. Without texture
-    /// coordinates the normal alone decides.
+    /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices. Without
+    /// texture coordinates only the normals are compared.
     void begin(size_t host_vertices, size_t corners, bool has_coordinates);
 
-    /// The number of the output vertex.
+    /// The number of the output vertex with that key, which is added if there is none yet.
     int find_or_add(DWORD host_vertex, const VertexKey& key);
 
-    /// Of each output vertex, its host vertex.
+    /// The host vertex of each output vertex.
     const std::vector<DWORD>& host_vertices() const { return host_vertices_; }
 
-    /// Three floats for each vertex. What is taken ends the part.
+    /// Three floats per vertex. Taking an array ends the part.
     std::vector<float> take_normals() { return std::move(normals_); }
-    /// Two floats for each vertex, or none without texture coordinates.
+    /// Two floats per vertex, or none without texture coordinates.
     std::vector<float> take_coordinates() { return std::move(coordinates_); }
 
-    /// Gives arrays back that were taken, for the memory that they have.
+    /// Gives back arrays that were taken, to reuse their memory.
     void keep_storage(std::vector<float> normals, std::vector<float> coordinates);
 
 private:
     static constexpr int kNone = -1;
 
-    // Of the squared distance of two normals, and of the plain difference of two coordinates.
+    // Applies to the squared distance of two normals, and to the difference of two coordinates.
     static constexpr float kTolerance = 1.1920929e-7f;
 
-    // A host vertex with more output vertices than this is crowded, as the tip of a cone is. A
-    // longer chain would make the time grow with its square.
+    // A host vertex with more output vertices than this is crowded, such as the tip of a cone.
+    // Walking longer chains would take time that grows with the square of their length.
     static constexpr int kLongestChain = 32;
 
-    // The vertices of a crowded host vertex that are not in its chain, by the cell of a grid that
-    // their key lies in. Other cells may share a bucket.
+    // The vertices of a crowded host vertex that are not in its chain, by the grid cell that their
+    // key lies in. Cells with the same hash share a list.
     struct Crowd {
         std::vector<int> all;
-        std::vector<int> outside;  // in no cell
+        std::vector<int> outside;  // those without a cell
         std::unordered_map<std::uint64_t, std::vector<int>> cells;
     };
 
@@ -74,13 +74,13 @@ private:
     int find_in_crowd(const Crowd& crowd, const VertexKey& key) const;
     int first_match(const std::vector<int>& candidates, const VertexKey& key, int best) const;
 
-    std::vector<int> heads_;  // one per host vertex, below 0 where it has none
+    std::vector<int> heads_;  // the first vertex of each host vertex, or kNone
     std::vector<DWORD> host_vertices_;
-    std::vector<int> next_;  // the next vertex of the same host vertex, or below 0
+    std::vector<int> next_;  // the next vertex of the same host vertex, or kNone
     std::vector<float> normals_;
     std::vector<float> coordinates_;
     std::unordered_map<DWORD, Crowd> crowds_;
-    size_t room_ = 0;  // of vertices in the arrays
+    size_t room_ = 0;  // vertices that the arrays are reserved for
     size_t corners_ = 0;
     bool has_coordinates_ = false;
 };
@@ -107,7 +107,7 @@ inline int VertexKeyTable::find_or_add(DWORD host_vertex, const VertexKey& key) 
     return number;
 }
 
-// What is no number differs from nothing, so the tests ask whether a difference is too great.
+// NaN must match everything, so the tests check for a difference that is too large.
 inline bool VertexKeyTable::matches(int found, const VertexKey& wanted) const {
     const float* normal = &normals_[3 * static_cast<size_t>(found)];
     const Point3 difference = Point3(normal[0], normal[1], normal[2]) - wanted.normal;
@@ -124,8 +124,8 @@ inline bool VertexKeyTable::matches(int found, const VertexKey& wanted) const {
 
 inline int VertexKeyTable::add(DWORD host_vertex, const VertexKey& key) {
     if (host_vertices_.size() == room_) {
-        // Once there are more vertices than the host has, there may be one for each corner. Room
-        // that isn't used is never touched, while growing step by step would copy all there is.
+        // Once a part has more vertices than the mesh, it may need one per corner. Reserved memory
+        // that stays unused is never touched, while growing step by step would copy everything.
         make_room(corners_);
     }
     const int number = static_cast<int>(host_vertices_.size());

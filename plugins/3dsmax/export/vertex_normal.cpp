@@ -5,10 +5,10 @@
 namespace {
 
 constexpr int kEndOfChain = -1;
-constexpr int kUnused = -2;  // of a record that starts a chain and has taken no normal in
+constexpr int kUnused = -2;  // the first record of a chain, before it has a normal
 
 // The sides of a face, in the order of its corners: side 0 leads from corner 0 to corner 1. Each
-// corner's angle needs two of them, so their lengths are worked out once.
+// side is used by two corners, so its length is computed once.
 struct FaceSides {
     explicit FaceSides(const Mesh& mesh, const Face& face) {
         const Point3& a = mesh.verts[face.v[0]];
@@ -23,7 +23,7 @@ struct FaceSides {
         }
     }
 
-    // Without a direction on both sides of a corner there is no angle, and no weight.
+    // 0 if a side at the corner has no length, so that the corner has no weight.
     float angle(int corner) const {
         const int in = corner == 0 ? 2 : corner - 1;
         return has_length[in] && has_length[corner] ? CornerAngle(direction[in], direction[corner])
@@ -94,7 +94,7 @@ void VertexNormals::add(DWORD vertex, const Point3& weighted_normal, DWORD group
         add_without_groups(vertex, weighted_normal);
         return;
     }
-    // The chain is short: each record in it has brought a group along that those before it lacked.
+    // The chain is short, since each record in it has a group that the records before it lacked.
     for (int i = static_cast<int>(vertex);;) {
         VertexNormal& record = records_[static_cast<size_t>(i)];
         if ((record.smoothing & groups) != 0) {
@@ -110,9 +110,9 @@ void VertexNormals::add(DWORD vertex, const Point3& weighted_normal, DWORD group
     }
 }
 
-// Each face without groups gets a record of its own at the end of the chain. Of those behind the
-// head only the last can ever be asked for, so it takes the place of the one before it: a vertex
-// that very many such faces share would have a chain as long.
+// A face without groups needs a record of its own at the end of the chain. Of these records after
+// the head, `lookup` can reach only the last, so a new one replaces the one before it. Otherwise a
+// vertex shared by very many such faces would have an equally long chain.
 void VertexNormals::add_without_groups(DWORD vertex, const Point3& weighted_normal) {
     int before = static_cast<int>(vertex);
     while (true) {
@@ -123,7 +123,7 @@ void VertexNormals::add_without_groups(DWORD vertex, const Point3& weighted_norm
         }
         VertexNormal& record = records_[static_cast<size_t>(next)];
         if (record.smoothing == 0) {
-            // To the end with it.
+            // Move the record to the end.
             int last = next;
             while (records_[static_cast<size_t>(last)].next != kEndOfChain) {
                 last = records_[static_cast<size_t>(last)].next;
@@ -142,7 +142,8 @@ void VertexNormals::add_without_groups(DWORD vertex, const Point3& weighted_norm
 
 void VertexNormals::append(int last, const Point3& normal, DWORD groups) {
     if (records_.size() == records_.capacity()) {
-        // No more can come than there are corners. Room that isn't used is never touched.
+        // There can't be more additional records than corners. Reserved memory that stays unused is
+        // never touched.
         const size_t corners = 3 * static_cast<size_t>(mesh_->numFaces);
         records_.reserve(static_cast<size_t>(mesh_->numVerts) + corners);
     }
@@ -150,8 +151,8 @@ void VertexNormals::append(int last, const Point3& normal, DWORD groups) {
     records_.push_back({normal, groups, kEndOfChain});
 }
 
-// Each record takes in those behind it that share a group with it: two groups can have been joined
-// after each had got a record of its own.
+// Merges each record with later ones that share a group with it. Two groups can have been joined
+// after each already had a record.
 void VertexNormals::finish(int head) {
     for (int i = head; i >= 0; i = records_[static_cast<size_t>(i)].next) {
         VertexNormal& record = records_[static_cast<size_t>(i)];

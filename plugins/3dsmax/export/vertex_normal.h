@@ -4,29 +4,29 @@
 
 #include "plugins/3dsmax/export/copied_mesh.h"
 
-/// The normal that the corners of a vertex share which share a smoothing group. The records of a
-/// vertex form a chain.
+/// The normal for those corners of a vertex that share a smoothing group. The records of a vertex
+/// form a chain.
 struct VertexNormal {
-    Point3 normal;    ///< a weighted sum of face normals, in the end of unit length
+    Point3 normal;    ///< a weighted sum of face normals, normalised at the end
     DWORD smoothing;  ///< the union of the groups that went into it
-    int next;         ///< the next record of the vertex, or below 0
+    int next;         ///< the next record of the vertex, or negative
 };
 
-/// The normals of a mesh, worked out from its smoothing groups. Where the mesh itself fixes the
-/// normal of a corner by an explicit one, that one holds.
+/// The normals of a mesh, computed from its smoothing groups. A corner with an explicit normal in
+/// the mesh keeps that one.
 ///
-/// A face's normal goes into the first record of its vertex with which it shares a group, and into
-/// a new one if there is none. A face without any group shares with none:
+/// A face's normal is added to the first record of the vertex that shares a group with the face, or
+/// to a new record if there is none. A face without groups shares none:
 ///
 ///     faces at a vertex, by groups   its records
 ///     1, 1, 1                        {1}
 ///     1, 2, 0                        {1} {2} {}
-///     1, 2, then 1 and 2             {1, 2}: the first takes the third in, and then the second
+///     1, 2, then 1 and 2             {1, 2}: the third joins the first, which absorbs the second
 ///
 /// Storage is kept from one mesh to the next.
 class VertexNormals {
 public:
-    /// Borrows the copy until the last `lookup`. Its faces must use vertices that it has.
+    /// Borrows the copy until the last `lookup`. Its vertex indices must be in range.
     void compute(const CopiedMesh& copy);
 
     /// The normal of a face's corner, in the mesh's space.
@@ -43,14 +43,14 @@ private:
 
     const Mesh* mesh_ = nullptr;
     MeshNormalSpec* spec_ = nullptr;
-    std::vector<VertexNormal> records_;  // one for each vertex, which starts its chain, then others
+    std::vector<VertexNormal> records_;  // one chain head per vertex, then the others
 };
 
-/// The angle by which a face turns at a corner, in radians: what a corner's normal is weighted
-/// with. `edge_in` leads to the corner and `edge_out` away from it, both of unit length.
+/// The weight of a corner's normal: the angle by which the outline of the face turns at the corner,
+/// in radians. `edge_in` leads to the corner and `edge_out` away from it, both of unit length.
 float CornerAngle(const Point3& edge_in, const Point3& edge_out);
 
-// The id of the explicit normal of a corner itself.
+// The id of this corner's explicit normal, regardless of the face's other corners.
 inline int VertexNormals::explicit_normal(int face, int corner) const {
     const int id = face < spec_->GetNumFaces() ? spec_->GetNormalIndex(face, corner) : -1;
     const bool counts = id >= 0 && id < spec_->GetNumNormals() && spec_->GetNormalExplicit(id);
@@ -61,8 +61,8 @@ inline Point3 VertexNormals::lookup(int face, int corner) const {
     const Face& corners = mesh_->faces[face];
     const DWORD vertex = corners.v[corner];
     if (spec_ != nullptr) {
-        // Explicit normals go by face and vertex: of two corners on one vertex the later one
-        // counts.
+        // Explicit normals belong to a face and a vertex: if two corners share a vertex, the later
+        // one counts.
         for (int i = 2; i >= 0; --i) {
             if (corners.v[i] == vertex) {
                 const int id = explicit_normal(face, i);

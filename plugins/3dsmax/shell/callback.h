@@ -6,25 +6,25 @@
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"
 
-/// What the host calls: with the menu's commands, and with each change of a node.
+/// Receives the menu's commands and every change of a node from the host.
 ///
 /// It collects the nodes that events name, so that an Update can send just those. An exporting
-/// command works on a copy; the collection itself starts anew once that command has ended normally.
-/// The same object listens from the plug-in's start on.
+/// command works on a copy of the collection, which is cleared when the command ends without an
+/// exception. One object receives all events after the plug-in's start.
 class Callback : public ActionCallback, public INodeEventCallback {
 public:
     /// Borrows `host`.
     Callback(Interface* host, std::shared_ptr<Qor::Options> options);
 
-    /// Carries a command out; see `command_ids.h`. An id that is none of them does nothing. True in
-    /// any case, and nothing is thrown: what went wrong is told in a message box.
+    /// Carries out a command of `command_ids.h`, and ignores any other id. Always returns true and
+    /// throws nothing: failures are shown in a message box.
     BOOL ExecuteAction(int id) override;
 
-    /// A null stands for nodes that were gone when their event came.
+    /// Contains null if a node was already gone when its event came.
     const std::set<INode*>& changed_nodes() const { return changedNodes_; }
 
-    // Each of these makes its nodes changed ones. Those events that aren't here, such as a new name
-    // or a selection, change nothing that an Update would send.
+    // Each of these events marks its nodes as changed. Events that aren't listed, such as a new
+    // name or a selection, change nothing that an Update would send.
     void Added(NodeKeyTab& nodes) override { Record(nodes); }
     void Deleted(NodeKeyTab& nodes) override { Record(nodes); }
     void LinkChanged(NodeKeyTab& nodes) override { Record(nodes); }

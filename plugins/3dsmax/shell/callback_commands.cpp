@@ -9,8 +9,8 @@
 
 namespace {
 
-// Takes the host's progress bar down on every way out. Where the host shows none, since another is
-// under way, there is none to take down.
+// Shows the host's progress bar and removes it on every way out. If the host shows no bar, because
+// one is already open, none is removed.
 class ProgressShown {
 public:
     explicit ProgressShown(Interface* host)
@@ -30,7 +30,7 @@ private:
     bool is_shown_;
 };
 
-// Asks the user for a file; false if there is to be none. The path is UTF-8.
+// Asks the user for a file; false if the user cancels. The path is UTF-8.
 bool ask_for_path(Interface* host, std::string& path) {
     MSTR title(L"Vsq Export");
     MSTR filename;
@@ -91,7 +91,7 @@ void Callback::CarryOut(int id) {
     }
 }
 
-// After a failure the changed nodes stay: what should have been sent hasn't been.
+// An exception keeps the changed nodes, since they haven't been sent.
 void Callback::Export(const ExportingCommand& command) {
     std::string path;
     if (command.to_file && !ask_for_path(host_, path)) {

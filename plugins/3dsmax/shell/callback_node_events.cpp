@@ -2,7 +2,7 @@
 
 #include "plugins/3dsmax/shell/host_border.h"
 
-// A key that leads to no node any more gives null, which no Update ever asks for.
+// A key whose node no longer exists is recorded as null, which no Update ever asks for.
 void Callback::Record(NodeKeyTab& nodes) {
     WithoutExceptions([&] {
         for (int i = 0; i < nodes.Count(); ++i) {

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The menu's commands, by the ids of their actions.
+/// The ids of the menu's commands in the action table.
 constexpr int kRenderCommand = 1035;
 constexpr int kUpdateCommand = 1036;
 constexpr int kSettingsCommand = 1037;

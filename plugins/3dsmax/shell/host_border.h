@@ -1,7 +1,7 @@
 #pragma once
 
-/// Runs a step that the host called for. The host knows no exceptions, and what could be thrown
-/// here, a lack of memory, leaves nothing to be told; so the step just ends.
+/// Runs a step for the host, which can't handle exceptions. Only a lack of memory can throw here,
+/// and that can't be reported either, so the step just ends.
 template <typename Step>
 void WithoutExceptions(Step&& step) noexcept {
     try {

@@ -13,7 +13,7 @@ struct MenuAction {
     int text_id;
 };
 
-/// The commands in the order of the action table, which is that of the menu as well.
+/// The commands, in the order of both the action table and the menu.
 constexpr MenuAction kMenuActions[] = {
     {kRenderCommand, IDS_RENDER},     {kUpdateCommand, IDS_UPDATE},
     {kExportCommand, IDS_EXPORT},     {kExportAnimationCommand, IDS_EXPORT_ANIMATION},

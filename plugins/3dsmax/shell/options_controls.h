@@ -3,14 +3,14 @@
 #include "plugins/3dsmax/export/options.h"
 #include "plugins/3dsmax/shell/resources.h"
 
-/// A control of the settings dialog that the user sets something with.
+/// A control of the settings dialog that changes a setting.
 struct OptionControl {
     int id;
     const char* text;
     bool Qor::Options::*field;  ///< null for the trackbar of the curve radius multiplier
 };
 
-/// All of them, in the order in which a confirmed dialog is taken over. `SkyLights` has none.
+/// All of them, in the order in which a confirmed dialog applies them. `SkyLights` has none.
 constexpr OptionControl kOptionControls[] = {
     {IDC_HAIR_AND_FUR, TEXT_HAIR_AND_FUR, &Qor::Options::HairAndFur},
     {IDC_GENERAL_CURVES, TEXT_GENERAL_CURVES, &Qor::Options::GeneralCurves},

@@ -18,7 +18,7 @@ void take_multiplier(HWND dialog, Qor::Options& options) {
     options.CurveRadiusMultiplier = RadiusMultiplierAt(static_cast<int>(position));
 }
 
-// The trackbar opens in its middle whatever the multiplier is by then.
+// The trackbar always starts in the middle, whatever the multiplier is.
 void show_options(HWND dialog, const Qor::Options& options) {
     CenterWindow(dialog, GetParent(dialog));
     SetFocus(dialog);

@@ -1,4 +1,5 @@
-// The library's entry where a module brings no resources of its own: the texts are a table here.
+// The library's entry point on systems where a module has no resources of its own. The texts are in
+// a table here.
 
 #include "plugins/3dsmax/shell/resources.h"
 #include "plugins/3dsmax/shell/string_resources.h"

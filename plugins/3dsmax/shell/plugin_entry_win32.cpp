@@ -7,7 +7,7 @@
 BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH) {
         module_handle = module;
-        InitCommonControls();  // the dialog's trackbar is one
+        InitCommonControls();  // for the dialog's trackbar
     }
     return TRUE;
 }

@@ -1,5 +1,5 @@
-// What the host asks a library for once it has loaded it, exported by name: by plugin_exports.def
-// on Windows, by plugin_exports.map elsewhere.
+// The functions that the host looks up by name in a library it has loaded. They are exported by
+// plugin_exports.def on Windows and by plugin_exports.map elsewhere.
 
 #include "plugins/3dsmax/shell/resources.h"
 #include "plugins/3dsmax/shell/string_resources.h"

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// The trackbar of the curve radius multiplier: a logarithmic scale from about 0.1 at its lowest
-/// position over 1 in the middle to 10 at its highest.
+/// The trackbar of the curve radius multiplier. Its scale is logarithmic: about 0.1 at the lowest
+/// position, 1 in the middle and 10 at the highest.
 constexpr int kLowestRadiusPosition = 1;
 constexpr int kMiddleRadiusPosition = 50;
 constexpr int kHighestRadiusPosition = 100;
@@ -11,5 +11,5 @@ constexpr int kHighestRadiusPosition = 100;
 /// The multiplier at a position of the trackbar.
 float RadiusMultiplierAt(int position);
 
-/// How the dialog shows a multiplier: small ones with two decimals, others with one.
+/// How the dialog shows a multiplier: with two decimals below 0.5, otherwise with one.
 std::string RadiusLabel(float multiplier);

@@ -1,7 +1,7 @@
 #pragma once
 
 // The ids and texts of the plug-in's resources. The resource script and the code share them, so
-// there are only macros here, and every text is narrow: L"" in front of it makes it wide.
+// this file has only macros. All texts are narrow; L"" in front of one makes it wide.
 
 // String resources.
 #define IDS_CLASS_NAME 1

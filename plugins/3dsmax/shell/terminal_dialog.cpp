@@ -10,7 +10,7 @@
 
 namespace {
 
-// A whole number from `lowest` to `highest`, or nothing.
+// No value unless `text` is a whole number from `lowest` to `highest`.
 std::optional<int> parse_number(const std::string& text, int lowest, int highest) {
     if (text.empty() || text.size() > 9 ||
         text.find_first_not_of("0123456789") != std::string::npos) {
@@ -20,7 +20,7 @@ std::optional<int> parse_number(const std::string& text, int lowest, int highest
     return number >= lowest && number <= highest ? std::optional<int>(number) : std::nullopt;
 }
 
-// Nothing at the end of the input.
+// Asks until the answer is valid. An empty one means `shown`. No value at the end of the input.
 std::optional<int> ask(const std::string& question, int shown, int lowest, int highest,
                        std::istream& in, std::ostream& out) {
     for (std::string line;;) {
@@ -42,7 +42,7 @@ std::optional<int> ask(const std::string& question, int shown, int lowest, int h
     }
 }
 
-// These two take an answer over; false at the end of the input.
+// The next two functions store the answer. They return false at the end of the input.
 
 bool ask_flag(const std::string& text, bool& flag, std::istream& in, std::ostream& out) {
     const std::optional<int> answer = ask(text + ", 1 or 0", flag, 0, 1, in, out);

@@ -21,7 +21,7 @@ struct Notification {
     NOTIFYPROC proc;
 };
 
-// The menu is built anew at each start, so it stays out of the user's menu file.
+// The menu is built again at each start, so it is kept out of the user's menu file.
 constexpr Notification kNotifications[] = {
     {NOTIFY_CUI_MENUS_POST_LOAD, install_menu},
     {NOTIFY_CUI_MENUS_PRE_SAVE, remove_menu},

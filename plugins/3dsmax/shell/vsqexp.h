@@ -6,19 +6,20 @@
 #include "plugins/3dsmax/export/options.h"
 #include "plugins/3dsmax/shell/callback.h"
 
-/// The plug-in as the host holds it. From `Start` on its menu stands on the main menu bar, and its
-/// callback waits for commands and for events of nodes. What it holds stays until the process ends.
+/// The plug-in's object in the host. From `Start` on, its menu is on the main menu bar, and its
+/// callback receives commands and node events. Its members last until the process ends.
 class VSQExp final : public GUP {
 public:
     DWORD Start() override;
     void Stop() override;
     void DeleteThis() override {}
 
-    /// Puts the menu at the end of the main menu bar, unless a menu of its title is there: the user
-    /// may have changed that one. The action table leads to the callback afterwards in any case.
+    /// Adds the menu at the end of the main menu bar, unless a menu with its title is already
+    /// there: the user may have changed that one. In either case the action table then calls the
+    /// callback.
     void InstallMenu();
 
-    /// Takes the menu away, if there is one.
+    /// Removes the menu, if there is one.
     void RemoveMenu();
 
 private:

@@ -9,7 +9,7 @@
 namespace {
 
 ActionTable* make_action_table(MSTR& name) {
-    // The 0 stands for no category.
+    // The 0 means no category.
     ActionDescription descriptions[std::size(kMenuActions)];
     for (std::size_t i = 0; i < std::size(kMenuActions); ++i) {
         const MenuAction& action = kMenuActions[i];

@@ -2,7 +2,7 @@
 
 #include "plugins/3dsmax/export/host.h"
 
-/// What the host learns of the library's one plug-in, `VSQExp`, and of the actions that it brings.
+/// Describes the library's only plug-in, `VSQExp`, and its actions to the host.
 class VSQExpClassDesc final : public ClassDesc {
 public:
     int IsPublic() override { return 1; }
@@ -14,12 +14,12 @@ public:
     const MCHAR* Category() override;
 
     int NumActionTables() override { return 1; }
-    /// Made at the first call, and the host's from then on.
+    /// Created on the first call; the host owns it from then on.
     ActionTable* GetActionTable(int i) override;
 
 private:
     ActionTable* action_table_ = nullptr;
 };
 
-/// The one description of the library.
+/// The library's only class description.
 VSQExpClassDesc* GetVSQExpClassDesc();

@@ -10,13 +10,13 @@ MSTR menu_title() {
 }
 
 void show_in_context(IMenuManager* menus, IMenu* menu) {
-    // A menu of this title that stood there before has no context.
+    // No context was registered if a menu with this title already existed.
     if (auto* context = static_cast<IMenuBarContext*>(menus->GetContext(kMenuContextId))) {
         context->SetMenu(menu);
     }
 }
 
-// The host may not have taken the plug-in's actions up yet.
+// The host may not have registered the plug-in's actions yet.
 ActionTable* find_table(IActionManager* actions) {
     ActionTable* table = actions->FindTable(kActionTableId);
     return table != nullptr ? table : GetVSQExpClassDesc()->GetActionTable(0);
@@ -45,7 +45,7 @@ void VSQExp::InstallMenu() {
     IMenu* bar = menus->GetMainMenuBar();
     ActionTable* table = find_table(actions);
     if (bar == nullptr || table == nullptr) {
-        return;  // a later notification of the host's menus tries again
+        return;  // the next menu notification tries again
     }
     menus->RegisterMenuBarContext(kMenuContextId, title.data());
     IMenu* menu = GetIMenu();
