@@ -3,11 +3,12 @@
 
     check_includes.py [ROOT]
 
-Each row of the table reads `path -> path path ...`: what lies at or below the first path may
-include what belongs to the others, `*` standing for everything. The longest matching path holds.
-A folder sees itself. A single file can have a row of its own: it includes by that row alone, and
-may be included where either it or its folder is named. A breach is reported with file, line and
-the arrow that is missing, and makes the exit status 1.
+A row of the table has the form `path -> path path ...`: files at or below the first path may include
+files at or below the others; `*` stands for every path. If several rows match a file, the one with
+the longest path counts. A folder may always include its own files. A single file can have a row of
+its own: then only that row counts for what it includes, and another row may allow either the file or
+its folder. Each breach is printed with the file, the line and the missing arrow, and the exit status
+is then 1.
 """
 
 import os
@@ -30,7 +31,7 @@ def read_table(root):
 
 
 def source_files(root):
-    """The sources below `root` as paths relative to it, without build trees and hidden folders."""
+    """Yields the sources below `root` as paths relative to it. Skips build trees and hidden folders."""
     for folder, subfolders, files in os.walk(root):
         at_root = Path(folder) == root
         subfolders[:] = sorted(
@@ -73,12 +74,12 @@ class Checker:
                     self.breaches.append(f"{file}:{number}: {breach}")
 
     def breach(self, file, row, quoted, target):
-        """What is wrong with an include of `target`, or None."""
-        # A generated header stands in the tree as a template with `.in` behind its name.
+        """Says what is wrong with an include of `target`. None if it is allowed."""
+        # For a generated header, the tree has a template whose name ends in `.in`.
         in_tree = any((self.root / (target + ending)).is_file() for ending in ("", ".in"))
         if not in_tree or ".." in Path(target).parts:
             if not quoted:
-                return None  # a header of the system or of a library
+                return None  # a header of the system or of an installed library
             return f"may not include {target} (no such file from the project's root)"
 
         target_folder = longest_match(self.folders, target)
