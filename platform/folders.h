@@ -4,13 +4,12 @@
 
 namespace platform {
 
-// Paths in UTF-8, without a separator at their end.
+// These paths are UTF-8 and have no separator at the end.
 
-/// The folder of the program that runs; empty if the system doesn't tell.
+/// The folder of the running program; empty on failure.
 std::string program_folder();
 
-/// Where all of the maker's programs keep what they are told by the user. Nobody has made it yet on
-/// a new machine.
+/// The folder where all of the maker's programs keep the user's settings. It may not exist yet.
 std::string user_configuration_folder();
 
 }  // namespace platform
