@@ -1,6 +1,7 @@
-# Writes the source of qor::build_time() to OUTPUT, in the form "Fri Feb 11 13:51:42 2022", with a
-# blank in front of a day of one digit.
-# A build that is to be reproduced must not depend on the zone of the machine.
+# Writes a source file that defines qor::build_time() to OUTPUT. The time has the form
+# "Fri Feb 11 13:51:42 2022"; a blank pads a one-digit day.
+
+# A reproducible build must not depend on the machine's time zone.
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
     set(zone UTC)
 endif()

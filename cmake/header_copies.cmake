@@ -1,9 +1,9 @@
-# Header-only libraries of the build machine, for a cross build: their headers are copied to the
-# build tree, since the machine's whole include folder would bring its C library along.
+# Header-only libraries of the build machine, for a cross build. Their headers are copied to the
+# build tree, because the machine's whole include folder would bring its C library along.
 #
 # vsq_header_library(<target> <header to find> <folder or header>...)
-# makes an interface target with the headers of `<folder or header>`, named below the include root.
-# Folders that share a library may each name it.
+# creates an interface target for the library. A cross build copies each `<folder or header>`, which
+# is relative to the include root. Several folders may call this for the same target.
 function(vsq_header_library target probe)
     if(TARGET ${target})
         return()

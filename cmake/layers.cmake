@@ -1,10 +1,11 @@
-# One CMake target per folder; cmake/layers.txt says which other folders it sees, and of which it
-# sees a single header.
+# One CMake target per folder. cmake/layers.txt lists what each folder may include: other folders or
+# single headers of them.
 
 file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/layers.txt VSQ_LAYER_ROWS REGEX "->")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/layers.txt)
 
-# The folders and headers that the row of `folder` names, or nothing if there is no such row.
+# Sets `result` to the folders and headers in the row of `folder`, or to nothing if there is no such
+# row.
 function(vsq_visible_paths folder result)
     set(found "")
     foreach(row IN LISTS VSQ_LAYER_ROWS)
@@ -17,15 +18,15 @@ function(vsq_visible_paths folder result)
 endfunction()
 
 # vsq_header_target(<header> <target>)
-# links <target> to every layer whose row names <header>, in place of the current folder's target.
+# makes every layer whose row names <header> link to <target> instead of the current folder's target.
 function(vsq_header_target header target)
     file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
     set_property(GLOBAL PROPERTY VSQ_TARGET_OF_${folder}/${header} ${target})
 endfunction()
 
 # vsq_add_layer(<target> [SHARED|EXECUTABLE|INTERFACE] SOURCES <file>...)
-# makes the current folder one target and links it to the targets of what it may see.
-# A folder of headers alone is an INTERFACE and has no sources.
+# creates the target of the current folder and links it to the targets of everything it may include.
+# A header-only folder is an INTERFACE and has no sources.
 function(vsq_add_layer target)
     cmake_parse_arguments(LAYER "SHARED;EXECUTABLE;INTERFACE" "" "SOURCES" ${ARGN})
     file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})

@@ -1,5 +1,5 @@
-# Cross build for 64-bit Windows with the MinGW-w64 compiler of the posix thread model. Programs
-# and tests run under Wine.
+# Cross build for 64-bit Windows with MinGW-w64 and its posix thread model. Programs and tests run
+# under Wine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)

@@ -8,43 +8,45 @@
 
 namespace qor {
 
-/// Strands of cubic Bezier segments, such as hair: the control points of all strands one after the
-/// other, and how many of them each strand has.
+/// Strands of cubic Bezier segments, such as hair. The object holds the control points of all
+/// strands in order, and the number of points in each strand.
 ///
 ///     BezierCurves curves("Hair01");
 ///     curves.set_order(4);
-///     for (const Point& point : strand) {  // 3 x segments + 1 of them
+///     for (const Point& point : strand) {  // 3 x segments + 1 points
 ///         curves.add_point(point.x, point.y, point.z);
 ///         curves.add_point_radius(1);
 ///     }
 ///     curves.add_curve(strand.size());
 ///     curves.emit(scene);
 ///
-/// Nothing is checked: what doesn't fit together goes into the scene as it stands.
+/// Nothing is checked: counts that don't match go into the scene unchanged.
 class BezierCurves final : public LightGeometry {
 public:
     explicit BezierCurves(std::string name);
 
     void add_point(float x, float y, float z) { points_.insert(points_.end(), {x, y, z}); }
-    /// A factor on the overall radius. Radii and colours are for all points or for none.
+    /// A factor on the overall radius. Give a radius to all points or to none, and likewise a
+    /// colour.
     void add_point_radius(float radius) { point_radii_.push_back(radius); }
     void add_point_color(float r, float g, float b) {
         point_colors_.insert(point_colors_.end(), {r, g, b});
     }
-    /// Says how many of the points belong to the next strand.
+    /// Adds a strand that consists of the next `point_count` points.
     void add_curve(int point_count) { curve_points_.push_back(point_count); }
-    /// Room for strands and for the points of all of them, with a radius and a colour each.
+    /// Reserves memory for that many strands and for the points of all strands, with a radius and a
+    /// colour each.
     void reserve(std::size_t curves, std::size_t points);
 
     void set_radius(float radius) { radius_ = radius; }
-    /// The points that make a segment, 4 for cubic ones. The scene isn't told of one below 1.
+    /// The number of points of a segment, 4 for cubic ones. An order below 1 isn't written.
     void set_order(int order) { order_ = order; }
     void set_fit_to_cubic(bool fit) { fit_to_cubic_ = fit; }
 
-    /// Writes the object with its material, if it has one.
+    /// Writes the object, with its material if it has one.
     void emit(qorSceneapi_oo& scene) override;
 
-    /// Curves are only ever written in place, so there is nothing to define.
+    /// Does nothing: curves can't be defined for later use.
     void define(qorSceneapi_oo&) override {}
 
     std::size_t data_size() const override;

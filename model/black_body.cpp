@@ -29,7 +29,7 @@ const ColorMatching kColorMatching[kColorMatchingRows] = {
 
 namespace {
 
-// The sRGB curve, cut off at 1. A NaN stays.
+// Applies the sRGB curve and limits the result to 1. NaN stays NaN.
 float screen_component(float linear) {
     const float curved =
         linear > 0.0031308f ? 1.055f * std::pow(linear, 0.41666666f) - 0.055f : 12.92f * linear;

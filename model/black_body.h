@@ -4,32 +4,32 @@
 
 namespace qor {
 
-/// How strongly the eye of the CIE 1931 standard observer, at an angle of 2 degrees, takes up light
-/// of one wavelength in each of its three channels.
+/// The colour matching functions of the CIE 1931 standard observer (2 degrees) at one wavelength.
 struct ColorMatching {
     float wavelength_m;
     float x, y, z;
 };
 
-/// Visible light in steps of 10 nm.
+/// One row for each 10 nm of the visible spectrum.
 constexpr int kColorMatchingRows = 40;
 extern const ColorMatching kColorMatching[kColorMatchingRows];
 
-/// Where a colour lies in the CIE diagram: x + y + z is 1.
+/// CIE chromaticity coordinates: x + y + z is 1.
 struct Chromaticity {
     float x, y, z;
 };
 
-/// The power that a black body radiates at a wavelength, by Planck's law: none at 0 kelvin, and a
-/// negative one below that.
+/// The power that a black body radiates at a wavelength, by Planck's law, in W/m^3. It is 0 at 0
+/// kelvin and negative below that.
 float PlanckRadiance(float wavelength_m, float kelvin);
 
-/// The colour of the light of a black body. All zero if there is no light to be seen, and not
-/// brought to a sum of 1 below 0 kelvin.
+/// The colour of a black body's light. All zero if it emits no visible light; below 0 kelvin, the
+/// sum is not 1.
 Chromaticity BlackbodyChromaticity(float kelvin);
 
-/// The same in sRGB, with the curve of a screen applied, at half of the full luminance. At most 1;
-/// below 0 for a colour that no screen shows, and NaN if there is no light to be seen.
+/// The same colour in sRGB, with the sRGB curve applied, at half of full luminance. Components are
+/// at most 1. They are negative for a colour that no screen can show, and NaN if there is no
+/// visible light.
 qorColor BlackbodyColor(float kelvin);
 
 }  // namespace qor

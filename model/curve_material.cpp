@@ -9,7 +9,7 @@ namespace qor {
 void CurveMaterial::emit_surface(qorSceneapi_oo& scene) {
     qorScene_api& api = *scene.get_api();
 
-    // It stands in the graph whether it is used or not.
+    // This shader is written even if it isn't used.
     const int vertex_color = scene.begin_shader("vertex_color");
     scene.end_shader();
 

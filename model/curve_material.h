@@ -7,16 +7,16 @@
 
 namespace qor {
 
-/// A matt surface for hair and other curves that differs a little from strand to strand.
+/// A matt surface for hair and other curves. Its colour varies a little from strand to strand.
 class CurveMaterial final : public Material {
 public:
     explicit CurveMaterial(std::string name) : Material(std::move(name)) {}
 
-    /// The colour unless the curves' own are used. Its components are not held to 0..1.
+    /// The colour that is used without vertex colours. Components are not clamped to 0..1.
     void set_color(float r, float g, float b) { color_ = {r, g, b}; }
     void set_use_vertex_color(bool on) { use_vertex_color_ = on; }
 
-    /// How far strands differ in value and in hue; 0 is not at all.
+    /// How much the strands vary in value and in hue; 0 means no variation.
     void set_value(float value) { value_ = value; }
     void set_hue(float hue) { hue_ = hue; }
 

@@ -31,8 +31,8 @@ std::string default_folder() {
     return (std::filesystem::u8path(resources) / "Animations").u8string();
 }
 
-// Takes what no file name can hold out of a name. A zero, which a narrowed name can have in it,
-// would cut the path.
+// Replaces characters that a file name can't contain. A null, which a narrowed name can contain,
+// would end the path early.
 void sanitize(std::string& text) {
     const std::string_view kForbidden("\\/:?\"<>|\0", 9);
     std::replace_if(
@@ -45,14 +45,14 @@ bool can_be_opened(const std::string& path) {
     return file != nullptr;
 }
 
-// Saturates at the format's largest count; the writer refuses arrays of that size.
+// Limits the result to the format's largest count; the writer refuses arrays of that size.
 std::uint32_t count(std::size_t numbers, std::size_t per_element) {
     constexpr std::size_t kLimit = std::numeric_limits<std::uint32_t>::max();
     return static_cast<std::uint32_t>(std::min(numbers / per_element, kLimit));
 }
 
-// The frames come one after the other, so room for all of them spares copying what is there. Where
-// there is no memory for that, the array grows as it must.
+// Memory for all expected frames is reserved with the first one, so that the array isn't copied as
+// it grows. If there isn't enough memory for that, the array grows with each frame.
 void append(std::vector<float>& array, const std::vector<float>& frame,
             std::size_t expected_frames) {
     if (array.empty() && expected_frames > 1 &&
@@ -122,7 +122,7 @@ void DeformableTriangleAnimation::write_library() {
     library_written_ = true;
 }
 
-// An older library is never written over: a scene may refer to it.
+// An existing library is never overwritten, because a scene may refer to it.
 void DeformableTriangleAnimation::make_library_path() {
     std::string library_name = library_;
     std::string object_name = get_name();

@@ -13,19 +13,19 @@ namespace qor {
 
 class TriangleObject;
 
-/// A mesh as it is in one frame.
+/// The mesh in one frame.
 struct MeshFrame {
     std::shared_ptr<TriangleObject> object;
-    int frame;  ///< its number, counted from the start of the range
+    int frame;  ///< frame number, counted from the start of the range
 };
 
-/// A mesh whose shape changes over time, told frame by frame.
+/// A mesh whose shape changes over time, given frame by frame.
 ///
-/// As long as all frames have the same triangles, `write_library` puts their positions and normals
-/// into one `.qorT` file, with the indices and texture coordinates of the first, and the scene only
-/// points to it. Otherwise each frame goes into the scene as an object of its own.
+/// If all frames have the same triangles, `write_library` writes a single `.qorT` file: the
+/// positions and normals of all frames, and the indices and texture coordinates of the first. The
+/// scene only refers to the file. Otherwise each frame goes into the scene as an object of its own.
 ///
-/// A material must be set before `write_library` and `emit`: its name goes into that of the file.
+/// A material must be set before `write_library` and `emit`; its name is part of the file name.
 ///
 ///     DeformableTriangleAnimation animation("Flag", 0.0f, duration, "", "3ds max");
 ///     animation.set_material(material);
@@ -37,41 +37,43 @@ struct MeshFrame {
 ///     animation.emit(scene);
 class DeformableTriangleAnimation final : public LightGeometry {
 public:
-    /// Times are in seconds. `folder` is the base folder of libraries; empty stands for that of the
-    /// renderer's installation. `library` names a folder in it; empty stands for `name`.
+    /// Times are in seconds. `folder` is the base folder of all libraries; if it is empty,
+    /// "Animations" in the renderer's resource folder is used. `library` names a folder in it; if
+    /// it is empty, `name` is used.
     DeformableTriangleAnimation(std::string name, float start_time, float duration,
                                 std::string folder, std::string library);
 
-    /// How many frames to expect.
+    /// Sets how many frames to expect. The first frame reserves memory for all of them.
     void reserve_frames(std::size_t count) { expected_frames_ = count; }
 
-    /// Takes a copy of the frame's arrays, so that its object can be filled again. Each frame needs
-    /// a timestamp; one without it is written with the time 0.
+    /// Copies the frame's arrays, so the caller can refill its object. Each frame needs a
+    /// timestamp; a frame without one is written with time 0.
     void add_frame(const MeshFrame& entry);
 
-    /// 33 units to a frame.
+    /// `timestamp` counts 33 units per frame.
     void add_timestamp(float timestamp) { timestamps_.push_back(timestamp); }
 
-    /// Writes the library and drops the frames. Does nothing if the triangles have changed on the
-    /// way. A failure is told on standard error, and the scene refers to the file all the same.
+    /// Writes the library and drops the frames. Does nothing if the triangles changed between
+    /// frames. A failure is reported on standard error, and the scene still refers to the file.
     void write_library();
 
     void emit(qorSceneapi_oo& scene) override;
-    /// An animation is only ever written in place, so there is nothing to define.
+    /// Does nothing: an animation can't be defined for later use.
     void define(qorSceneapi_oo&) override {}
     std::size_t data_size() const override;
 
-    /// Empty until the library is written. The folder part is UTF-8; the bytes of the names follow
-    /// unconverted.
+    /// Empty until the library is written. The folder is UTF-8; the names after it keep their
+    /// original bytes.
     const std::string& library_path() const { return library_path_; }
 
 private:
-    // What frames share as long as only positions and normals change. Those two stay empty in it.
+    // The arrays that frames share while only positions and normals change. `vertices` and
+    // `normals` stay empty in it.
     using SharedArrays = TriangleArrays;
 
     struct StoredFrame {
         int frame;
-        std::size_t vertices_end;  // in `vertices_`, where the next frame's begin
+        std::size_t vertices_end;  // index in `vertices_` where the next frame begins
         std::size_t normals_end;
         std::shared_ptr<const SharedArrays> shared;
     };
@@ -88,7 +90,7 @@ private:
     float duration_;
     std::size_t expected_frames_ = 0;
     std::vector<StoredFrame> frames_;
-    std::vector<float> vertices_;  // of all frames, one after the other
+    std::vector<float> vertices_;  // of all frames in order
     std::vector<float> normals_;
     std::vector<float> timestamps_;  // one per frame
     std::string folder_;

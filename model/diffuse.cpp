@@ -8,7 +8,7 @@ namespace qor {
 
 namespace {
 
-// What a vertex without a colour gets.
+// The colour of a vertex that has none.
 constexpr qorColor kDefaultVertexColor = {0.8f, 0.8f, 0.8f};
 
 }  // namespace
@@ -30,8 +30,8 @@ qorShaderHandle Diffuse::write_plain_shader(qorSceneapi_oo& scene) const {
 
 qorShaderHandle Diffuse::write_vertex_color_shader(qorSceneapi_oo& scene) const {
     qorScene_api& api = *scene.get_api();
-    // Nothing takes back what this saves: the surface must stay the current shader up to its end,
-    // and a shader that follows starts in a buffer of its own.
+    // This push has no matching pop: the surface must stay the current shader until its end, and
+    // the next shader starts with its own buffer anyway.
     api.push_shader();
     api.begin_shader(nullptr, "qor_diffuse");
 

@@ -7,16 +7,16 @@
 
 namespace qor {
 
-/// A matt surface of one colour, or of the colours of the vertices.
+/// A matt surface with one colour or with vertex colours.
 class Diffuse final : public Material {
 public:
     explicit Diffuse(std::string name) : Material(std::move(name)) {}
 
-    /// Components are held to 0..1.
+    /// Components are clamped to 0..1.
     void set_color(float r, float g, float b) { color_ = clamped(r, g, b); }
     const qorColor& get_color() const { return color_; }
 
-    /// The colour is written beside the vertex colours all the same.
+    /// The colour of `set_color` is written even if vertex colours are used.
     void set_use_vertex_color(bool on) { use_vertex_color_ = on; }
 
 private:

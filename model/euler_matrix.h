@@ -4,7 +4,7 @@
 
 namespace qor {
 
-/// Turns about the x axis, then about y, then about z.
+/// The rotation about the x axis, then about y, then about z.
 qorMatrix EulerMatrix(double x_degrees, double y_degrees, double z_degrees);
 
 }  // namespace qor

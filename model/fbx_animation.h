@@ -23,9 +23,9 @@ public:
     /// `start_time` and `duration` are in seconds, unlike the timestamps of the keys.
     FBXAnimation(std::string name, float start_time, float duration, bool interpolate);
 
-    /// Appends a key. `timestamp` counts 33 units per frame from the first frame of the range.
-    /// What `matrix` is relative to is the caller's choice: a node gives its change from the
-    /// matrix that it has emitted, a camera its whole matrix.
+    /// Appends a key. `timestamp` counts 33 units per frame from the first frame of the range. The
+    /// caller chooses what `matrix` is relative to: a node gives the change from the matrix that it
+    /// has emitted, a camera its whole matrix.
     void add_key(int timestamp, const qorMatrix& matrix);
 
     void set_folder(std::string folder) { folder_ = std::move(folder); }
@@ -33,11 +33,11 @@ public:
     /// Selects the block kind "fbx_animation" in place of "fbx_animation_2".
     void set_old_kind(bool old_kind) { old_kind_ = old_kind; }
 
-    /// Writes the block where the scene stands: in a group behind the node's matrix, or inside
-    /// a camera. Arrays of unequal length are written as they are, with an error beside them.
+    /// Writes the block at the scene's current position: in a group after the node's matrix, or
+    /// inside a camera. Arrays of different lengths are written unchanged, after an error message.
     void emit(qorSceneapi_oo& scene) override;
 
-    /// A track is only ever written in place, so there is nothing to define.
+    /// Does nothing: a track can't be defined for later use.
     void define(qorSceneapi_oo&) override {}
     bool is_defined() const override { return false; }
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kOrthographic = 1;
 
-// The picture that the renderer brings along.
+// The environment image that comes with the renderer.
 constexpr char kStockEnvironment[] = "startup.hdr";
 constexpr int kStockFormat = 3;
 constexpr float kStockRadius = 25.0f;

@@ -12,10 +12,10 @@ namespace qor {
 
 class Animation;
 
-/// A view of the scene: how it projects, where it stands and what it mirrors around it.
+/// A camera with its projection, its position and its environment.
 ///
-/// It looks along `direction` from `position`, in the space of its matrix. That matrix is either
-/// `set_transform` or comes from the animations, which then stand in its place.
+/// It looks along `direction` from `position`, in the space of its matrix. The matrix is the one
+/// from `set_transform`; animations, if there are any, replace it.
 ///
 ///     LightCamera camera("Camera01");
 ///     camera.set_fov(45.0f);
@@ -28,21 +28,23 @@ public:
     void set_position(float x, float y, float z);
     void set_direction(float x, float y, float z);
     void set_up(float x, float y, float z);
-    /// A point to look at beside the direction; without it none is written.
+    /// A point to look at, written in addition to the direction. Without this call, no point is
+    /// written.
     void set_look_at(float x, float y, float z);
 
-    /// In degrees. This or `set_fov4` counts, whichever came last.
+    /// In degrees. The last call of `set_fov` or `set_fov4` counts.
     void set_fov(float degrees);
-    /// Four numbers as the renderer takes them, written in this order.
+    /// Four numbers that only the renderer interprets, written in this order.
     void set_fov4(float a, float b, float c, float d);
 
-    /// 1 is an orthographic view of the window; every other value is a perspective one.
+    /// If `projection` is 1, the view is orthographic and shows the window of `set_window`. With
+    /// any other value, it is perspective.
     void set_projection(int projection) { projection_ = projection; }
-    /// Four numbers as the renderer takes them, written in this order.
+    /// Four numbers that only the renderer interprets, written in this order.
     void set_window(float a, float b, float c, float d);
 
-    /// Distances from the camera. They are written only if both are above 0 and the far one is
-    /// beyond the near one.
+    /// Distances from the camera. They are written only if both are above 0 and `far_plane` is the
+    /// greater one.
     void set_clipping(float near_plane, float far_plane);
 
     void set_transform(const qorMatrix& matrix);
@@ -52,11 +54,11 @@ public:
 
     void emit(qorSceneapi_oo& scene) final;
 
-    /// A camera is only ever written in place, so there is nothing to define.
+    /// Does nothing: a camera can't be defined for later use.
     void define(qorSceneapi_oo&) final {}
     bool is_defined() const final { return false; }
 
-    /// Writes what the camera has around it into its block, and gives the handle of its shader.
+    /// Writes the environment shader into the camera's block and returns its handle.
     virtual qorShaderHandle emit_environment(qorSceneapi_oo& scene);
 
 private:

@@ -13,18 +13,18 @@ class Material;
 
 /// Anything that has a shape and a surface.
 ///
-/// `define` writes the shape once under a number of the scene; every `emit` after that writes a
-/// reference to that number. A shape that was never defined is written in full by each `emit`.
+/// `define` writes the shape once and gives it an id; every `emit` after that writes a reference to
+/// the id. A shape that was never defined is written in full by each `emit`.
 class LightGeometry : public LightNode {
 public:
     explicit LightGeometry(std::string name);
 
     bool is_defined() const override;
 
-    /// Bytes held in the arrays of the shape.
+    /// The size of the shape's arrays in bytes.
     virtual std::size_t data_size() const = 0;
 
-    /// Several shapes can share a material. Of the shapes only curves can be emitted without one.
+    /// Several shapes can share a material. Only curves can be emitted without one.
     virtual void set_material(std::shared_ptr<Material> material);
     virtual std::shared_ptr<Material> get_material() const;
 
@@ -32,7 +32,7 @@ public:
     virtual std::string get_name() const;
 
 protected:
-    /// Turns the shape into a reference to `id`, the number that the scene gave to its definition.
+    /// Turns the shape into a reference to `id`, which the scene gave to its definition.
     void mark_defined(std::int64_t id);
     std::int64_t definition_id() const { return definition_id_; }
 
@@ -40,7 +40,7 @@ private:
     std::string name_;
     std::shared_ptr<Material> material_;
     bool defined_ = false;
-    std::int64_t definition_id_ = 0;  // means something once `defined_` is set
+    std::int64_t definition_id_ = 0;  // valid only if `defined_`
 };
 
 }  // namespace qor

@@ -33,7 +33,7 @@ qorShaderHandle LightViewset::emit_environment(qorSceneapi_oo& scene) {
     const qorShaderHandle shader = api.current_shader();
     api.end_shader();
 
-    // Of the camera's block, now that the shader is closed.
+    // The shader is closed, so these flags go into the camera's block.
     scene.set_parameter("flags", kEnvironmentFlags);
     return shader;
 }

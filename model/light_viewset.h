@@ -6,10 +6,10 @@
 
 namespace qor {
 
-/// A camera with a picture of its own around it, in place of the renderer's stock one.
+/// A camera with its own environment image in place of the renderer's stock one.
 class LightViewset final : public LightCamera {
 public:
-    /// `radius` is how far away the picture of `environment_file` stands, in units of the scene.
+    /// `radius` is the distance of the environment image in scene units.
     LightViewset(std::string name, std::string environment_file, int radius);
 
     qorShaderHandle emit_environment(qorSceneapi_oo& scene) override;

@@ -8,11 +8,11 @@
 
 namespace qor {
 
-/// The surface of a shape. Its creator fills it; the shape that owns it writes it inside its own
-/// object block.
+/// The surface of a shape. Whoever creates it sets its properties; the shape writes it inside its
+/// own object block.
 ///
-/// A material that was never defined is written in full by each `emit`, also where several shapes
-/// share it. After `define`, `emit` writes its name alone.
+/// A material that was never defined is written in full by each `emit`, even if several shapes
+/// share it. After `define`, `emit` writes only its name.
 class Material : public LightNode {
 public:
     explicit Material(std::string name) : name_(std::move(name)) {}
@@ -25,10 +25,10 @@ public:
     void set_name(std::string name) { name_ = std::move(name); }
 
 protected:
-    /// Writes the shaders and assigns the outermost one, in the material block that is open.
+    /// Writes the shaders into the open material block and assigns the outermost one.
     virtual void emit_surface(qorSceneapi_oo& scene) = 0;
 
-    /// The colour with each component held to 0..1. NaN stays.
+    /// The colour with each component clamped to 0..1. NaN stays NaN.
     static qorColor clamped(float r, float g, float b);
 
 private:

@@ -5,21 +5,21 @@
 namespace qor {
 
 /// The layout of `.qorT` mesh files: a header, then blocks of raw arrays. Numbers are
-/// little-endian, and nothing is padded.
+/// little-endian, without padding between them.
 namespace qort {
 
 constexpr char kMagic[4] = {'q', 'o', 'r', 'T'};
 constexpr std::uint32_t kVersion = 3;
 constexpr std::uint32_t kHeaderSize = 64;
 
-/// Offsets in the header.
+/// Byte offsets in the header.
 constexpr std::uint32_t kVersionOffset = 4;
 constexpr std::uint32_t kHasFramesOffset = 8;
 constexpr std::uint32_t kFramesOffsetOffset = 12;
 constexpr std::uint32_t kBoxOffset = 16;  // minimum, then maximum, three floats each
 constexpr std::uint32_t kDataEndOffset = 40;
 
-/// What a block holds.
+/// The contents of a block.
 enum Tag : std::uint32_t {
     kTriangles = 1,
     kVertices = 2,
@@ -32,7 +32,7 @@ enum Tag : std::uint32_t {
     kFrames = 9,
 };
 
-/// Bytes of one element: of a triangle, a vertex, a normal, a texture coordinate, ...
+/// The size of one element in bytes. Normals and colours have the size of a vertex.
 constexpr std::uint64_t kTriangleSize = 12;
 constexpr std::uint64_t kVertexSize = 12;
 constexpr std::uint64_t kUvSize = 8;
@@ -41,7 +41,8 @@ constexpr std::uint64_t kFrameSize = 40;
 
 }  // namespace qort
 
-/// Where a frame lies in the arrays of a file. Starts and counts are those of whole elements.
+/// The part of the arrays in a file that belongs to one frame. Starts and counts are in whole
+/// elements.
 struct QorTFrame {
     std::uint32_t frame;
     float time;  ///< in seconds
@@ -54,6 +55,7 @@ struct QorTFrame {
     std::uint32_t uvs_start;
     std::uint32_t uvs_count;
 };
-static_assert(sizeof(QorTFrame) == qort::kFrameSize, "a frame goes into the file as it stands");
+static_assert(sizeof(QorTFrame) == qort::kFrameSize,
+              "frames are written to the file as they are in memory");
 
 }  // namespace qor

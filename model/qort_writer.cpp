@@ -12,10 +12,10 @@ namespace qor {
 
 namespace {
 
-// Beyond any coordinate that a scene has.
+// Larger than any coordinate of a scene.
 constexpr float kFarAway = 1e20f;
 
-// Of an interleaved vertex: its position, its normal and its texture coordinate.
+// The floats of an interleaved vertex: position, normal and texture coordinate.
 constexpr std::uint64_t kInterleavedFloats = 8;
 static_assert(kInterleavedFloats * sizeof(float) == qort::kInterleavedSize);
 
@@ -23,7 +23,7 @@ struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
 
-// An array as a record can come to own it.
+// An array that a `QorTMesh` can take over: its memory comes from `malloc`.
 template <typename T>
 using Owned = std::unique_ptr<T, Free>;
 
@@ -33,8 +33,8 @@ struct Block {
     std::uint64_t size;  // in bytes
 };
 
-// The blocks of the separate form behind the frame table, in their order. An array of indices
-// counts only with the array that it leads into.
+// The blocks of the separate form after the frame table, in file order. Indices are left out if the
+// array that they refer to is missing.
 struct SeparateBlocks {
     explicit SeparateBlocks(const QorTMesh& mesh) {
         const std::uint64_t corners_size = qort::kTriangleSize * mesh.triangle_count;
@@ -54,7 +54,7 @@ struct SeparateBlocks {
         }
     }
 
-    // A mesh that can be written has triangles at least.
+    // There is always one, because a mesh without triangles is never written.
     std::uint32_t last_tag() const { return blocks[count - 1].tag; }
 
     Block blocks[7];
@@ -65,7 +65,7 @@ std::uint64_t frames_size(const QorTMesh& mesh) {
     return qort::kFrameSize * mesh.frame_count;
 }
 
-// The end of the data as the format counts it: without the heads of the blocks.
+// The end of the data as the format counts it, without the heads of the blocks.
 std::uint64_t data_end(const QorTMesh& mesh) {
     std::uint64_t end = qort::kHeaderSize;
     if (mesh.frames == nullptr) {
@@ -79,7 +79,7 @@ std::uint64_t data_end(const QorTMesh& mesh) {
     return end;
 }
 
-// Minimum, then maximum. A NaN leaves the box as it is.
+// Sets `box` to the minimum, then the maximum of all positions. NaN coordinates are ignored.
 void find_box(const QorTMesh& mesh, float (&box)[6]) {
     const float* position = mesh.vertices != nullptr ? mesh.vertices : mesh.interleaved;
     const std::uint64_t stride = mesh.vertices != nullptr ? 3 : kInterleavedFloats;
@@ -130,7 +130,7 @@ bool can_be_written(const QorTMesh& mesh) {
     return true;
 }
 
-void tell_payload_failed(std::uint32_t tag) {
+void report_failed_payload(std::uint32_t tag) {
     std::fprintf(stderr, "Failed writing tag data {%d}\n", static_cast<int>(tag));
 }
 
@@ -148,7 +148,7 @@ bool write_separate(const QorTMesh& mesh, std::FILE* file) {
 bool write_interleaved(QorTMesh& mesh, std::FILE* file) {
     const float* interleaved = interleave(mesh);
     if (interleaved == nullptr) {
-        tell_payload_failed(qort::kInterleaved);
+        report_failed_payload(qort::kInterleaved);
         return false;
     }
     return write_tag(mesh, mesh.triangles, qort::kTriangles,
@@ -165,7 +165,7 @@ Owned<T> allocate(std::uint64_t count) {
     return Owned<T>(static_cast<T*>(std::malloc(static_cast<std::size_t>(count) * sizeof(T))));
 }
 
-// Copies one element, or zeros where there is no array, and gives the place behind it.
+// Copies one element, or fills in zeros if there is no array. Returns the end of the element.
 float* copy_element(float* target, const float* array, std::uint32_t index, int size) {
     if (array != nullptr) {
         std::memcpy(target, array + static_cast<std::size_t>(size) * index,
@@ -207,8 +207,8 @@ float* interleave_vertices(QorTMesh& mesh) {
     return mesh.interleaved;
 }
 
-// A record that comes to own its arrays owns its frames as well, and must not free a caller's.
-// False if there is no memory for the copy.
+// A mesh that takes over new arrays also frees its frames, so frames that belong to the caller must
+// be copied first. Returns false if there isn't enough memory.
 bool copy_borrowed_frames(QorTMesh& mesh) {
     if (mesh.frames == nullptr || (mesh.ownership & kOwnsArrays)) {
         return true;
@@ -222,7 +222,7 @@ bool copy_borrowed_frames(QorTMesh& mesh) {
     return true;
 }
 
-// Fills in a vertex for each corner of each triangle, and triangles of those.
+// Fills in one vertex for each corner of each triangle, and the triangles that refer to them.
 void unroll(const QorTMesh& mesh, float* interleaved, std::uint32_t* triangles) {
     const std::uint32_t* normal_of = mesh.normal_indices ? mesh.normal_indices : mesh.triangles;
     const std::uint32_t* uv_of = mesh.uv_indices ? mesh.uv_indices : mesh.triangles;
@@ -233,7 +233,7 @@ void unroll(const QorTMesh& mesh, float* interleaved, std::uint32_t* triangles) 
     }
 }
 
-// Puts the arrays of an unrolled mesh in the place of its separate ones.
+// Replaces the separate arrays of a mesh with the unrolled ones.
 void take_unrolled(QorTMesh& mesh, Owned<float> interleaved, Owned<std::uint32_t> triangles) {
     if (mesh.ownership & kOwnsArrays) {
         free_arrays(mesh);
@@ -258,7 +258,7 @@ float* interleave_corners(QorTMesh& mesh) {
     }
     Owned<float> interleaved = allocate<float>(kInterleavedFloats * corners);
     Owned<std::uint32_t> triangles = allocate<std::uint32_t>(corners);
-    // The copy is last, since it changes the mesh.
+    // The copy comes last because it changes the mesh.
     if (interleaved == nullptr || triangles == nullptr || !copy_borrowed_frames(mesh)) {
         return nullptr;
     }
@@ -311,9 +311,9 @@ bool write_qort_stream(QorTMesh& mesh, std::FILE* file, const char* path,
     if (!(is_separate ? write_separate(mesh, file) : write_interleaved(mesh, file))) {
         return false;
     }
-    // A full disk may show only now.
+    // Buffered data is written here, so a full disk may be noticed only now.
     if (std::fflush(file) != 0) {
-        tell_payload_failed(last_tag);
+        report_failed_payload(last_tag);
         return false;
     }
     return true;
@@ -330,7 +330,7 @@ float* interleave(QorTMesh& mesh) {
 bool write_tag(const QorTMesh&, const void* data, std::uint32_t tag, std::uint64_t size,
                std::FILE* file) {
     if (size > std::numeric_limits<std::uint32_t>::max()) {
-        tell_payload_failed(tag);
+        report_failed_payload(tag);
         return false;
     }
     if (std::fwrite(&tag, sizeof tag, 1, file) != 1) {
@@ -343,7 +343,7 @@ bool write_tag(const QorTMesh&, const void* data, std::uint32_t tag, std::uint64
         return false;
     }
     if (std::fwrite(data, written_size, 1, file) != 1) {
-        tell_payload_failed(tag);
+        report_failed_payload(tag);
         return false;
     }
     return true;

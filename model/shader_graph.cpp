@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kUvProjection = 4;
 constexpr int kBumpMode = 0;
-constexpr int kNoShader = 0;  // the numbers of a scene start at 1
+constexpr int kNoShader = 0;  // the numbers of shaders start at 1
 constexpr qorColor kWhite = {1.0f, 1.0f, 1.0f};
 
 void set_input(qorSceneapi_oo& scene, const char* name, int shader) {
@@ -38,7 +38,7 @@ void set_optional_input(qorSceneapi_oo& scene, const char* name, int shader) {
     }
 }
 
-// One channel of `map` as a map of its own, with clear and solid exchanged.
+// Makes a map from one channel of `map`, with transparent and opaque exchanged.
 int make_inverted_channel(qorSceneapi_oo& scene, int map, int channel) {
     const int value = scene.begin_shader("convert_rgba_to_float");
     set_input(scene, "input", map);
@@ -60,7 +60,7 @@ void add_shader_element(qorSceneapi_oo& scene, int shader) {
     scene.get_api()->add_array_element(parameter_code::kInt, &number);
 }
 
-// Lays a surface with the opacity of `map` over `inner`.
+// Lays a surface over `inner` that takes its opacity from `map`.
 int make_opacity_composite(qorSceneapi_oo& scene, int inner, int map, int opacity_mode) {
     const int cover = scene.begin_shader("qor_advanced");
     set_input(scene, "diffuse", map);

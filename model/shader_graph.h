@@ -8,19 +8,19 @@ namespace qor {
 
 class qorSceneapi_oo;
 
-/// A picture on a surface.
+/// An image on a surface.
 struct Texture {
-    std::string path;      ///< of its file; empty for no texture
-    float u_scale = 1.0f;  ///< how often it repeats along each axis of the texture coordinates
+    std::string path;      ///< path of the image file; empty for no texture
+    float u_scale = 1.0f;  ///< how many times the image repeats along u and v
     float v_scale = 1.0f;
 };
 
-/// The channel for `make_opacity_shader` that takes the map as it is.
+/// A `channel` of `make_opacity_shader`: uses the map unchanged.
 constexpr int kWholeMap = 5;
 
-// Each of these writes one stage of a surface into the material block that is open, as numbered
-// shaders one after the other, and gives the number of the last one, which stands for the stage.
-// A stage that wraps another takes that one's number as `inner`.
+// Each function writes one stage of a surface into the open material block, as one or more numbered
+// shaders. It returns the number of the last shader, which stands for the whole stage. A stage that
+// wraps another takes the number of that stage as `inner`.
 
 int make_texture_shader(qorSceneapi_oo& scene, const Texture& texture,
                         const qorColor& default_color, bool blend_color);
@@ -36,12 +36,12 @@ int make_plastic_shader(qorSceneapi_oo& scene, const qorColor& diffuse_color,
 
 int make_bump_shader(qorSceneapi_oo& scene, int inner, const Texture& texture, float bump_height);
 
-/// Lets `inner` through where the map is clear. A `channel` below `kWholeMap` takes that channel of
-/// the map alone and inverts it.
+/// Shows `inner` where the map is transparent. A `channel` below `kWholeMap` uses only that channel
+/// of the map, inverted.
 int make_opacity_shader(qorSceneapi_oo& scene, int inner, const Texture& texture, int opacity_mode,
                         int channel);
 
-/// The same with one value all over.
+/// Like `make_opacity_shader`, but with the same opacity everywhere.
 int make_opacity_value_shader(qorSceneapi_oo& scene, int inner, float value, int opacity_mode);
 
 }  // namespace qor

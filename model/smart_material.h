@@ -8,19 +8,19 @@
 
 namespace qor {
 
-/// What every material of the host becomes: colours and texture files, which it turns into a small
-/// graph of shaders as it is written.
+/// What each material of the host is exported as: colours and texture files, written as a small
+/// graph of shaders.
 ///
-/// The base is a matt surface, or a glossy one as soon as anything specular or a roughness is set.
-/// A bump texture wraps the base, and an opacity texture wraps what is there then. Textures are
-/// paths of files; an empty path is no texture.
+/// The base is a matt surface. A specular colour, a specular texture or a roughness makes it a
+/// glossy one. A bump texture wraps the base, and an opacity texture wraps the result. Textures are
+/// file paths; an empty path means no texture.
 class SmartMaterial final : public Material {
 public:
     explicit SmartMaterial(std::string name) : Material(std::move(name)) {}
 
-    /// Components are held to 0..1.
+    /// Components are clamped to 0..1.
     void set_diffuse_color(float r, float g, float b) { diffuse_color_ = clamped(r, g, b); }
-    /// Components are held to 0..1. Also black makes the surface a glossy one.
+    /// Components are clamped to 0..1. Any colour, even black, makes the surface glossy.
     void set_specular_color(float r, float g, float b);
     void set_roughness(float roughness);
 

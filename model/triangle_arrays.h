@@ -4,10 +4,10 @@
 
 namespace qor {
 
-/// The data of a triangle mesh, flat as they go into the scene.
+/// The data of a triangle mesh, in the flat form that goes into the scene.
 ///
-/// An attribute without indices of its own runs parallel to `vertices`, one entry per vertex. With
-/// indices it has one for each corner of a triangle.
+/// An attribute without indices has one entry per vertex, in the order of `vertices`. With indices,
+/// it has one index for each corner of each triangle.
 struct TriangleArrays {
     std::vector<float> vertices;      ///< three per vertex
     std::vector<int> triangles;       ///< three vertex indices per triangle
@@ -15,7 +15,7 @@ struct TriangleArrays {
     std::vector<int> triangles_uv;    ///< optional; indices into `uv_tex`
     std::vector<float> normals;       ///< three per normal
     std::vector<int> triangles_norm;  ///< optional; indices into `normals`
-    std::vector<float> vcolors;       ///< three per vertex, if there are any
+    std::vector<float> vcolors;       ///< optional; three per vertex
 
     /// Empties the arrays and keeps their memory for the next mesh.
     void clear() {

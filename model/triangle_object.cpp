@@ -10,7 +10,7 @@ namespace qor {
 
 namespace {
 
-// Counts in tests and messages are those of the numbers in the arrays.
+// The checks and messages below count single numbers, not whole elements.
 
 std::string normals_fault(const TriangleArrays& arrays) {
     const std::size_t indices = arrays.triangles_norm.size();

@@ -11,7 +11,7 @@
 
 namespace qor {
 
-/// A plain triangle mesh: arrays that its creator fills and that go into the scene in one go.
+/// A plain triangle mesh. Its creator fills the arrays, and `emit` writes them to the scene.
 ///
 ///     TriangleObject object("Box01");
 ///     object.add_vertex(0, 0, 0);
@@ -20,12 +20,12 @@ namespace qor {
 ///     object.add_triangle(0, 1, 2);
 ///     object.emit(scene);
 ///
-/// Nothing that is added is checked at once. A mesh whose arrays do not fit together goes into the
-/// scene all the same, with an error behind it; only one without triangles stays out.
+/// Nothing is checked while it is added. A mesh whose arrays don't match is written all the same,
+/// with an error after it; only a mesh without triangles isn't written.
 ///
-/// Where many meshes follow each other, they can share storage:
+/// Meshes that are written one after another can share storage:
 ///
-///     object.set_arrays(std::move(storage));  // emptied, with its memory
+///     object.set_arrays(std::move(storage));  // empty, but keeps its memory
 ///     ...                                     // fill and emit
 ///     storage = object.take_arrays();
 ///     storage.clear();
@@ -45,7 +45,7 @@ public:
     void add_triangle_uv(int a, int b, int c) { append(arrays_.triangles_uv, a, b, c); }
     void add_triangle_norm(int a, int b, int c) { append(arrays_.triangles_norm, a, b, c); }
 
-    /// These replace an array as a whole; `TriangleArrays` tells how each is laid out.
+    /// These replace a whole array; `TriangleArrays` describes the layouts.
     void set_vertices(std::vector<float> values) { arrays_.vertices = std::move(values); }
     void set_triangles(std::vector<int> values) { arrays_.triangles = std::move(values); }
     void set_uv_tex(std::vector<float> values) { arrays_.uv_tex = std::move(values); }
@@ -53,7 +53,7 @@ public:
     void set_normals(std::vector<float> values) { arrays_.normals = std::move(values); }
     void set_triangles_norm(std::vector<int> values) { arrays_.triangles_norm = std::move(values); }
 
-    /// Counts are those of whole vertices, triangles, texture coordinates and normals.
+    /// `count` is in whole vertices, triangles, texture coordinates or normals.
     void reserve_vertices(std::size_t count) { arrays_.vertices.reserve(3 * count); }
     void reserve_triangles(std::size_t count) { arrays_.triangles.reserve(3 * count); }
     void reserve_uv_tex(std::size_t count) { arrays_.uv_tex.reserve(2 * count); }
@@ -70,29 +70,31 @@ public:
     const std::vector<int>& triangles_norm() const { return arrays_.triangles_norm; }
     const std::vector<float>& vcolors() const { return arrays_.vcolors; }
 
-    /// All arrays at once, with their memory. What is taken leaves the object without arrays.
+    /// These move all arrays at once, with their memory. `take_arrays` leaves the object without
+    /// arrays.
     void set_arrays(TriangleArrays arrays) { arrays_ = std::move(arrays); }
     TriangleArrays take_arrays() { return std::exchange(arrays_, {}); }
 
-    /// Empties all arrays and gives their memory back.
+    /// Empties all arrays and frees their memory.
     void clear_arrays() { arrays_ = {}; }
 
     void set_flags(std::uint32_t flags) { flags_ = flags; }
 
-    /// Says whether the object has triangles, and keeps what does not fit together for `error`. A
-    /// defined object always passes and keeps its last error. Nothing is written to the scene.
+    /// Returns whether the object has triangles, and keeps a description of all mismatches for
+    /// `error`. A defined object always passes and keeps its last error. Nothing is written to the
+    /// scene.
     bool validate(qorSceneapi_oo& scene);
 
-    /// What the last `validate` found, all faults in one text; empty if there were none.
+    /// All faults that the last `validate` found, in one text; empty if there were none.
     const std::string& error() const { return error_; }
 
-    /// Writes the object with its material, and behind it the error if there is one.
+    /// Writes the object with its material, then the error if there is one.
     void emit(qorSceneapi_oo& scene) override;
 
-    /// Writes the shape without its material and drops the arrays, which are then in the scene.
+    /// Writes the shape without its material, then drops the arrays.
     void define(qorSceneapi_oo& scene) override;
 
-    /// Writes the geometry block alone, for the object block that is open.
+    /// Writes only the geometry block, into the open object block.
     void emit_geometry(qorSceneapi_oo& scene);
 
     std::size_t data_size() const override;

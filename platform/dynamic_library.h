@@ -5,12 +5,12 @@
 
 namespace platform {
 
-/// A library that was opened at run time, for as long as the object lives.
+/// A library that is opened at run time and stays open as long as the object lives.
 class DynamicLibrary {
 public:
-    /// Nothing if there is no such library or it can't be loaded; `reason`, unless it is null, then
-    /// gets the system's reason in one line, which may begin with the path. The separator in the
-    /// path may be "\\" on every system.
+    /// Opens a library whose path may use "\\" as the separator on every system. Returns nullopt if
+    /// it doesn't exist or can't be loaded. `reason`, unless it is null, then gets the system's
+    /// reason in one line, which may begin with the path.
     static std::optional<DynamicLibrary> open(const std::string& path_utf8,
                                               std::string* reason = nullptr);
 

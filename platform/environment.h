@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// `text` with each "%NAME%" replaced by that environment variable; a name without a variable
-/// stays as it stands. UTF-8.
+/// Returns `text` with each "%NAME%" replaced by the value of that environment variable. Names of
+/// unset variables stay in the text. All texts are UTF-8.
 std::string expand_environment(const std::string& text);
 
 }  // namespace platform

@@ -15,7 +15,7 @@ std::string expand_environment(const std::string& text) {
         }
         const char* value = std::getenv(text.substr(start + 1, end - start - 1).c_str());
         if (value == nullptr) {
-            start = end;  // which may begin the next name
+            start = end;  // this "%" may begin the next name
             continue;
         }
         expanded += text.substr(done, start - done) + value;

@@ -46,7 +46,7 @@ bool redirect_standard_output_to_error() {
     return dup2(STDERR_FILENO, STDOUT_FILENO) >= 0;
 }
 
-// Nothing is translated here anyway.
+// Streams never translate line ends on this system.
 bool set_binary_mode(std::FILE*) {
     return true;
 }

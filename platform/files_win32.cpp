@@ -37,7 +37,7 @@ std::optional<std::uint64_t> file_size(const std::string& path_utf8) {
 
 std::FILE* duplicate_standard_output() {
     // A program without a console may have no standard output, and the C runtime ends a program
-    // that duplicates what isn't open.
+    // that duplicates a descriptor that isn't open.
     if (_fileno(stdout) < 0) {
         errno = EBADF;
         return nullptr;

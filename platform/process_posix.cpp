@@ -12,19 +12,21 @@ namespace platform {
 
 namespace {
 
-// Where the child that becomes the program reports that it couldn't.
+// The descriptor on which a child process reports that it couldn't start the program.
 constexpr int kReport = 3;
 
-// Whatever else the process has open, a socket or the pipe of a test run, stays its own.
+// Descriptors up to this limit, such as sockets or the pipe of a test run, aren't passed on to the
+// program.
 constexpr int kUsualFileLimit = 1024;
 
-// Runs in the child, with nothing but calls that are safe between fork and exec.
-[[noreturn]] void become(const char* path, int report) {
-    setsid();  // Ctrl-C at the terminal is meant for the parent
+// Runs in the child process. Only calls that are safe between fork and exec are allowed here.
+[[noreturn]] void start_detached(const char* path, int report) {
+    setsid();  // Ctrl-C at the terminal must only reach the parent
     const char failed = 1;
     const pid_t program = fork();
     if (program != 0) {
-        // The program is to be nobody's child and never a zombie.
+        // The program is a grandchild, so this process needn't wait for it and it never becomes a
+        // zombie.
         _exit(program < 0 && write(report, &failed, 1) == 1 ? 1 : 0);
     }
 
@@ -50,20 +52,20 @@ bool launch_program(const std::string& path_utf8) {
     if (pipe(report) != 0) {
         return false;
     }
-    // The program must not keep the pipe open, wherever its ends lie.
+    // The program must not inherit either end of the pipe, whatever its descriptor number is.
     fcntl(report[0], F_SETFD, FD_CLOEXEC);
     fcntl(report[1], F_SETFD, FD_CLOEXEC);
     const std::string path = native_path(path_utf8);
     const pid_t child = fork();
     if (child == 0) {
-        become(path.c_str(), report[1]);
+        start_detached(path.c_str(), report[1]);
     }
     close(report[1]);
-    // How the child ended tells nothing in a process that ignores the end of its children.
+    // The child's exit status isn't used: it is lost in a process that ignores SIGCHLD.
     while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
     }
 
-    // The report's end of file is the start of the program, which closed the pipe on the way.
+    // End of file means that the program has started, because exec closed the pipe.
     char failed = 0;
     ssize_t size = 0;
     do {

@@ -12,46 +12,47 @@ namespace platform {
 /// The two hives in which programs register themselves.
 enum class RegistryHive { kCurrentUser, kLocalMachine };
 
-/// The kinds of values that are read here, by the registry's own numbers. A value can have any
-/// other number as well.
+/// The value types that are read here, with the registry's own numbers. A value can also have any
+/// other type.
 enum class RegistryType : std::uint32_t {
     kText = 1,
-    kExpandableText = 2,  ///< with names of environment variables in it, as in "%ProgramFiles%"
+    kExpandableText = 2,  ///< may contain environment variables, such as "%ProgramFiles%"
     kNumber = 4,
 };
 
 struct RegistryValue {
     RegistryType type;
-    std::string text;                     ///< UTF-8, of either kind of text, not expanded
-    std::optional<std::uint32_t> number;  ///< of `kNumber`, if it is stored in four bytes
-    std::size_t size = 0;  ///< in bytes as stored; text has 16-bit units and usually a terminator
+    std::string text;                     ///< for both text types; UTF-8, not expanded
+    std::optional<std::uint32_t> number;  ///< for `kNumber`, if it is stored in four bytes
+    std::size_t size = 0;  ///< stored size in bytes; text is UTF-16 and usually null-terminated
 };
 
-/// One registry key, open for reading until the object goes.
+/// A registry key that is open for reading as long as the object lives.
 ///
-/// On a system without a registry, a file in the text form of a registry export takes its place:
-/// `registry.reg` in the folder `quoria` of the user's configuration folder, in UTF-8 or, as
-/// Windows itself exports it, in UTF-16 behind a byte order mark. It is read afresh whenever a key
-/// is opened. Key and value names match whatever the case of their letters, as in the registry.
+/// On a system without a registry, an exported registry file takes its place: `registry.reg` in
+/// `user_configuration_folder`. It is UTF-8 or, as Windows exports it, UTF-16 with a byte order
+/// mark. The file is read again whenever a key is opened. Names of keys and values are
+/// case-insensitive, as in the registry.
 class RegistryKey {
 public:
-    /// Nothing if there is no such key. `path` has backslashes between its parts.
+    /// Returns nullopt if there is no such key. The parts of `path` are separated by backslashes.
     static std::optional<RegistryKey> open(RegistryHive hive, const std::string& path);
 
     RegistryKey(RegistryKey&&) noexcept;
     RegistryKey& operator=(RegistryKey&&) noexcept;
     ~RegistryKey();
 
-    /// Nothing if the key has no value of that name.
+    /// Returns nullopt if the key has no value of that name.
     std::optional<RegistryValue> read(const std::string& name) const;
 
-    /// The value of that name if it is of kind `kText` and fits a buffer of that many bytes as it
-    /// is stored.
+    /// Returns a value of type `kText`. Returns nullopt if there is none, or if its stored form is
+    /// larger than `buffer_size` bytes.
     std::optional<std::string> read_text(
         const std::string& name,
         std::size_t buffer_size = std::numeric_limits<std::size_t>::max()) const;
 
-    /// Either kind of text; an expandable one is expanded. The limit is on the stored form.
+    /// Like `read_text`, but also accepts type `kExpandableText`, which it expands. `buffer_size`
+    /// limits the stored form, not the expanded text.
     std::optional<std::string> read_expanded_text(const std::string& name,
                                                   std::size_t buffer_size) const;
 

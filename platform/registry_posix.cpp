@@ -22,7 +22,7 @@ std::string folded(std::string text) {
     return text;
 }
 
-// From units of 16 bits, their low bytes first.
+// Converts little-endian UTF-16.
 std::string utf8_from_utf16(const std::string& bytes) {
     std::wstring units;
     for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
@@ -32,7 +32,7 @@ std::string utf8_from_utf16(const std::string& bytes) {
     return utf8_from_wide(units);
 }
 
-// Of the whole file, as UTF-8.
+// The contents of the registry file as UTF-8.
 std::string registry_text() {
     std::ifstream file(user_configuration_folder() + "/registry.reg", std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -40,8 +40,9 @@ std::string registry_text() {
     return is_utf16 ? utf8_from_utf16(text.substr(2)) : text;
 }
 
-// Takes a text in double quotes off the front of `line`, in which a backslash guards the character
-// behind it. Nothing if there is none.
+// Removes a double-quoted text from the front of `line` and returns it without its quotes. A
+// backslash escapes the next character. Returns nullopt if `line` doesn't begin with a complete
+// one.
 std::optional<std::string> take_quoted(std::string& line) {
     if (line.empty() || line.front() != '"') {
         return std::nullopt;
@@ -60,7 +61,7 @@ std::optional<std::string> take_quoted(std::string& line) {
     return std::nullopt;
 }
 
-// The bytes of "25,00,41,00" and nothing of anything else.
+// Parses hexadecimal bytes such as "25,00,41,00". Returns nullopt for any other text.
 std::optional<std::string> parse_bytes(const std::string& list) {
     std::string bytes;
     std::istringstream items(list);
@@ -75,7 +76,8 @@ std::optional<std::string> parse_bytes(const std::string& list) {
     return bytes;
 }
 
-// A value as Windows exports the kinds that have no short form, and damaged ones: by its bytes.
+// Makes a value from its bytes. This is how Windows exports types without a short form and damaged
+// values.
 RegistryValue value_of_bytes(RegistryType type, const std::string& bytes) {
     RegistryValue value{type, {}, {}, bytes.size()};
     if (type == RegistryType::kText || type == RegistryType::kExpandableText) {
@@ -91,7 +93,7 @@ RegistryValue value_of_bytes(RegistryType type, const std::string& bytes) {
     return value;
 }
 
-// The right side of a value's line, or nothing for a form that no export has.
+// Parses the right side of a value's line. Returns nullopt for a form that no export contains.
 std::optional<RegistryValue> parse_value(std::string text) {
     if (std::optional<std::string> quoted = take_quoted(text)) {
         const std::size_t size = (wide_from_utf8(*quoted).size() + 1) * 2;  // with the terminator
@@ -117,7 +119,8 @@ std::optional<RegistryValue> parse_value(std::string text) {
     return std::nullopt;
 }
 
-// The next line without its end, joined with those that a backslash at its end continues.
+// Reads the next line without its line end. A line that ends in a backslash is joined with the
+// next.
 bool read_line(std::istream& file, std::string& line) {
     line.clear();
     for (std::string part; std::getline(file, part);) {
@@ -137,7 +140,7 @@ bool read_line(std::istream& file, std::string& line) {
 }  // namespace
 
 struct RegistryKey::State {
-    std::map<std::string, RegistryValue> values;  // by folded name
+    std::map<std::string, RegistryValue> values;  // the keys are lower-case names
 };
 
 RegistryKey::RegistryKey(std::unique_ptr<State> state) : state_(std::move(state)) {}

@@ -48,7 +48,7 @@ std::optional<RegistryValue> RegistryKey::read(const std::string& name) const {
 
     RegistryValue value{static_cast<RegistryType>(type), {}, {}, size};
     if (type == REG_SZ || type == REG_EXPAND_SZ) {
-        // The stored text need not be terminated, and the text ends at the first terminator.
+        // The stored text may lack a terminator, and it ends at the first one.
         std::wstring text(size / sizeof(wchar_t), L'\0');
         std::memcpy(text.data(), data.data(), text.size() * sizeof(wchar_t));
         value.text = utf8_from_wide(text.c_str());

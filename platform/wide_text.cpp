@@ -12,7 +12,8 @@ struct Character {
 };
 
 std::size_t length_after_lead(unsigned char lead) {
-    // No character starts with the bytes that would lead to an overlong form or past 0x10FFFF.
+    // ASCII is one byte long. The other bytes outside this range can't begin a character: they
+    // would lead to an overlong form or a code above 0x10FFFF, or are continuation bytes.
     if (lead < 0xC2 || lead > 0xF4) {
         return 1;
     }
@@ -49,7 +50,7 @@ void append_utf8(std::string& text, char32_t code) {
         text += static_cast<char>(code);
         return;
     }
-    const int more = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;  // bytes behind the lead
+    const int more = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;  // bytes after the first
     text += static_cast<char>(kLeads[more - 1] | code >> 6 * more);
     for (int left = more - 1; left >= 0; --left) {
         text += static_cast<char>(0x80 | (code >> 6 * left & 0x3F));

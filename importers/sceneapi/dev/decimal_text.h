@@ -6,8 +6,8 @@
 #include <limits>
 #include <string>
 
-/// The decimal number that a text begins with, 0 if there is none; a number beyond the type's range
-/// becomes the nearest one in it.
+/// The decimal number at the beginning of a text, or 0 if there is none. A number outside the
+/// type's range becomes the nearest one in it.
 inline std::int64_t decimal_number_64(const std::string& text) {
     return std::strtoll(text.c_str(), nullptr, 10);
 }

@@ -24,7 +24,7 @@ constexpr char kLibraryFolderValue[] = "BinFolder";
 constexpr char kFirstPortValue[] = "LiveLinkPort";
 constexpr char kLastPortValue[] = "LiveLinkMaxPort";
 
-// What the texts may take up in the registry, in bytes.
+// The largest stored sizes of registry texts that are accepted, in bytes.
 constexpr std::size_t kValidatedTextSize = 2048;
 constexpr std::size_t kUsedTextSize = 520;
 constexpr std::size_t kPortTextSize = 512;
@@ -39,7 +39,7 @@ bool can_be_read(const std::string& path) {
     return file != nullptr && !platform::is_folder(path);
 }
 
-// The key of an installation that is really there.
+// Opens the key of an installation whose program and resource folder exist.
 std::optional<RegistryKey> open_valid_key(RegistryHive hive, const std::string& path) {
     std::optional<RegistryKey> key = RegistryKey::open(hive, path);
     if (!key) {
@@ -55,9 +55,9 @@ std::optional<RegistryKey> open_valid_key(RegistryHive hive, const std::string& 
     return key;
 }
 
-// The number behind the last letter that is any of the product's: 11 of "C:\Velmora 11\", but also
-// of "C:\Velmora 11\bin\", and 0 where something else follows. -1 if there is no such letter or no
-// separator, or if nothing stands between the two.
+// Returns the number after the last letter that occurs in the product's name. That is 11 for both
+// "C:\Velmora 11\" and "C:\Velmora 11\bin\". Returns 0 if no number follows that letter. Returns -1
+// if there is no such letter or no separator, or if the last separator directly follows the letter.
 int version_of_path(const std::string& path) {
     const std::size_t letter = path.find_last_of(kProduct);  // one letter, not the whole name
     std::size_t slash = path.rfind('/');
@@ -109,7 +109,7 @@ std::optional<FoundInstallation> find_by_scan(RegistryHive hive, int min_version
     return std::nullopt;
 }
 
-// The installation that the hive calls the active one; then the one that it names; then the newest.
+// Prefers the installation that the hive calls active, then the one that it names, then the newest.
 std::optional<FoundInstallation> search_hive(RegistryHive hive, int min_version, int max_version) {
     const auto is_accepted = [&](const std::optional<FoundInstallation>& found) {
         return found && found->version >= min_version && found->version <= max_version;
@@ -127,7 +127,7 @@ std::optional<FoundInstallation> search_hive(RegistryHive hive, int min_version,
     return find_by_scan(hive, min_version, max_version);
 }
 
-// Of two equal versions the user's own counts.
+// Finds the newest installation of both hives. If the versions are equal, the user's own wins.
 std::optional<FoundInstallation> open_installation(int min_version, int max_version) {
     std::optional<FoundInstallation> best;
     int best_version = 0;
@@ -196,7 +196,7 @@ Installation::PortStatus Installation::live_link_ports(int min_version, int max_
         return PortStatus::kNoInstallation;
     }
 
-    // The last port is looked for in the form that the first one has.
+    // The last port must be stored in the same form as the first.
     auto read = number_of;
     std::optional<std::int32_t> first = read(found->key, kFirstPortValue);
     if (!first) {

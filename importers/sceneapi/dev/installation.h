@@ -5,22 +5,24 @@
 
 namespace qor {
 
-/// Major versions of the renderer: those whose resources, ports and log will do, both ends
-/// included, and the one that scenes are made for.
+/// Major versions of the renderer: the range whose resources, ports and log are used, both ends
+/// included, and the version that scenes are made for.
 constexpr int kOldestRenderer = 5;
 constexpr int kNewestRenderer = 20;
 constexpr int kSceneRenderer = 11;
 
-/// The registry key of an installation by its major version, and the value that names the folder of
-/// its resources.
+/// The registry key of the installation with that major version.
 std::string installation_key(int version);
+
+/// The value of that key that names the resource folder.
 constexpr char kResourceFolderValue[] = "ResourceFolder";
 
-/// The renderer's installation on this machine, as it stands in the registry.
+/// The renderer's installation on this machine, according to the registry.
 ///
-/// Each operation takes the range of major versions that it accepts, both ends included, and looks
-/// everything up afresh. An installation counts only while its program can be read and its resource
-/// folder exists. Nothing is reported: an empty text, a status or false is the whole answer.
+/// Each function takes the range of major versions that it accepts, both ends included, and reads
+/// the registry again. An installation counts only if its program is readable and its resource
+/// folder exists. Nothing is logged or thrown: failure shows only in the result, as an empty text,
+/// a status or false.
 class Installation {
 public:
     static const Installation& get();
@@ -29,7 +31,8 @@ public:
     std::string bin_name(int min_version, int max_version) const;
 
     /// Folder of the live library, or empty. `version` becomes the major version of the
-    /// installation that was found, also if that doesn't name the folder, and else stays as it was.
+    /// installation that was found, even if that installation doesn't name the folder. If none was
+    /// found, `version` stays unchanged.
     std::string bin_folder(int min_version, int max_version, int& version) const;
 
     /// Folder of the renderer's resources, or empty.
@@ -42,7 +45,7 @@ public:
         kNoInstallation = -3,
     };
 
-    /// A port that isn't found is left as it was.
+    /// A port that isn't found stays unchanged.
     PortStatus live_link_ports(int min_version, int max_version, std::int32_t& first_port,
                                std::int32_t& last_port) const;
 

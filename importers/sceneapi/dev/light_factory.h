@@ -6,20 +6,20 @@ namespace qor {
 
 class qorSceneapi_oo;
 
-/// The place where a scene goes: a file, or a running renderer. It owns that place and hands out
-/// the scene API object for it. Only the factory knows which of the two it is.
+/// The destination of a scene: a file or a running renderer. The factory owns the destination and
+/// provides its scene API object. Only the factory knows which kind of destination it is.
 class LightFactory {
 public:
     virtual ~LightFactory() = default;
 
-    /// Borrowed from the factory, or null if there is no scene to be had.
+    /// Belongs to the factory. Null if the destination isn't available.
     virtual qorScene_api* get_api() = 0;
 
-    /// Writes what comes first in the stream, before anything else.
+    /// Writes the beginning of the stream, before anything else.
     virtual void write_header(qorSceneapi_oo& scene) = 0;
 
-    /// Ends the output. The wrapper on this factory must be gone by then. Throws
-    /// `std::runtime_error` if what was written may not be whole.
+    /// Ends the output. Destroy the wrapper of this factory first. Throws `std::runtime_error` if
+    /// the output may be incomplete.
     virtual void close() = 0;
 };
 

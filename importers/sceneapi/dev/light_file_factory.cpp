@@ -11,8 +11,8 @@ namespace qor {
 
 namespace {
 
-// Stray prints of the process would land between the bytes of the scene, so they are sent to
-// standard error. Neither failure stops the export.
+// Other output of the process would get between the bytes of the scene, so it is redirected to
+// standard error. The export continues even if that or the switch to binary mode fails.
 std::FILE* take_standard_output() {
     std::FILE* stream = platform::duplicate_standard_output();
     if (stream == nullptr) {
@@ -42,7 +42,7 @@ LightFileFactory::~LightFileFactory() {
     try {
         LightFileFactory::close();
     } catch (...) {
-        // `close` has told it on standard error.
+        // `close` has reported it on standard error.
     }
 }
 
@@ -66,7 +66,7 @@ void LightFileFactory::close() {
     if (!stream_) {
         return;
     }
-    // Bytes that were lost on the way count as much as a close that fails.
+    // A failed write is reported in the same way as a failed close.
     const int reason = api_->flush() ? 0 : errno;
     api_.reset();
     const bool lost_bytes = std::ferror(stream_.get()) != 0;

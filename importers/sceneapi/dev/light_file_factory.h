@@ -12,19 +12,19 @@ class qorScene_api_file;
 
 namespace qor {
 
-/// A scene that goes to a `.vsq` file, one file for each factory.
+/// Writes a scene to a `.vsq` file; each factory writes one file.
 class LightFileFactory final : public LightFactory {
 public:
-    /// Opens the file for writing, replacing an old one. `path` is UTF-8; "-" stands for standard
-    /// output, whose place standard error then takes. Throws `std::runtime_error` that names the
-    /// path if it can't be opened.
+    /// Opens the file for writing and replaces an existing one. `path` is UTF-8. "-" means standard
+    /// output; anything else that the process prints then goes to standard error. Throws
+    /// `std::runtime_error` with the path if the file can't be opened.
     explicit LightFileFactory(const std::string& path);
 
     LightFileFactory(const LightFileFactory&) = delete;
     LightFileFactory& operator=(const LightFileFactory&) = delete;
 
-    /// Closes what is still open. A failure of that can't be told from here beyond a line on
-    /// standard error: a caller who has to know calls `close` first.
+    /// Closes the file if it is still open. A failure only prints a line to standard error; a
+    /// caller that must know about it calls `close` first.
     ~LightFileFactory() override;
 
     /// Null after `close`.
@@ -33,15 +33,15 @@ public:
     void write_header(qorSceneapi_oo& scene) override;
 
     /// Throws `std::runtime_error` if the file couldn't be closed or some of its bytes couldn't be
-    /// written, as on a full disk. The file is closed in any case.
+    /// written, for example because the disk is full. The file is closed in any case.
     void close() override;
 
-    /// The number that the header's id line is made from.
+    /// The number from which the header's id line is made.
     void set_id(std::uint32_t id) { id_ = id; }
 
 private:
     std::unique_ptr<std::FILE, platform::CloseStream> stream_;
-    std::unique_ptr<qorScene_api_file> api_;  // on `stream_`, and gone before it
+    std::unique_ptr<qorScene_api_file> api_;  // writes to `stream_`, so it is destroyed first
     std::uint32_t id_ = 0;
 };
 

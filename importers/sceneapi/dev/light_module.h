@@ -6,7 +6,7 @@
 
 namespace qor {
 
-/// A set of named options for an importer inside the renderer: one `load` block.
+/// Named options for an importer in the renderer, written as one `load` block.
 class LightModule : public LightNode {
 public:
     explicit LightModule(std::string name);

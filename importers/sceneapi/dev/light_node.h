@@ -7,10 +7,10 @@ class qorSceneapi_oo;
 /// Anything that can write itself to a scene: shapes, materials, cameras, animations, modules.
 class LightNode {
 public:
-    /// Writes it where the scene stands.
+    /// Writes the node at the scene's current position.
     virtual void emit(qorSceneapi_oo& scene) = 0;
 
-    /// Writes it for later reference instead of putting it in the scene.
+    /// Writes the node for later reference instead of placing it in the scene.
     virtual void define(qorSceneapi_oo& scene) = 0;
 
     virtual bool is_defined() const = 0;

@@ -4,12 +4,12 @@
 
 class qorScene_api;
 
-/// What the renderer's live library promises. The library is closed and was built on its own, so
-/// the order of the virtual operations is what binds.
+/// The interfaces of the renderer's live library. The library is closed-source and built
+/// separately, so both sides must declare the virtual functions in the same order.
 namespace live_library {
 
-/// Finds running renderers and looks into them. Texts belong to the library, can be null, and are
-/// read before the next call.
+/// Finds running renderers and inspects them. Returned texts belong to the library, can be null,
+/// and are valid until the next call.
 class QueryApi {
 public:
     /// The running renderers as an XML document.
@@ -26,16 +26,17 @@ protected:
     ~QueryApi() = default;
 };
 
-/// What `kInitialize` gives. The caller deletes it; what it has handed out goes with it.
+/// The object that the function named `kInitialize` returns. The caller deletes it; everything
+/// obtained from it becomes invalid with it.
 class Root {
 public:
     virtual ~Root() = default;
-    /// Both can be null.
+    /// Both functions can return null.
     virtual qorScene_api* get_scene_api(int min_version, int max_version) = 0;
     virtual QueryApi* get_query_api(int min_version, int max_version) = 0;
 };
 
-/// The one function that the library exports. It can give null.
+/// The only function that the library exports. It can return null.
 using Initialize = Root*();
 constexpr char kInitialize[] = "velmora_live_initialize";
 

@@ -9,7 +9,7 @@
 
 namespace qor {
 
-/// How much a log statement matters; the higher, the less.
+/// The importance of a log statement. A higher level is less important.
 enum LogLevel : std::int32_t {
     kLogError = 0,
     kLogWarning = 1,
@@ -22,23 +22,24 @@ enum LogLevel : std::int32_t {
     kLogNone = 8,
 };
 
-/// Statements above this level are not compiled.
+/// Statements above this level compile to nothing.
 constexpr LogLevel kMaxLogLevel = kLogDebug4;
 
-/// The time of day with milliseconds that run on from the first call, as in "13:51:42.017".
+/// The time of day, as in "13:51:42.017". The milliseconds count from the first call, not from the
+/// full second.
 std::string NowTime();
 
 /// The log file `sceneapi.log` in the renderer's resource folder.
 class Output2FILE {
 public:
-    /// Opens the file if that hasn't happened yet; null if it can't be opened. It stays open until
-    /// the process ends. A file of 20 MiB or more is started anew.
+    /// Opens the file if it isn't open yet, and returns null on failure. The file stays open until
+    /// the process ends. A file of 20 MiB or more is overwritten.
     static std::FILE* stream();
 
     static void output(const std::string& line);
 };
 
-/// One line of a log in the making: it goes out when the object does. Used through `QOR_LOG`.
+/// Collects one log line, which the destructor writes. Used through `QOR_LOG`.
 template <typename Output>
 class Log {
 public:
@@ -47,10 +48,11 @@ public:
     Log& operator=(const Log&) = delete;
     virtual ~Log();
 
-    /// Where the text of the line goes, behind what `get` has put there. `file` may have folders.
+    /// Writes the head of the line and returns the stream for the rest. Of a path in `file`, only
+    /// the file name is written.
     std::ostream& get(LogLevel level, const char* file, int line);
 
-    /// The same for the whole process.
+    /// Statements above this level are dropped at run time.
     static LogLevel reporting_level() { return kLogDebug4; }
 
 private:
@@ -75,15 +77,16 @@ std::ostream& Log<Output>::get(LogLevel level, const char* file, int line) {
 
 class FILELog : public Log<Output2FILE> {};
 
-/// Ends a log statement, so that it has no value in either branch of `QOR_LOG`.
+/// Turns a log statement into `void`, so that both branches of `QOR_LOG` have the same type.
 struct LogStatementEnd {
     void operator&(std::ostream&) const {}
 };
 
 }  // namespace qor
 
-/// A log statement: `QOR_LOG(qor::kLogDebug4) << "handle: " << handle;`. Dropped, with what is
-/// streamed into it left alone, if its level isn't reported or the log can't be opened.
+/// A log statement: `QOR_LOG(qor::kLogDebug4) << "handle: " << handle;`. If its level isn't
+/// reported or the log can't be opened, it does nothing and doesn't evaluate the streamed
+/// expressions.
 #define QOR_LOG(level)                                                          \
     (level) > qor::kMaxLogLevel || (level) > qor::FILELog::reporting_level() || \
             qor::Output2FILE::stream() == nullptr                               \

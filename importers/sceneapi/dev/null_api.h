@@ -2,7 +2,7 @@
 
 #include "importers/sceneapi/dev/qorscene_api.h"
 
-/// The scene that goes nowhere: every operation does nothing and says no.
+/// A scene API that drops everything: each function does nothing and returns false, 0 or null.
 class NullApi : public qorScene_api {
 public:
     void reserved_hook() override {}

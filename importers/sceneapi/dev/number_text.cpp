@@ -17,8 +17,9 @@ constexpr int kMantissaBits = 52;
 constexpr int kExponentBias = 1023;
 constexpr std::uint64_t kHiddenBit = std::uint64_t{1} << kMantissaBits;
 
-// Nearly all numbers of a scene lie in here, and are printed without a general algorithm: their six
-// digits need a power of ten that is no fraction and whose power of five fits 64 bits.
+// Nearly all numbers of a scene are in this range, and they are printed without a general
+// algorithm. To get six digits, they are multiplied by a power of ten that is at least 1 and whose
+// power of five fits into 64 bits.
 constexpr double kSmallest = 1e-21;
 constexpr double kTooLarge = 999999.0;
 constexpr int kMostPowers = 28;
@@ -29,7 +30,7 @@ struct Powers {
     std::uint64_t of_five[kMostPowers];
 };
 
-// All of them fit: 5 to the 27th has 63 bits.
+// All of them fit: the largest, 5^27, has 63 bits.
 constexpr Powers make_powers() {
     Powers powers{};
     powers.of_five[0] = 1;
@@ -55,23 +56,22 @@ Wide multiply(std::uint64_t a, std::uint64_t b) {
             (middle_too << 32) | (low & kLow)};
 }
 
-// A positive number of six digits: the number is the first of them times ten to the `exponent`,
-// and so on.
+// A positive number with six digits: d.ddddd * 10^exponent.
 struct Decimal {
     std::uint32_t digits;
     int exponent;
 };
 
-// Rounds value * 10^(5 - exponent) to an integer, a tie to the even one, as printf does. Nothing is
-// lost before that: the mantissa times the power of five is held in full.
+// Rounds value * 10^(5 - exponent) to an integer, and ties to the even one, as printf does. Nothing
+// is lost before that, because the product of the mantissa and the power of five is exact.
 std::uint32_t scaled(std::uint64_t mantissa, int binary_exponent, int exponent) {
     const int power = kGeneralDigits - 1 - exponent;
     const Wide product = multiply(mantissa, kPowers.of_five[power]);
-    const int shift = -(binary_exponent + power);  // 33 to 97 in the range that comes here
+    const int shift = -(binary_exponent + power);  // 33 to 97 for the numbers in range
 
     std::uint64_t whole = 0;
-    std::uint64_t rest = 0;  // the highest bits behind the point
-    bool more_behind_rest = false;
+    std::uint64_t rest = 0;  // the highest 64 bits after the point
+    bool more_after_rest = false;
     if (shift < 64) {
         whole = (product.high << (64 - shift)) | (product.low >> shift);
         rest = product.low << (64 - shift);
@@ -81,10 +81,10 @@ std::uint32_t scaled(std::uint64_t mantissa, int binary_exponent, int exponent) 
     } else {
         whole = product.high >> (shift - 64);
         rest = (product.high << (128 - shift)) | (product.low >> (shift - 64));
-        more_behind_rest = (product.low << (128 - shift)) != 0;
+        more_after_rest = (product.low << (128 - shift)) != 0;
     }
     constexpr std::uint64_t kHalf = std::uint64_t{1} << 63;
-    const bool tie = rest == kHalf && !more_behind_rest;
+    const bool tie = rest == kHalf && !more_after_rest;
     const bool up = tie ? (whole & 1) != 0 : rest >= kHalf;
     return static_cast<std::uint32_t>(whole) + (up ? 1 : 0);
 }
@@ -144,8 +144,9 @@ char* print_decimal(char* out, Decimal decimal) {
     return out;
 }
 
-// The standard library of each system has its own words for these.
-char* print_no_number(char* out, double value) {
+// Prints NaN or an infinity. The texts are fixed here, because standard libraries word NaN
+// differently.
+char* print_non_finite(char* out, double value) {
     if (std::signbit(value)) {
         *out++ = '-';
     }
@@ -156,9 +157,9 @@ char* print_no_number(char* out, double value) {
 
 char* print_general(char* out, double value) {
     if (!std::isfinite(value)) {
-        return print_no_number(out, value);
+        return print_non_finite(out, value);
     }
-    // Matrices are mostly made of zeros and ones.
+    // A fast path, because matrices consist mostly of zeros and ones.
     if (value == 1.0) {
         *out = '1';
         return out + 1;
@@ -180,9 +181,9 @@ char* print_general(char* out, double value) {
 
 char* print_fixed(char* out, double value) {
     if (!std::isfinite(value)) {
-        // Nothing else is shorter than the width.
+        // Only these texts can be shorter than the width.
         char text[kFixedWidth];
-        const std::ptrdiff_t length = print_no_number(text, value) - text;
+        const std::ptrdiff_t length = print_non_finite(text, value) - text;
         out = std::fill_n(out, kFixedWidth - length, ' ');
         return std::copy_n(text, length, out);
     }

@@ -4,36 +4,37 @@
 #include <cstdint>
 #include <limits>
 
-/// Numbers as text, to the letter what printf gives in the "C" locale, several times faster and
-/// alike on every system, infinities and what is no number ("nan", "-nan") included.
+/// Prints numbers as printf does in the "C" locale, but several times faster and with the same text
+/// on every system. NaN is printed as "nan" or "-nan"; MSVC's printf words it differently.
 ///
-/// Each writes at `out`, without a terminator, and gives the end of the text.
+/// Each function writes at `out`, without a terminator, and returns the end of the text.
 namespace number_text {
 
-/// What the renderer takes of a number: itself, or -1 for what is no number and for what isn't
-/// strictly between the ends of a float's range.
+/// The number that is written in place of `value`: `value` itself, or -1 for NaN and for anything
+/// not strictly within +-FLT_MAX.
 template <typename Number>
 Number ordinary(Number value) {
     constexpr Number kLargest = std::numeric_limits<float>::max();
     return value > -kLargest && value < kLargest ? value : Number(-1);
 }
 
-/// Room that `print_general`, `print_int` and `print_unsigned` never exceed.
+/// A buffer size that is enough for `print_general`, `print_int` and `print_unsigned`.
 constexpr size_t kShortRoom = 32;
 
-/// Room that `print_fixed` never exceeds: the largest double has 309 digits before the point.
+/// A buffer size that is enough for `print_fixed`: the largest double has 309 digits before the
+/// point.
 constexpr size_t kFixedRoom = 344;
 
-/// As "%g".
+/// Like "%g".
 char* print_general(char* out, double value);
 
-/// As "%16.16f".
+/// Like "%16.16f".
 char* print_fixed(char* out, double value);
 
-/// As "%d".
+/// Like "%d".
 char* print_int(char* out, std::int32_t value);
 
-/// As "%u".
+/// Like "%u".
 char* print_unsigned(char* out, std::uint32_t value);
 
 }  // namespace number_text

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// Holds the process's numeric locale at "C" while it lives, so that a decimal point is always a
-/// point, and then gives back what was there before.
+/// Sets the process's numeric locale to "C" while the object lives, so that the decimal separator
+/// is a point. The destructor restores the previous locale.
 class NumericLocale {
 public:
     NumericLocale();

@@ -6,11 +6,10 @@
 #include "importers/sceneapi/dev/parameter_codes.h"
 #include "importers/sceneapi/dev/scene_types.h"
 
-/// How the file writer prints what stands behind a parameter code, as one value and as the element
-/// of an array.
+/// How the file writer prints the value of a parameter code, alone or as an array element.
 enum class ParameterForm {
     kFloats,
-    kCheckedFloat,  ///< -1 in place of anything that isn't an ordinary float
+    kCheckedFloat,  ///< passed through `number_text::ordinary`
     kFixedDouble,
     kDoubles,
     kInts,
@@ -25,9 +24,9 @@ enum class ParameterForm {
 struct ParameterCode {
     std::int32_t code;
     ParameterForm form;
-    int count;                 ///< of the numbers in a value
-    std::size_t element_size;  ///< in an array, in bytes; 0 for a code that has no arrays
-    char tag;                  ///< of a binary array; 0 for a code whose arrays are always text
+    int count;                 ///< how many numbers a value has
+    std::size_t element_size;  ///< array element in bytes; 0 if the code has no arrays
+    char tag;                  ///< tag of a binary array; 0 if arrays are always text
 };
 
 inline constexpr ParameterCode kParameterCodes[] = {
@@ -50,7 +49,7 @@ inline constexpr ParameterCode kParameterCodes[] = {
     {parameter_code::kShader, ParameterForm::kShader, 1, 0, 0},
 };
 
-/// Null for a code that the file writer leaves empty.
+/// Null for a code whose value the file writer leaves empty.
 inline const ParameterCode* find_parameter_code(std::int32_t code) {
     for (const ParameterCode& known : kParameterCodes) {
         if (known.code == code) {

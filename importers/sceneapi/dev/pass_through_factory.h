@@ -4,7 +4,7 @@
 
 namespace qor {
 
-/// Hands out a scene API object that belongs to somebody else, and writes nothing of its own.
+/// Provides a scene API object that belongs to somebody else, and writes nothing of its own.
 class PassThroughFactory final : public LightFactory {
 public:
     /// `api` is borrowed and must outlive the factory.

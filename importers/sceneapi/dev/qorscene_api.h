@@ -4,16 +4,16 @@
 
 #include "importers/sceneapi/dev/scene_types.h"
 
-/// The one interface through which a scene leaves the system: a flat stream of calls.
+/// The only interface through which a scene leaves the system: a flat stream of calls.
 ///
-/// A caller opens a block, sets its parameters and closes it; nothing is built behind the calls. A
-/// back end prints them (`qorScene_api_file`), sends them to a running renderer, or drops them
-/// (`NullApi`). The order of the operations is the order of their places in the virtual table,
-/// which the renderer's own library shares, so it can't change.
+/// A caller opens a block, sets its parameters and closes it; nothing is stored in memory for
+/// later. A back end prints the calls (`qorScene_api_file`), sends them to a running renderer, or
+/// drops them (`NullApi`). The renderer's own library shares the virtual table, so the order of the
+/// functions can't change.
 ///
-/// Every text is zero-terminated bytes and borrowed for the duration of the call. An operation
-/// named `begin_...` is true if its block was opened, and is answered by its `end_...`. With
-/// `place` false a group, object or material is only defined under its name, to be used later.
+/// Every text is null-terminated bytes, borrowed for the duration of the call. A `begin_...`
+/// function returns true if it opened the block, which the matching `end_...` closes. If `place` is
+/// false, a group, object or material is only defined under its name, for later use.
 ///
 ///     api->begin_group("Box001", true);
 ///     api->transform(scene_from_node);
@@ -23,7 +23,7 @@ public:
     virtual ~qorScene_api() = default;
     virtual void reserved_hook() = 0;
 
-    // The connection to a running renderer. A scene without one says no to each.
+    // The connection to a running renderer. A back end without one returns false.
     virtual bool connect(const char* host, std::int32_t port, std::int32_t);
     virtual bool disconnect();
     virtual bool link_request(void*, void*, void*);
@@ -41,11 +41,10 @@ public:
     virtual bool begin_load(const char* module) = 0;
     virtual void end_load() = 0;
 
-    // Options, camera and image stand neither in each other nor in an object; there they are
-    // refused.
+    // Options, camera and image blocks are refused inside each other and inside an object.
     virtual bool begin_options() = 0;
     virtual void end_options() = 0;
-    /// A null name gives a camera without one.
+    /// If `name` is null, the camera has no name.
     virtual bool begin_camera(const char* name) = 0;
     virtual void end_camera() = 0;
     virtual bool begin_image() = 0;
@@ -58,7 +57,7 @@ public:
     virtual bool begin_accel(const char* name) = 0;
     virtual void end_accel() = 0;
 
-    /// Multiplies onto the current transform.
+    /// Multiplies the current transform by `matrix`.
     virtual void transform(const qorMatrix& matrix) = 0;
     /// Replaces the current transform.
     virtual void set_transform(const qorMatrix& matrix) = 0;
@@ -72,21 +71,23 @@ public:
     /// Refers to a material that was defined earlier.
     virtual bool use_material(const char* name) = 0;
     virtual void end_material() = 0;
-    /// Sets a finished shader on the open material; see `shader_kind`. A null handle does nothing.
+    /// Assigns a finished shader to the open material; `kind` is one of `shader_kind`. A null
+    /// handle does nothing.
     virtual void assign_shader(std::int32_t kind, qorShaderHandle shader) = 0;
     virtual void assign_shader_id(std::int32_t kind, std::int32_t id) = 0;
 
-    /// With a name, defines a shader of `type`. With null, builds an anonymous one, whose handle is
-    /// `current_shader` once it has been closed.
+    /// With a name, defines a shader of `type`. With a null name, builds an anonymous shader; after
+    /// its end, `current_shader` returns its handle.
     virtual bool begin_shader(const char* name, const char* type) = 0;
     virtual bool begin_shader_id(const char* type, std::int32_t id) = 0;
     virtual void end_shader() = 0;
     virtual qorShaderHandle current_shader() = 0;
-    /// Puts the current shader aside while one that is nested in it is built.
+    /// Saves the current shader while a nested one is built; `pop_shader` restores it.
     virtual void push_shader() = 0;
     virtual void pop_shader() = 0;
 
-    /// One named value; `parameter_code` tells what stands behind the pointer.
+    /// Sets one named value. `type` is one of `parameter_code` and determines what `value` points
+    /// to.
     virtual bool set_parameter(const char* name, std::int32_t type, const void* value) = 0;
     virtual bool set_parameter_id(const char* name, std::int32_t id) = 0;
     /// A null handle does nothing.
@@ -100,12 +101,12 @@ public:
     virtual int extension_point() = 0;
 
     virtual void set_attribute(const char* key, const char* value) = 0;
-    /// Raw text in printf form.
+    /// Writes raw text, which is formatted as in printf.
     virtual void write_text(const char* format, ...) = 0;
-    /// The bit of value 2 asks for arrays in binary form, that of 0x400000 for no indentation. A
-    /// scene file takes the form of its arrays from its construction.
+    /// Flag 2 asks for binary arrays, flag 0x400000 for no indentation. `qorScene_api_file` ignores
+    /// flag 2: its constructor decides whether arrays are binary.
     virtual void set_output_mode(std::uint32_t mode) = 0;
-    /// The version of the format; all ones stand for 20.
+    /// The version of the format; 0xffffffff means 20.
     virtual void set_version(std::uint32_t version) = 0;
     virtual void set_option_flag(bool flag) = 0;
     /// `fraction` goes from 0 to 1.
@@ -113,9 +114,9 @@ public:
     virtual void set_icon(const unsigned char* data, std::int32_t size) = 0;
     virtual void set_binary_parameter(const char* name, const unsigned char* data,
                                       std::int32_t size) = 0;
-    /// The number of the next thing, or of a connection.
+    /// Sets the id of the open object. Before `connect`, sets the id of the connection.
     virtual void set_id(std::uint32_t id) = 0;
-    /// Flags of the open block; their bits are the renderer's.
+    /// Flags of the open block; the renderer defines their bits.
     virtual void set_flags(std::uint32_t flags) = 0;
     virtual bool status_query() = 0;
     virtual bool render() = 0;

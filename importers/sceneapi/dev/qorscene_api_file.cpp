@@ -9,7 +9,7 @@
 #include "importers/sceneapi/dev/shader_buffer.h"
 #include "platform/files.h"
 
-// The blocks and statements of a scene file. Values, arrays and shaders have sources of their own.
+// The blocks and statements of a scene file. Values, arrays and shaders are in other source files.
 
 namespace {
 
@@ -47,7 +47,7 @@ bool qorScene_api_file::flush() {
     return errno == 0;
 }
 
-// The head of a block: the keyword, its names, and the brace.
+// Writes the head of a block: the keyword, its names, and the brace.
 void qorScene_api_file::open_block(std::string_view keyword,
                                    std::initializer_list<const char*> names) {
     out_.write_indented(keyword);
@@ -68,7 +68,7 @@ void qorScene_api_file::close_block() {
     out_.write_indented("}\n");
 }
 
-// Options, camera and image: at most one of them is open, and never inside an object.
+// For options, camera and image blocks: only one of them can be open, and never inside an object.
 bool qorScene_api_file::open_exclusive_block(Block block, std::string_view keyword,
                                              const char* name) {
     if (block_ != Block::kNone) {
@@ -197,7 +197,7 @@ void qorScene_api_file::end_image() {
     close_exclusive_block(Block::kImage);
 }
 
-// Refused before anything is written, so that no "#modify" stands alone.
+// The check comes first, so that a refused block leaves no "#modify" behind.
 bool qorScene_api_file::begin_modify(const char* name) {
     if (block_ != Block::kNone) {
         return false;

@@ -15,27 +15,28 @@
 
 class ShaderBuffer;
 
-/// The back end that prints the calls as a `.vsq` scene file: text in lines, with binary runs in
-/// it where an array has a binary form.
+/// The back end that prints the calls as a `.vsq` scene file: lines of text that contain binary
+/// data where an array has a binary form.
 ///
-/// It tells nobody of a failure and refuses nothing but options, camera and image blocks inside an
-/// open block (a camera that is reopened counts as one). While it lives, the process's numeric
-/// locale is "C".
+/// Failures are silent; only `flush` reports them. Options, camera and image blocks are refused
+/// inside an object or inside each other, and so is `begin_modify`. While the writer lives, the
+/// process's numeric locale is "C".
 class qorScene_api_file : public qorScene_api {
 public:
-    /// Borrows `stream`, which must be a binary one; null drops everything. The text is whole in
-    /// the stream only when the writer is gone.
+    /// Borrows `stream`, which must be in binary mode; null drops everything. The writer buffers,
+    /// so the stream is complete only once the writer is destroyed.
     qorScene_api_file(std::FILE* stream, bool binary_arrays);
 
-    /// Opens the file itself and closes it in the end; where it can't be opened, standard output
-    /// takes its place. `path` is UTF-8.
+    /// Opens the file and closes it in the destructor. If it can't be opened, standard output is
+    /// used instead. `path` is UTF-8.
     qorScene_api_file(const std::string& path, bool binary_arrays);
 
     qorScene_api_file(const qorScene_api_file&) = delete;
     qorScene_api_file& operator=(const qorScene_api_file&) = delete;
     ~qorScene_api_file() override;
 
-    /// Sends what has gathered so far. False if a write has failed, with the reason in `errno`.
+    /// Writes the buffer to the stream. Returns false if any write has failed, with the reason in
+    /// `errno`.
     bool flush();
 
     void reserved_hook() override {}
@@ -107,7 +108,7 @@ public:
     /// Reopens a named camera for changes; `end_camera` closes it.
     virtual bool begin_modify(const char* name);
 
-    // Further statements of the format, which only a scene file can hold.
+    // Further statements of the format, for scene files only.
     void begin_frame(std::int32_t number);
     void end_frame();
     void write_motion(double time, const qorMatrix& matrix);
@@ -148,17 +149,17 @@ private:
     bool can_be_copied(qorShaderHandle shader) const;
 
     NumericLocale numeric_locale_;
-    OwnedStream own_stream_;  // of a writer that opened its file itself
+    OwnedStream own_stream_;  // set if the writer opened the file itself
     SceneTextOutput out_;
-    std::vector<char> format_buffer_;  // of `write_text`
+    std::vector<char> format_buffer_;  // for `write_text`
     bool binary_arrays_;
     std::uint32_t output_mode_;
-    bool plain_parameters_ = false;  // `name value` lines in place of `"name" value,`
+    bool plain_parameters_ = false;  // print `name value`, not `"name" value,`
     Block block_ = Block::kNone;
     bool in_geometry_definition_ = false;
 
-    // Shaders. Handles stay valid to the end, so no buffer goes before the writer does. The first
-    // two change through `set_shader_state` alone.
+    // Shaders. Handles stay valid as long as the writer lives, so no buffer is freed earlier. Only
+    // `set_shader_state` changes the first two.
     bool in_shader_buffer_ = false;
     ShaderBuffer* current_shader_ = nullptr;
     std::vector<std::unique_ptr<ShaderBuffer>> all_shader_buffers_;
@@ -168,8 +169,8 @@ private:
     std::vector<std::int32_t> saved_indents_;
     std::vector<ShaderBuffer*> saved_shaders_;
 
-    // The array that is open between `begin_array` and `end_array`.
+    // The array between `begin_array` and `end_array`.
     std::int32_t array_count_ = 0;  // elements written as text
     char array_tag_ = 0;
-    std::vector<std::uint32_t> array_values_;  // gathered for a binary body
+    std::vector<std::uint32_t> array_values_;  // collected for a binary body
 };

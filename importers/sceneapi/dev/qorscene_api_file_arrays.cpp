@@ -6,14 +6,14 @@
 #include "importers/sceneapi/dev/parameter_forms.h"
 #include "importers/sceneapi/dev/qorscene_api_file.h"
 
-// Arrays in their binary and text forms, in one call or element by element.
+// Arrays in binary and text form, written in one call or element by element.
 
 namespace {
 
 constexpr unsigned char kBinaryMark[] = {1, 2, 3};
-constexpr std::uint32_t kElementsToALine = 8;
+constexpr std::uint32_t kElementsPerLine = 8;
 
-// Null for an element that has no arrays.
+// Null for a code that has no arrays.
 const ParameterCode* find_element_code(std::int32_t code) {
     const ParameterCode* found = find_parameter_code(code);
     return found != nullptr && found->element_size > 0 ? found : nullptr;
@@ -31,7 +31,7 @@ char* print_generals(char* out, const void* element, int count, char separator) 
     return out;
 }
 
-// The text of one element that is made of numbers.
+// Prints one element that consists of numbers.
 char* print_element(char* out, const ParameterCode& form, const void* element) {
     switch (form.form) {
         case ParameterForm::kFloats:
@@ -108,7 +108,7 @@ void qorScene_api_file::write_array(std::int32_t element_code, const qorArray& a
         }
         out_.write_raw({text, static_cast<size_t>(end - text)});
 
-        if (i > 0 && i % kElementsToALine == 0) {
+        if (i > 0 && i % kElementsPerLine == 0) {
             out_.write_raw("\n");
             out_.write_indented("");
         }
@@ -116,8 +116,8 @@ void qorScene_api_file::write_array(std::int32_t element_code, const qorArray& a
     out_.write_raw("] ");
 }
 
-// `count` is what the head says, in numbers; `size` is in bytes. The numbers go out as they lie in
-// memory, which is little-endian on every system of the host.
+// `count` is the number of values for the head; `size` is in bytes. The values are written as they
+// are in memory, which is little-endian on every system that the host supports.
 void qorScene_api_file::write_binary_body(char tag, std::uint32_t count, const void* numbers,
                                           size_t size) {
     unsigned char head[8];

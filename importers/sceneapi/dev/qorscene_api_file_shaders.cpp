@@ -2,7 +2,8 @@
 #include "importers/sceneapi/dev/qorscene_api_file.h"
 #include "importers/sceneapi/dev/shader_buffer.h"
 
-// Shaders, in the stream or in a buffer of their own, and what is done with finished ones.
+// Shaders, written to the stream or to their own buffers, and the statements that use finished
+// shaders.
 
 namespace {
 
@@ -20,7 +21,7 @@ constexpr ShaderKind kShaderKinds[] = {
 
 }  // namespace
 
-// What is no kind counts as a surface, with a remark.
+// An unknown kind counts as a surface, with a comment in the scene.
 void qorScene_api_file::write_shader_kind(std::int32_t kind) {
     for (const ShaderKind& known : kShaderKinds) {
         if (known.kind == kind) {
@@ -32,7 +33,7 @@ void qorScene_api_file::write_shader_kind(std::int32_t kind) {
     out_.write_indented("surface");
 }
 
-// The text of an open shader can go anywhere but into itself.
+// A shader that is still open can't be copied into itself.
 bool qorScene_api_file::can_be_copied(qorShaderHandle shader) const {
     return shader != nullptr && !(in_shader_buffer_ && shader == current_shader_);
 }
@@ -55,7 +56,7 @@ void qorScene_api_file::assign_shader_id(std::int32_t kind, std::int32_t id) {
     out_.write_raw("\n");
 }
 
-// Writes go to the open anonymous shader, or else to the stream.
+// Output goes to the open anonymous shader if there is one, otherwise to the stream.
 void qorScene_api_file::set_shader_state(bool in_shader_buffer, ShaderBuffer* current_shader) {
     in_shader_buffer_ = in_shader_buffer;
     current_shader_ = current_shader;
@@ -97,10 +98,10 @@ bool qorScene_api_file::begin_shader_id(const char* type, std::int32_t id) {
     return true;
 }
 
-// The current shader stays, so that the caller can ask for the one just finished.
+// The current shader doesn't change, so that the caller can get the handle of the finished one.
 void qorScene_api_file::end_shader() {
     if (in_shader_buffer_) {
-        // The statement that uses the shader ends the line.
+        // The statement that uses the shader writes the line end.
         out_.lower_indent();
         out_.write_indented("}");
         if (!saved_indents_.empty()) {

@@ -8,9 +8,9 @@
 namespace {
 
 constexpr int kIndentOfShaderValue = 2;
-constexpr int kMostNumbers = 16;  // of a matrix
+constexpr int kMostNumbers = 16;  // in a matrix
 
-// A few numbers with one blank between them, put together before they are written.
+// Numbers with one blank between them, collected before they are written.
 class NumberList {
 public:
     void add(double value) { end_ = number_text::print_general(next(), value); }
@@ -75,7 +75,7 @@ bool qorScene_api_file::set_parameter_shader(const char* name, qorShaderHandle s
     return true;
 }
 
-// A code without a form leaves the place of the value empty.
+// An unknown code writes nothing, so the value is left empty.
 void qorScene_api_file::write_value(std::int32_t code, const void* value) {
     const ParameterCode* form = find_parameter_code(code);
     if (form == nullptr) {
@@ -128,7 +128,7 @@ void qorScene_api_file::write_value(std::int32_t code, const void* value) {
     out_.write_raw(numbers.text());
 }
 
-// Placement needs no more than single precision, and the text is half as long.
+// Single precision is enough for placement, and the text is half as long.
 void qorScene_api_file::write_narrowed_matrix(const qorMatrix& matrix) {
     NumberList numbers;
     for (const auto& row : matrix.m) {

@@ -15,11 +15,11 @@ namespace qor {
 class LightFactory;
 class LightNode;
 
-/// The face that exporters see of a scene: strings, vectors and plain values in place of pointers
-/// and type codes, and the running numbers of shaders and objects.
+/// The wrapper through which exporters write a scene. It takes strings, vectors and plain values
+/// instead of pointers and type codes, and it numbers shaders and objects.
 ///
-/// Building one writes the opening lines of the stream. Operations that are not here are reached
-/// through `get_api`. A wrapper is built after its factory and dropped before it.
+/// The constructor writes the first lines of the stream. Operations that are missing here can be
+/// called on `get_api`. The factory must outlive the wrapper.
 ///
 ///     LightFileFactory factory("scene.vsq");
 ///     qorSceneapi_oo scene(factory);
@@ -27,21 +27,21 @@ class LightNode;
 ///     scene.end_group();
 class qorSceneapi_oo {
 public:
-    /// Borrows `factory`. Where that has no scene to offer, `get_api` is null, nothing has been
-    /// written, and nothing may be sent.
+    /// Borrows `factory`. If the factory's scene API is null, nothing is written, `get_api` returns
+    /// null, and no other function may be called.
     explicit qorSceneapi_oo(LightFactory& factory);
 
-    /// A wrapper that swallows everything.
+    /// A wrapper that drops everything.
     qorSceneapi_oo();
 
     qorSceneapi_oo(const qorSceneapi_oo&) = delete;
     qorSceneapi_oo& operator=(const qorSceneapi_oo&) = delete;
     virtual ~qorSceneapi_oo();
 
-    /// Borrows `api` and starts the running numbers anew.
+    /// Borrows `api` and restarts the numbering.
     virtual void set_api(qorScene_api* api);
 
-    /// A number for the next object, announced to the scene. The first is 1.
+    /// Takes the next object id, sets it on the open object and returns it. The first is 1.
     virtual int next_id();
 
     virtual void emit(LightNode& node);
@@ -52,13 +52,13 @@ public:
     virtual bool begin_group(const std::string& name);
     virtual void end_group();
 
-    /// Opens a numbered shader and gives its number. The first is 1.
+    /// Opens a numbered shader and returns its number. The first is 1.
     virtual int begin_shader(const std::string& type);
     virtual void end_shader();
 
-    /// Throws `std::invalid_argument`: without this form, a literal would go out as a bool.
+    /// Throws `std::invalid_argument`. Without this overload, a literal would be written as a bool.
     virtual void set_parameter(const std::string& name, const char* value);
-    /// A pointer to anything else would go out as a bool, too.
+    /// Any other pointer would be written as a bool, too.
     template <typename Pointed>
     void set_parameter(const std::string& name, const Pointed* value) = delete;
     virtual bool set_parameter(const std::string& name, const std::string& value);
@@ -74,27 +74,27 @@ public:
     virtual bool set_array(const std::string& name, const std::vector<float>& values);
     virtual bool set_array(const std::string& name, const std::vector<double>& values);
 
-    /// Three floats to an element; floats behind the last whole element stay out.
+    /// Three floats per element. Floats after the last whole element are dropped.
     virtual bool set_vec3_array(const std::string& name, const std::vector<float>& values);
 
-    /// Multiplies onto the current transform.
+    /// Multiplies the current transform by `matrix`, or replaces it if `replace` is set.
     virtual void transform(const qorMatrix& matrix);
     virtual void transform(const qorMatrix& matrix, bool replace);
 
     virtual void set_flags(std::uint32_t flags);
 
-    /// The interface behind this wrapper, borrowed from the factory; null if that has no scene.
+    /// The wrapped scene API, which belongs to the factory; null if the factory has none.
     virtual qorScene_api* get_api();
 
-    /// A remark and an error for the reader of the scene.
+    /// These write a message or an error into the scene.
     void print_message(const std::string& text);
     void print_error(const std::string& text);
 
 private:
     void start();
 
-    std::unique_ptr<NullApi> own_api_;           // of a wrapper that swallows everything
-    std::unique_ptr<LightFactory> own_factory_;  // over `own_api_`
+    std::unique_ptr<NullApi> own_api_;           // in a wrapper that drops everything
+    std::unique_ptr<LightFactory> own_factory_;  // provides `own_api_`
     qorScene_api* api_ = nullptr;
     LightFactory* factory_;
     std::uint32_t shader_id_ = 0;

@@ -13,8 +13,8 @@ struct RendererInstance {
     std::int32_t livelink_port = 0;
 };
 
-/// The instances that an XML text lists, in its order, of those whose major version lies between
-/// the two. None if `xml` is null or isn't well-formed.
+/// Returns the instances in an XML text whose major version is between the two limits, both
+/// included, in the order of the text. Returns none if `xml` is null or isn't well-formed.
 std::vector<RendererInstance> ReadInstances(const char* xml, int min_version, int max_version);
 
 }  // namespace qor

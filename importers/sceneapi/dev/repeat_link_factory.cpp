@@ -16,11 +16,12 @@ namespace qor {
 
 namespace {
 
-// The third argument of a connection: to a port that may be anybody's, and to a known renderer.
+// The third argument of `connect`: for a port that may belong to any program, and for the port of a
+// known renderer.
 constexpr std::int32_t kSweepArgument = 1;
 constexpr std::int32_t kKnownArgument = 4;
 
-// A registered range that goes far beyond these would keep the host busy for hours.
+// Limits for the registered ports. A range far beyond them would block the host for hours.
 constexpr std::int32_t kLowestPort = 1;
 constexpr std::int32_t kHighestPort = 0xffff;
 
@@ -28,7 +29,7 @@ bool is_found(const RendererInstance& instance) {
     return instance.version_major != 0;
 }
 
-// A log that can't be written either leaves nothing to be told.
+// If the log can't be written either, the failure can't be reported at all.
 void log_failure(const char* step, const char* reason) noexcept {
     try {
         QOR_LOG(kLogError) << "live library: " << step << " failed: " << reason;
@@ -36,7 +37,7 @@ void log_failure(const char* step, const char* reason) noexcept {
     }
 }
 
-// Of equal versions the first one stays.
+// If the versions are equal, the first one stays.
 void keep_newer(RendererInstance& best, const RendererInstance& candidate) {
     if (candidate.version_major > best.version_major) {
         best = candidate;
@@ -63,7 +64,7 @@ bool RepeatLinkFactory::connect(std::string& reason) {
     return attach(find_or_launch(*query, reason), reason);
 }
 
-// An empty record if there is no renderer, or none that has come up in time.
+// Returns an empty record if no renderer could be started, or if it wasn't ready in time.
 RendererInstance RepeatLinkFactory::find_or_launch(live_library::QueryApi& query,
                                                    std::string& reason) {
     RendererInstance instance = choose_instance(query);
@@ -71,7 +72,7 @@ RendererInstance RepeatLinkFactory::find_or_launch(live_library::QueryApi& query
         return instance;
     }
     if (!Installation::get().launch(min_version_, max_version_)) {
-        // Never told: `attach` goes on to the registered ports, and has a reason of its own.
+        // Nobody sees this reason: `attach` still tries the registered ports and sets its own.
         reason = "Unabled to launch Velmora. Please check your Velmora installation.";
         return {};
     }
@@ -153,7 +154,7 @@ bool RepeatLinkFactory::sweep_ports() {
     return false;
 }
 
-// The library is closed and may throw, but the host must not end with an export that is over.
+// The closed-source library may throw, but that must not crash the host after a finished export.
 void RepeatLinkFactory::disconnect() noexcept {
     if (api_ == nullptr) {
         return;

@@ -13,11 +13,12 @@ class QueryApi;
 
 namespace qor {
 
-/// A scene that goes to a running renderer, which is started if none runs.
+/// Sends a scene to a running renderer, and starts one if none is running.
 ///
-/// The first `get_api` looks for a renderer and connects to it through the live library; that can
-/// take as long as a renderer takes to start. A renderer that holds the scene of the given name
-/// comes first, then, if any will do, the one of the highest version, then an empty one.
+/// The first `get_api` looks for a renderer and connects to it through the live library, which can
+/// take as long as a renderer takes to start. A renderer that holds the scene of the given name is
+/// preferred. The second choice is the renderer of the highest version, but only with
+/// `set_connect_any`; the third is one with an empty scene.
 ///
 ///     RepeatLinkFactory factory;
 ///     factory.set_min_version(11);
@@ -30,35 +31,35 @@ public:
     RepeatLinkFactory& operator=(const RepeatLinkFactory&) = delete;
     ~RepeatLinkFactory() override { disconnect(); }
 
-    /// How many times a renderer that was started is looked for, less one, and how long it is
-    /// waited for after each look.
+    /// After a renderer is started, it is looked for `retries` - 1 times, with a wait after each
+    /// look.
     void set_retries(std::uint32_t retries) { retries_ = retries; }
     void set_retry_wait_ms(std::uint32_t wait) { retry_wait_ms_ = wait; }
-    /// Of the renderer's major version, both ends included.
+    /// Limits of the renderer's major version, both included.
     void set_min_version(std::int32_t version) { min_version_ = version; }
     void set_max_version(std::int32_t version) { max_version_ = version; }
     void set_scene_name(std::string name) { scene_name_ = std::move(name); }
-    /// Whether a renderer will do that holds another scene.
+    /// Whether a renderer that holds another scene may be used.
     void set_connect_any(bool connect_any) { connect_any_ = connect_any; }
-    /// Given to the scene on connecting.
+    /// The id of the connection.
     void set_id(std::uint32_t id) { id_ = id; }
 
-    /// Null if no renderer can be reached; the library's own otherwise, until `close`.
+    /// Null if no renderer can be reached. Otherwise the object belongs to the live library and is
+    /// valid until `close`.
     qorScene_api* get_api() override;
 
     /// A renderer needs no header.
     void write_header(qorSceneapi_oo&) override {}
 
-    /// Ends the connection and unloads the library. Never throws: a failure of the library goes
-    /// into the log.
+    /// Disconnects and unloads the library. Never throws: failures of the library are logged.
     void close() override { disconnect(); }
 
-    /// Why the last `get_api` gave null; empty if it didn't.
+    /// Why the last `get_api` returned null; empty if it didn't.
     const std::string& error() const { return error_; }
-    /// That of the chosen renderer once connected; 0 where none was known and a renderer answered
-    /// on a registered port.
+    /// The port of the chosen renderer after connecting. 0 if no renderer was found and one
+    /// answered on a registered port.
     std::int32_t connected_port() const { return connected_port_; }
-    /// Whether the chosen renderer held the scene before anything was sent.
+    /// Whether the chosen renderer already held the scene before the export.
     bool found_scene() const { return found_scene_; }
 
 private:
@@ -71,7 +72,7 @@ private:
 
     std::uint32_t retries_ = 30;
     std::uint32_t retry_wait_ms_ = 1000;
-    qorScene_api* api_ = nullptr;  // the live library's
+    qorScene_api* api_ = nullptr;  // belongs to the live library
     std::int32_t min_version_ = 7;
     std::int32_t max_version_ = 20;
     std::int32_t connected_port_ = -1;

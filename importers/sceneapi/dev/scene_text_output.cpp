@@ -10,7 +10,7 @@ namespace {
 
 constexpr size_t kLineBufferSize = 0x100000;
 
-// Larger runs of bytes go to the stream from where they lie.
+// Larger blocks of bytes are written to the stream without buffering.
 constexpr size_t kGatheredBytes = 0x10000;
 
 bool can_stand_in_quotes(std::string_view name) {
@@ -53,7 +53,7 @@ void SceneTextOutput::write_indented(std::initializer_list<std::string_view> par
             part.remove_prefix(line_size);
         }
     }
-    // An empty write still begins a line.
+    // An empty text still starts a line.
     if (indented_ && left == kLongestText) {
         append_spaces(left);
     }
@@ -154,7 +154,7 @@ void SceneTextOutput::append_spaces(size_t& left) {
 }
 
 void SceneTextOutput::send(const void* bytes, size_t size) {
-    // Behind a gap nothing is of use any more, and trying on would only cost time.
+    // After a failed write the output is useless, so nothing more is written.
     if (stream_ == nullptr || size == 0 || write_error_ != 0) {
         return;
     }

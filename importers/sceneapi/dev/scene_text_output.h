@@ -9,20 +9,21 @@
 
 class ShaderBuffer;
 
-/// Null stands for no text.
+/// Null counts as an empty text.
 inline std::string_view text_or_empty(const char* text) {
     return text != nullptr ? text : "";
 }
 
-/// Where the text of a scene file goes: the few kinds of writes that all of its statements are made
-/// of, with indentation, names and the choice between the stream and a shader's buffer.
+/// Writes the text of a scene file. It offers the few kinds of writes that all statements consist
+/// of, handles indentation and the form of names, and writes either to the stream or to a shader's
+/// buffer.
 ///
-/// Text for the stream gathers in one buffer, which is sent when it is full, when bytes go past it
-/// and when the output ends; a write of its own for each statement costs several times as much. A
-/// null stream drops everything.
+/// Text for the stream is buffered. The buffer is written when it is full, before a large block of
+/// bytes, and when the output ends; a separate write for each statement would take several times as
+/// long. If the stream is null, everything is dropped.
 class SceneTextOutput {
 public:
-    /// The longest text of one indented write, its indentation included; what is longer is cut.
+    /// The longest text of one indented write, including its indentation. A longer text is cut.
     static constexpr size_t kLongestText = 0x100000 - 2;
 
     /// Borrows `stream`, which may be null.
@@ -31,36 +32,37 @@ public:
     SceneTextOutput(const SceneTextOutput&) = delete;
     SceneTextOutput& operator=(const SceneTextOutput&) = delete;
 
-    /// Sends what has gathered.
+    /// Writes the buffered text.
     ~SceneTextOutput();
 
-    /// Writes the joined parts at the start of a line: with the indentation in front and behind
-    /// each line feed that has something behind it.
+    /// Writes the joined parts at the start of a line. Indentation is added at the beginning and
+    /// after each line feed that is followed by more text.
     void write_indented(std::initializer_list<std::string_view> parts);
     void write_indented(std::string_view text) { write_indented({text}); }
 
-    /// Writes inside a line: no indentation, no limit.
+    /// Writes inside a line, without indentation and without a limit.
     void write_raw(std::string_view text);
 
-    /// As it is, and past the buffer if it is large.
+    /// Writes the bytes unchanged, and without buffering if there are many.
     void write_bytes(const void* bytes, size_t size);
 
-    /// A name where a line may begin with it: in double quotes, or as "xX" and two hexadecimal
-    /// digits a byte if it holds a double quote, a line end, or anything outside 7-bit ASCII.
+    /// Writes a name that may start a line. It is written in double quotes. If it contains a double
+    /// quote, a line end, or anything outside 7-bit ASCII, it is written as "xX" and two
+    /// hexadecimal digits per byte instead.
     void write_quoted_name(const char* name);
 
-    /// The same inside a line.
+    /// Writes a name in the same form, but inside a line.
     void write_bare_name(const char* name);
 
-    /// "bX" and two hexadecimal digits a byte.
+    /// Writes "bX" and two hexadecimal digits per byte.
     void write_hexadecimal_data(const unsigned char* data, size_t size);
 
-    /// The text of a finished shader.
+    /// Copies the text of a finished shader.
     void write_shader(const ShaderBuffer& shader);
 
     void flush();
 
-    /// Ends the output as a write that failed with that `errno` does: what comes later is dropped.
+    /// Ends the output as if a write had failed with that `errno`: everything later is dropped.
     void fail(int error);
 
     /// The `errno` of the first failure, or 0.
@@ -72,7 +74,7 @@ public:
     void raise_indent() { ++indent_; }
     void lower_indent() { --indent_; }
 
-    /// Where the writes go from now on: to a shader's buffer, or with null to the stream.
+    /// Directs later writes to a shader's buffer, or to the stream if `shader` is null.
     void set_target(ShaderBuffer* shader) { target_ = shader; }
 
 private:
@@ -85,7 +87,7 @@ private:
     ShaderBuffer* target_ = nullptr;
     int indent_ = 0;
     bool indented_ = false;
-    int write_error_ = 0;  // once set it stays, and nothing more is sent
+    int write_error_ = 0;  // once set, it stays, and nothing more is written
     std::vector<char> line_buffer_;
-    size_t gathered_ = 0;  // bytes of `line_buffer_` that wait
+    size_t gathered_ = 0;  // bytes in `line_buffer_`
 };

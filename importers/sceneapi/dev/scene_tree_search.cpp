@@ -6,11 +6,11 @@ namespace qor {
 
 namespace {
 
-// From this version on a renderer puts one more level around its scenes.
+// From this version on, a renderer puts its scenes one level deeper.
 constexpr int kDeeperVersion = 7;
 
-// The top of an empty scene has groups in it and nothing in those. A document without a top tells
-// nothing, and counts as not empty.
+// In an empty scene, the root's first child contains only groups without children. A document
+// without that child counts as not empty.
 bool is_empty_scene(const TiXmlElement& root) {
     const TiXmlNode* top = root.FirstChild();
     if (top == nullptr) {
@@ -30,7 +30,7 @@ bool has_value(const TiXmlElement& element, const char* attribute, const std::st
     return text != nullptr && value == text;
 }
 
-// `depth` counts the levels that are looked at, this element's among them.
+// `depth` is the number of levels to search, including that of this element.
 bool holds_scene(const TiXmlElement& element, const std::string& scene_name, int depth) {
     if (depth <= 0) {
         return false;

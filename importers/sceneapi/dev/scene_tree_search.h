@@ -4,15 +4,15 @@
 
 namespace qor {
 
-/// What a renderer's scene, told as an XML text, means for the choice among running renderers.
+/// The facts about a renderer's scene that decide whether that renderer is chosen.
 struct SceneTreeFindings {
     bool is_empty = false;
     bool holds_scene = false;
 };
 
-/// Searches the tree for `scene_name`; an empty name is found nowhere. `major_version`, the
-/// renderer's, decides how deep. A text that isn't well-formed counts as an empty document, which
-/// tells neither.
+/// Searches the scene tree in `xml` for `scene_name`; an empty name is never found. `major_version`
+/// is that of the renderer and determines how deep the search goes. If `xml` isn't well-formed,
+/// both findings are false.
 SceneTreeFindings SearchSceneTree(const char* xml, const std::string& scene_name,
                                   int major_version);
 

@@ -11,18 +11,18 @@ struct qorVector {
     double x, y, z;
 };
 
-/// Four rows of four, for row vectors: the translation is the fourth row.
+/// Four rows of four numbers, for row vectors: the fourth row is the translation.
 struct qorMatrix {
     double m[4][4];
 };
 
-/// Elements that are read during a call and not kept. The code that goes with it tells their type;
-/// without elements `data` is not touched.
+/// An array that is only read during a call. The parameter code that is passed with it determines
+/// the type of the elements. If `count` is 0, `data` isn't used.
 struct qorArray {
     const void* data;
     std::uint32_t count;
 };
 
-/// The text of a finished shader. The back end that gave it owns it, and it stays valid until that
-/// back end goes.
+/// Refers to a finished shader. The back end that returned the handle owns the shader, and the
+/// handle is valid as long as that back end lives.
 using qorShaderHandle = const void*;

@@ -21,14 +21,14 @@ public:
 
 private:
     std::optional<platform::DynamicLibrary> handle_;
-    std::unique_ptr<Root> root_;  // made in the library, so it goes first
+    std::unique_ptr<Root> root_;  // made by the library, so destroyed first
 };
 
-// The one instance, null as long as the library isn't open. It is left to the end of the process
-// if nobody unloads it: by the time statics are destroyed the library may be gone.
+// The only instance; null while the library isn't open. If nobody unloads it, it is never
+// destroyed: the library may already be gone when statics are destroyed.
 VelmoraLiveLoader* loader = nullptr;
 
-// The library lies in the installation or, for a renderer under development, in the working folder.
+// The library is in the installation or, for a renderer under development, in the working folder.
 std::optional<platform::DynamicLibrary> open_library(const std::string& folder, int version) {
     const std::string base = version >= 6 ? "qorvelmoralive6_" : "qorvelmoralive";
     for (const std::string& place : {folder, std::string(".")}) {
