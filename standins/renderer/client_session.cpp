@@ -41,7 +41,8 @@ bool ClientSession::fails_on_purpose() {
     return true;
 }
 
-// Nothing else refers to the session: without a next read or answer it is over.
+// The pending operation holds the only reference to the session, so the session ends when there is
+// no next read or answer.
 void ClientSession::read() {
     make_room();
     socket_.async_read_some(
@@ -58,7 +59,7 @@ void ClientSession::read() {
         });
 }
 
-// What a frame claims as its size is taken only as its bytes come in.
+// The buffer grows only as bytes arrive, whatever size a frame claims to have.
 void ClientSession::make_room() {
     if (handled_ > 0) {
         std::memmove(buffer_.get(), buffer_.get() + handled_, filled_ - handled_);
@@ -71,7 +72,7 @@ void ClientSession::make_room() {
     grow_to(std::max(kFirstCapacity, 2 * capacity_));
 }
 
-// Large blocks move without being copied.
+// realloc can move large blocks without copying them.
 void ClientSession::grow_to(std::size_t capacity) {
     void* grown = std::realloc(buffer_.get(), capacity);
     if (grown == nullptr) {
@@ -92,7 +93,7 @@ void ClientSession::go_on() {
     } catch (const MalformedFrame&) {
         end();
     } catch (const std::exception& error) {
-        // A full disk or a want of memory is the loss of this client alone.
+        // A full disk or a lack of memory costs only this client its connection.
         std::fprintf(stderr, "velmora: %s\n", error.what());
         end();
     }
@@ -105,7 +106,7 @@ void ClientSession::end() {
     }
 }
 
-// True when one has to be answered before the next.
+// True if a frame has to be answered before the next one is handled.
 bool ClientSession::handle_frames() {
     while (filled_ - handled_ >= sizeof(FrameHead)) {
         FrameHead head;

@@ -13,11 +13,11 @@ namespace velmora {
 
 class Renderer;
 
-/// One client's connection. It ends when the client goes or sends what no client sends; what has
-/// come by then of a scene that isn't finished stays with the renderer.
+/// One client's connection. It ends when the client disconnects or sends something malformed. If a
+/// scene is unfinished then, the renderer keeps what has arrived of it.
 class ClientSession : public std::enable_shared_from_this<ClientSession> {
 public:
-    /// Borrows `renderer`.
+    /// Borrows `renderer`, which must outlive the session.
     ClientSession(Renderer& renderer, asio::ip::tcp::socket socket);
     ClientSession(const ClientSession&) = delete;
     ClientSession& operator=(const ClientSession&) = delete;
@@ -46,10 +46,10 @@ private:
     std::size_t handled_ = 0;
     std::uint64_t received_ = 0;
     bool is_greeted_ = false;
-    std::int64_t client_process_id_ = 0;  // once it is greeted
-    bool ends_renderer_ = false;          // once it is answered
+    std::int64_t client_process_id_ = 0;  // 0 until the greeting
+    bool ends_renderer_ = false;          // once the answer is sent
     FrameWriter answer_;
-    std::unique_ptr<ReceivedScene> scene_;  // null while nothing of one has come
+    std::unique_ptr<ReceivedScene> scene_;  // null between scenes
 };
 
 }  // namespace velmora

@@ -6,7 +6,7 @@ namespace velmora {
 
 namespace {
 
-// What would end the attribute or isn't allowed in it; other bytes stand as they are.
+// Escapes what would end the attribute or isn't allowed in it.
 std::string escaped(const std::string& text) {
     std::string result;
     for (const char letter : text) {

@@ -6,18 +6,18 @@
 
 namespace velmora {
 
-/// The groups of the scene that the renderer holds, down to a few levels; groups of one name and
-/// place are one.
+/// The top levels of the group hierarchy that the renderer holds. Groups with the same path are one
+/// group.
 struct GroupTree {
     static constexpr int kLevels = 3;
 
     std::map<std::string, std::unique_ptr<GroupTree>> children;
 
-    /// Made if there is none.
+    /// Returns the child with that name. Adds it if there is none.
     GroupTree& child(const std::string& name);
     void add(const GroupTree& other);
 
-    /// The tree as the XML document that tells the scene: a root, the scene in it, groups in that.
+    /// The scene as an XML document: a root element, the scene in it, and the groups in the scene.
     std::string as_xml() const;
 };
 

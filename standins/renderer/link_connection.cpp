@@ -16,11 +16,11 @@ using asio::ip::tcp;
 
 constexpr std::size_t kFullBuffer = 0x40000;
 
-// A block of this size costs more to copy than a write of its own.
+// Copying a block of this size costs more than sending it separately.
 constexpr std::uint64_t kLargeBlock = 0x8000;
 
-// The time limit holds for each slice of what is only sent: a long transfer may take its time, but
-// not to get nowhere.
+// The time limit applies to each slice of data that needs no answer: a long transfer may take its
+// time as long as it makes progress.
 constexpr std::uint64_t kSlice = 0x100000;
 
 constexpr std::uint64_t kLargestAnswer = std::uint64_t{1} << 30;
@@ -41,8 +41,8 @@ struct LinkConnection::Socket {
 
     Deadline new_deadline() const { return std::chrono::steady_clock::now() + limit; }
 
-    // Starts an operation and waits until it is done: how many bytes it has moved, or nothing if it
-    // has failed or not come to an end in time.
+    // Starts an operation and waits for its end. Returns the number of bytes that it has moved, or
+    // `nullopt` if it failed or timed out.
     template <typename Start>
     std::optional<std::size_t> finish_until(Deadline deadline, Start start) {
         std::optional<std::size_t> moved;
@@ -54,8 +54,8 @@ struct LinkConnection::Socket {
         io.restart();
         io.run_until(deadline);
         if (!io.stopped()) {
-            // The operation refers to the caller's bytes until it is told that it is over. Without
-            // lingering, Windows takes no time to get rid of what is still to be sent.
+            // The operation uses the caller's bytes until its handler has run. With a linger time
+            // of 0, Windows drops unsent data at once.
             asio::error_code ignored;
             stream.set_option(tcp::socket::linger(true, 0), ignored);
             stream.cancel(ignored);
@@ -78,10 +78,10 @@ bool LinkConnection::open(const std::string& host, int port) {
     }
     try {
         auto socket = std::make_unique<Socket>();
-        // This machine is found even where nothing tells what "localhost" is.
+        // This machine can be reached even where "localhost" can't be resolved.
         const std::string address = host == "localhost" ? "127.0.0.1" : host;
-        // A renderer listens on the fourth version of the protocol alone, and Windows takes two
-        // seconds to find a port of the sixth closed.
+        // A renderer listens on IPv4 only, and Windows takes two seconds to find an IPv6 port
+        // closed.
         asio::error_code error;
         const tcp::resolver::results_type found =
             tcp::resolver(socket->io).resolve(tcp::v4(), address, std::to_string(port), error);
@@ -185,7 +185,8 @@ std::optional<std::uint64_t> LinkConnection::number_in(const std::vector<char>& 
     }
 }
 
-// The arguments of the answer; empty if there is none, as no answer is without arguments.
+// Returns the arguments of the answer. Empty means that there is no answer, as every answer has
+// arguments.
 std::vector<char> LinkConnection::ask(std::uint64_t operation) {
     begin_frame(operation);
     end_frame();
@@ -196,7 +197,7 @@ std::vector<char> LinkConnection::ask(std::uint64_t operation) {
     return exchange(operation, socket_->new_deadline());
 }
 
-// Sends the frames that wait, the question last, and waits for its answer.
+// Sends the pending frames, the last of which is the question, and waits for the answer.
 std::vector<char> LinkConnection::exchange(std::uint64_t operation, Deadline deadline) {
     const bool asked = send_until(deadline, frames_.bytes().data(), frames_.bytes().size());
     frames_.clear();
@@ -216,7 +217,8 @@ std::vector<char> LinkConnection::exchange(std::uint64_t operation, Deadline dea
     return arguments;
 }
 
-// `start` begins to move bytes from that position on, at most so many.
+// Moves `size` bytes. `start(position, most, done)` starts an operation that moves up to `most`
+// bytes from `position` on.
 template <typename Start>
 bool LinkConnection::move(std::uint64_t size, Deadline deadline, Start start) {
     for (std::uint64_t position = 0; is_open() && position < size;) {

@@ -11,12 +11,12 @@
 
 namespace velmora {
 
-/// A client's connection to a renderer: gathers frames, sends them, and waits for the answers of
-/// those that have one.
+/// A client's connection to a renderer. It collects frames, sends them, and waits for the answer if
+/// an operation has one.
 ///
-/// Nothing here throws for a renderer that dies, or waits for one longer than the time limit, which
-/// holds for a question with its answer and for each megabyte of what is only sent: the connection
-/// is closed then, and what is sent on goes nowhere.
+/// If the renderer dies or exceeds the time limit, nothing throws: the connection closes, and
+/// whatever is sent afterwards is dropped. The limit applies to each question with its answer, and
+/// to each megabyte of data that needs no answer.
 ///
 ///     connection.begin_frame(number);
 ///     connection.put(value);
@@ -28,12 +28,12 @@ public:
     LinkConnection& operator=(const LinkConnection&) = delete;
     ~LinkConnection();
 
-    /// True once a renderer has answered there. A former connection is closed.
+    /// True if a renderer has answered on that port. Closes any earlier connection first.
     bool open(const std::string& host, int port);
     void close();
     bool is_open() const { return socket_ != nullptr; }
 
-    /// Of the renderer that has answered.
+    /// The process id that the renderer reported when the connection was opened.
     std::int64_t process_id() const { return process_id_; }
 
     void begin_frame(std::uint64_t operation);
@@ -43,12 +43,13 @@ public:
     }
     void put(const char* text) { frames_.put(text); }
 
-    /// The last argument of its frame. A large one is sent from where it lies.
+    /// Must be the last argument of its frame. A large block is sent straight from `data`, not
+    /// copied.
     void put_block(const void* data, std::uint64_t size);
     void end_frame();
 
-    /// Sends a frame without arguments and all that stands before it, and waits for the answer:
-    /// nothing if there is none in time, or one of another form.
+    /// Sends the pending frames and a question without arguments, then waits for the answer.
+    /// Returns `nullopt` if the answer is malformed or doesn't arrive in time.
     std::optional<std::uint64_t> ask_number(std::uint64_t operation);
     std::optional<std::string> ask_text(std::uint64_t operation);
 
@@ -68,8 +69,8 @@ private:
 
     std::unique_ptr<Socket> socket_;  // null while closed
     std::int64_t process_id_ = 0;
-    FrameWriter frames_;          // that wait
-    bool frame_is_sent_ = false;  // the open one, with its last block
+    FrameWriter frames_;          // not sent yet
+    bool frame_is_sent_ = false;  // set once `put_block` has sent the open frame
 };
 
 }  // namespace velmora

@@ -61,7 +61,7 @@ bool LinkedScene::begin_shader_id(const char* type, std::int32_t id) {
     return forward<&qorScene_api::begin_shader_id>(type, id);
 }
 
-// The shader that ends stays the current one, so that the caller can ask for it.
+// The shader stays current after it ends, so that the caller can ask for it.
 void LinkedScene::end_shader() {
     if (!saved_shaders_.empty()) {
         saved_shaders_.pop_back();
@@ -104,7 +104,7 @@ void LinkedScene::add_array_element(std::int32_t type, const void* value) {
     }
 }
 
-// Codes that carry nothing for a file carry nothing here.
+// Type codes that write nothing to a file send no value here either.
 void LinkedScene::put_value(std::int32_t type, const void* value) {
     if (type == parameter_code::kText) {
         put(static_cast<const char*>(value));

@@ -11,15 +11,15 @@
 
 namespace velmora {
 
-/// The scene that goes to a running renderer.
+/// Sends a scene to a running renderer.
 ///
-/// What gives a result is answered here, so that calls never wait for the renderer: whatever opens
-/// a block says whether there is a connection, and the handles of shaders are numbers that the
-/// renderer counts along. Without a connection every call does nothing and says no.
+/// Calls never wait for the renderer, because their results are determined here: a call that opens
+/// a block returns whether there is a connection, and shader handles are numbers that the renderer
+/// counts in the same way. Without a connection calls do nothing and return false, 0 or null.
 class LinkedScene final : public qorScene_api {
 public:
     bool connect(const char* host, std::int32_t port, std::int32_t) override;
-    /// True if the renderer says that it has the whole scene.
+    /// True if the renderer confirms that it has the whole scene.
     bool disconnect() override;
 
     void reserved_hook() override {}
@@ -136,7 +136,7 @@ public:
     void set_icon(const unsigned char* data, std::int32_t size) override;
     void set_binary_parameter(const char* name, const unsigned char* data,
                               std::int32_t size) override;
-    /// Before a connection, the number goes to the renderer as soon as there is one.
+    /// An id that is set before there is a connection is sent once there is one.
     void set_id(std::uint32_t id) override;
     void set_flags(std::uint32_t flags) override { forward<&qorScene_api::set_flags>(flags); }
     bool render() override { return forward<&qorScene_api::render>(); }
@@ -144,7 +144,7 @@ public:
     void print_error(const char* text) override { forward<&qorScene_api::print_error>(text); }
 
 private:
-    // False without a connection, or if it breaks over this.
+    // False without a connection, or if the connection breaks during the call.
     template <auto Call, typename... Arguments>
     bool forward(const Arguments&... arguments) {
         using Values = typename ArgumentsOf<decltype(Call)>::Values;
@@ -176,8 +176,8 @@ private:
     LinkConnection connection_;
     std::optional<std::uint32_t> id_for_connection_;
 
-    // The anonymous shaders of the connection, numbered from 1 on at both ends; which one is
-    // current follows the same rules as in a file.
+    // Both ends number the anonymous shaders of a connection from 1. The current shader follows the
+    // same rules as in a file.
     std::uintptr_t shader_count_ = 0;
     std::uintptr_t current_shader_ = 0;
     std::vector<std::uintptr_t> saved_shaders_;

@@ -3,7 +3,7 @@
 #include "standins/renderer/received_scene.h"
 #include "standins/renderer/scene_calls.h"
 
-// From frames back to the calls of the scene API.
+// Turns frames back into calls of the scene API.
 
 namespace velmora {
 
@@ -27,10 +27,10 @@ qorShaderHandle take<qorShaderHandle>(FrameReader& frame, ReceivedScene& scene) 
 template <typename... Values>
 std::tuple<Values...> take_all(FrameReader& frame, ReceivedScene& scene,
                                const std::tuple<Values...>*) {
-    return std::tuple<Values...>{take<Values>(frame, scene)...};  // in braces, from left to right
+    return std::tuple<Values...>{take<Values>(frame, scene)...};  // braces evaluate in order
 }
 
-// A call whose arguments are all plain values.
+// Performs a call whose arguments are all plain values.
 template <auto Call>
 void perform(FrameReader& frame, ReceivedScene& scene) {
     using Values = typename ArgumentsOf<decltype(Call)>::Values;
@@ -71,7 +71,7 @@ void perform<&qorScene_api::set_binary_parameter>(FrameReader& frame, ReceivedSc
     scene.writer().set_binary_parameter(name, value.first, value.second);
 }
 
-// `use` is given the pointer that the code stands for.
+// Calls `use` with the pointer that the scene API expects for this type code.
 template <typename Use>
 void with_value(FrameReader& frame, ReceivedScene& scene, std::int32_t type, Use use) {
     if (is_text_code(type)) {
@@ -111,7 +111,7 @@ void with_array(FrameReader& frame, std::int32_t element_code, Use use) {
         }
         array.data = values.data;
     } else {
-        array.count = 0;  // there is nothing behind it
+        array.count = 0;  // such an array has no data
     }
     frame.expect_end();
     use(&array);

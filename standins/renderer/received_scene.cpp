@@ -11,11 +11,11 @@ namespace velmora {
 
 namespace {
 
-// In the flags of a root group.
+// Set in the flags of a root group.
 constexpr std::uint32_t kWholeSceneFlag = 0x400;
 
-// A shader in a shader in a shader: a few calls could ask for more text than any disk holds, while
-// what scenes need is about what they send.
+// Shaders nested in shaders could turn a few calls into more text than any disk holds. Real scenes
+// repeat about as many bytes as they send.
 constexpr std::uint64_t kFreeRepetition = 0x4000000;
 constexpr std::uint64_t kMostRepetition = 64;
 
@@ -107,7 +107,7 @@ void ReceivedScene::Writer::set_flags(std::uint32_t flags) {
     qorScene_api_file::set_flags(flags);
 }
 
-// A shader can't be written into itself.
+// Whether the shader is still open: a shader can't be written into itself.
 bool ReceivedScene::Writer::is_building(qorShaderHandle shader) {
     const bool has_buffer =
         std::find(open_shaders_.begin(), open_shaders_.end(), true) != open_shaders_.end();

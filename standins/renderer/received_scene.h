@@ -12,7 +12,7 @@
 
 namespace velmora {
 
-/// A scene that comes over one connection, on its way into a file.
+/// A scene that arrives over a connection and is written to a file.
 class ReceivedScene {
 public:
     /// Throws `std::runtime_error` if the file can't be opened. `path` is UTF-8.
@@ -20,28 +20,30 @@ public:
     ReceivedScene(const ReceivedScene&) = delete;
     ReceivedScene& operator=(const ReceivedScene&) = delete;
 
-    /// The file of a scene that wasn't finished stays under its first name.
+    /// The file of an unfinished scene stays, under the path given to the constructor.
     ~ReceivedScene();
 
-    /// Makes the scene call of a frame. Throws `MalformedFrame` if it isn't one.
+    /// Performs the scene call in a frame. Throws `MalformedFrame` if the frame holds no valid
+    /// call.
     void call(std::uint64_t operation, const char* arguments, std::uint64_t size);
 
-    /// Closes the file and gives it its lasting name, which it doesn't get if some of it is lost:
-    /// false then.
+    /// Closes the file and renames it to `lasting_path`. False if writing or renaming failed; the
+    /// file then keeps its first name.
     bool finish(const std::string& lasting_path);
 
     const GroupTree& groups() const { return groups_; }
 
-    /// True for a scene that takes the place of what the renderer holds.
+    /// True if the scene replaces everything that the renderer holds.
     bool is_whole() const { return writer_.is_whole(); }
 
-    // For the calls themselves.
+    // Used by the scene calls.
     qorScene_api& writer() { return writer_; }
-    /// The anonymous shader of that number, from 1 on; null for any other number.
+    /// The anonymous shader with that number; they count from 1. Null for any other number. Throws
+    /// `MalformedFrame` for a shader that is still open, and if shaders repeat too much text.
     qorShaderHandle shader(std::uint64_t number);
 
 private:
-    /// Notes what the renderer has to know of the scene beside its text.
+    /// Writes the scene's text and records what else the renderer needs to know about the scene.
     class Writer final : public qorScene_api_file {
     public:
         Writer(std::FILE* stream, GroupTree& groups)
@@ -59,7 +61,7 @@ private:
         bool is_building(qorShaderHandle shader);
 
     private:
-        std::vector<GroupTree*> path_;  // to the open group, as deep as it is of interest
+        std::vector<GroupTree*> path_;  // the root and the open groups, down to `kLevels`
         std::uint64_t depth_ = 0;
         std::vector<qorShaderHandle> shaders_;  // the anonymous ones
         std::vector<bool> open_shaders_;        // true for anonymous ones
@@ -70,8 +72,8 @@ private:
     std::unique_ptr<std::FILE, platform::CloseStream> stream_;
     GroupTree groups_;
     Writer writer_;
-    std::uint64_t received_ = 0;  // bytes of the calls so far
-    std::uint64_t repeated_ = 0;  // bytes of shaders that were used
+    std::uint64_t received_ = 0;  // bytes of all calls so far
+    std::uint64_t repeated_ = 0;  // bytes of shader text that calls have inserted
     bool is_finished_ = false;
 };
 

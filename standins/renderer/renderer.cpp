@@ -19,11 +19,11 @@ namespace {
 
 using asio::ip::tcp;
 
-// Of an installation whose ports count.
+// The registered ports count only for installed versions in this range.
 constexpr int kMinPortVersion = 5;
 constexpr int kMaxPortVersion = 20;
 
-// Until another connection is tried after one that failed, as for want of file handles.
+// The pause before accepting again after a failure, such as a lack of file handles.
 constexpr std::chrono::milliseconds kPauseAfterFailure(100);
 
 constexpr int kEndingSignals[] = {
@@ -42,8 +42,8 @@ bool listen_on(tcp::acceptor& acceptor, std::int32_t port) {
     acceptor.close(error);
     acceptor.open(tcp::v4(), error);
 #ifndef _WIN32
-    // A port whose last connections are only just over is free. On Windows the option would mean
-    // that several programs share one.
+    // Without this a port stays taken for a while after its last connections have closed. On
+    // Windows the option would let several programs share a port.
     acceptor.set_option(tcp::acceptor::reuse_address(true), error);
 #endif
     acceptor.bind({asio::ip::address_v4::loopback(), static_cast<std::uint16_t>(port)}, error);
@@ -56,8 +56,8 @@ bool listen_on(tcp::acceptor& acceptor, std::int32_t port) {
 }  // namespace
 
 Renderer::Renderer(RendererSettings settings) : settings_(std::move(settings)) {
-    // There a renderer leaves its scenes behind, for whoever wants to look at them, until the next
-    // one starts.
+    // Scenes in the default folder stay after the renderer ends, for anyone who wants to look at
+    // them. The next renderer removes them when it starts.
     if (settings_.scene_folder.empty()) {
         settings_.scene_folder = default_scene_folder();
         remove_old_scenes(settings_.scene_folder);
@@ -65,7 +65,7 @@ Renderer::Renderer(RendererSettings settings) : settings_(std::move(settings)) {
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::u8path(settings_.scene_folder), error);
     if (!platform::is_folder(settings_.scene_folder)) {
-        throw std::runtime_error("can't make the folder " + settings_.scene_folder);
+        throw std::runtime_error("can't create the folder " + settings_.scene_folder);
     }
     for (const int signal : kEndingSignals) {
         signals_.add(signal);
@@ -83,7 +83,7 @@ Renderer::Renderer(RendererSettings settings) : settings_(std::move(settings)) {
     accept();
 }
 
-// On the first free one of the ports that are registered, or else on any.
+// Takes the first free port of the registered range, or any free port if there is none.
 void Renderer::listen() {
     std::int32_t first = -1;
     std::int32_t last = -1;
@@ -94,7 +94,7 @@ void Renderer::listen() {
         }
     }
     if (!listen_on(acceptor_, 0)) {
-        throw std::runtime_error("there is no port to listen on");
+        throw std::runtime_error("there is no free port to listen on");
     }
 }
 

@@ -15,30 +15,30 @@ namespace velmora {
 
 class ReceivedScene;
 
-/// The renderer: takes connections, keeps each scene that comes over one as a file, and says what
-/// it holds. All of it runs on one thread, in `run`.
+/// The renderer: accepts connections, saves each scene that it receives to a file, and reports the
+/// groups that it holds. Everything runs on one thread, in `run`.
 class Renderer {
 public:
-    /// Listens from now on, and is announced. Throws `std::runtime_error` if there is no port to
-    /// be had or the folders can't be written.
+    /// Starts to listen and, unless silent, announces the renderer. Throws `std::runtime_error` if
+    /// there is no free port or a folder can't be written.
     explicit Renderer(RendererSettings settings);
     Renderer(const Renderer&) = delete;
     Renderer& operator=(const Renderer&) = delete;
 
     int port() const { return acceptor_.local_endpoint().port(); }
 
-    /// Returns when the renderer was told to end, by a signal or a client.
+    /// Returns once a signal or a client has stopped the renderer.
     void run() { io_.run(); }
 
-    // For the connections.
+    // Used by the connections.
     const RendererSettings& settings() const { return settings_; }
     std::string scene_tree() const { return groups_.as_xml(); }
     std::unique_ptr<ReceivedScene> begin_scene();
-    /// False if the scene isn't whole. `sender` is the id of the process that it comes from.
+    /// False if the scene couldn't be saved completely. `sender` is the process id of the client.
     bool keep_scene(ReceivedScene& scene, std::int64_t sender);
-    /// Holds the groups that have come of a scene.
+    /// Adds the scene's groups to those that the renderer holds. A whole scene replaces them.
     void take_over(const ReceivedScene& scene);
-    /// Leaves a connection open that isn't served any more.
+    /// Keeps a connection open without serving it any more.
     void leave_open(std::shared_ptr<void> connection) { stalled_.push_back(std::move(connection)); }
     void stop() { io_.stop(); }
 
@@ -47,7 +47,7 @@ private:
     void accept();
 
     RendererSettings settings_;
-    std::optional<Announcement> announcement_;  // goes last, when the port is free again
+    std::optional<Announcement> announcement_;  // destroyed last, once the port is free again
     asio::io_context io_;
     asio::ip::tcp::acceptor acceptor_{io_};
     asio::steady_timer pause_{io_};

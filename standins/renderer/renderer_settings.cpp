@@ -10,7 +10,7 @@ namespace velmora {
 namespace {
 
 [[noreturn]] void refuse(const char* name, const std::string& value) {
-    throw std::invalid_argument(std::string(name) + "=" + value + " means nothing (see --help)");
+    throw std::invalid_argument(std::string(name) + "=" + value + " is not valid (see --help)");
 }
 
 void read_version(RendererSettings& settings) {
@@ -45,16 +45,15 @@ Fault read_fault() {
 
 const char kSettingsHelp[] =
     "Environment variables, most of them for tests:\n"
-    "  VELMORA_VERSION=11.0        the version that is announced\n"
-    "  VELMORA_SILENT=1            announces nothing: reached by its port alone\n"
-    "  VELMORA_SCENES=FOLDER       where scenes are kept; without it in quoria/scenes below the\n"
-    "                              user's data, until a later renderer starts\n"
-    "  VELMORA_FAULT=die-after=N   dies once a connection has sent N bytes, 0: once it is made\n"
-    "  VELMORA_FAULT=hang-after=N  from then on neither reads nor answers on that connection\n"
-    "A look at the scene tree sends less than 100 bytes.\n"
-    "The live library takes VELMORA_LINK_TIMEOUT_MS=5000: how long a renderer may take to answer "
-    "a\n"
-    "question, or to accept a megabyte of a scene.\n";
+    "  VELMORA_VERSION=11.0        the version to announce\n"
+    "  VELMORA_SILENT=1            announce nothing: clients must know the port\n"
+    "  VELMORA_SCENES=FOLDER       the folder for scenes; without it they are in quoria/scenes\n"
+    "                              below the user's data until another renderer starts\n"
+    "  VELMORA_FAULT=die-after=N   die once a connection has sent N bytes; 0: once it is open\n"
+    "  VELMORA_FAULT=hang-after=N  hang instead: neither read nor answer on that connection\n"
+    "A request for the scene tree sends less than 100 bytes.\n"
+    "The live library reads VELMORA_LINK_TIMEOUT_MS=5000: how many milliseconds a renderer may\n"
+    "take to answer a question, or to accept a megabyte of a scene.\n";
 
 RendererSettings settings_from_environment() {
     RendererSettings settings;

@@ -5,7 +5,7 @@
 
 namespace velmora {
 
-/// What the renderer does wrong on purpose, on every connection that has sent so many bytes.
+/// A fault that the renderer simulates on each connection that has sent `after_bytes` bytes.
 struct Fault {
     enum class Kind { kNone, kDie, kHang };
 
@@ -18,13 +18,13 @@ struct RendererSettings {
     int version_minor = 0;
     bool is_silent = false;
     Fault fault;
-    std::string scene_folder;  ///< UTF-8; empty for the default one
+    std::string scene_folder;  ///< UTF-8; empty for the default folder
 };
 
-/// What `settings_from_environment` understands, for the user to read.
+/// Help text on the variables that `settings_from_environment` reads.
 extern const char kSettingsHelp[];
 
-/// Throws `std::invalid_argument` that names the variable for a value that means nothing.
+/// Throws `std::invalid_argument`, which names the variable, for a value that is not valid.
 RendererSettings settings_from_environment();
 
 }  // namespace velmora

@@ -19,10 +19,10 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kEnding[] = ".renderer";
-constexpr char kUnfinishedEnding[] = ".new";  // behind the other
+constexpr char kUnfinishedEnding[] = ".new";  // appended to `kEnding`
 
-// On Windows a file can't be replaced while somebody reads it, nor read while it is replaced;
-// neither takes long.
+// On Windows a file can't be replaced while it is being read, or read while it is being replaced.
+// Both are short, so it is worth trying again.
 constexpr int kMostAttempts = 100;
 constexpr std::chrono::milliseconds kTimeBetweenAttempts(5);
 
@@ -34,7 +34,7 @@ fs::path announcement_of(std::int64_t process_id) {
     return running_folder() / (std::to_string(process_id) + kEnding);
 }
 
-// Nothing if the file is gone.
+// Returns a stream that isn't open if the file is gone.
 std::ifstream open_announcement(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     for (int attempt = 1; !file && attempt < kMostAttempts; ++attempt) {
@@ -50,7 +50,8 @@ std::ifstream open_announcement(const fs::path& path) {
     return file;
 }
 
-// As in "4711 3 /home/user/scene.vsq": sender, number, file.
+// Parses the client's process id, the scene's number and its file, as in "4711 3
+// /home/user/scene.vsq".
 AnnouncedScene parse_scene(const std::string& text) {
     AnnouncedScene scene;
     std::istringstream fields(text);
@@ -60,7 +61,7 @@ AnnouncedScene parse_scene(const std::string& text) {
     return scene;
 }
 
-// Lines of `key=value`. Nothing if the renderer is gone, or the file by now.
+// The file consists of `key=value` lines. Returns `nullopt` if the renderer or its file is gone.
 std::optional<RunningRenderer> read_announcement(const fs::path& path) {
     RunningRenderer renderer;
     std::ifstream file = open_announcement(path);
@@ -90,7 +91,7 @@ std::optional<RunningRenderer> read_announcement(const fs::path& path) {
     }
     if (renderer.process_id > 0) {
         std::error_code ignored;
-        fs::remove(path, ignored);  // it died without a word
+        fs::remove(path, ignored);  // the renderer crashed and left it behind
     }
     return std::nullopt;
 }
@@ -112,7 +113,7 @@ std::vector<RunningRenderer> list_running_renderers() {
     std::error_code no_folder;
     for (fs::directory_iterator file(running_folder(), no_folder), end; !no_folder && file != end;
          file.increment(no_folder)) {
-        // Of one that is being replaced there may be only the new file, under its own name.
+        // While a file is being replaced, only its unfinished successor may exist.
         fs::path path = file->path();
         if (path.extension() == kUnfinishedEnding) {
             path.replace_extension();

@@ -7,37 +7,38 @@
 
 namespace velmora {
 
-/// A scene that has arrived as a whole.
+/// A scene that has arrived completely.
 struct AnnouncedScene {
-    std::int64_t sender = 0;   ///< the id of the process that it came from
-    std::uint64_t number = 0;  ///< counts all scenes of the renderer, from 1 on
+    std::int64_t sender = 0;   ///< the process id of its client
+    std::uint64_t number = 0;  ///< counts the renderer's scenes from 1
     std::string file;          ///< UTF-8
 };
 
-/// What a running renderer tells about itself.
+/// What a running renderer announces about itself.
 struct RunningRenderer {
     std::int64_t process_id = 0;
     int version_major = 0;
     int version_minor = 0;
     int port = 0;  ///< on the loopback interface
-    /// The last scene of each sender that ran when the newest came, in the order of their numbers.
+    /// The latest scene of each client, in order of their numbers. Clients that had ended when the
+    /// newest scene arrived are left out.
     std::vector<AnnouncedScene> scenes;
 
-    /// The last one from the calling process, or null.
+    /// The latest scene from the calling process, or null.
     const AnnouncedScene* own_scene() const;
 };
 
-/// The user's running renderers, by their process ids. Those that died without a word are left out,
-/// and their files removed.
+/// The user's running renderers, in order of their process ids. Removes the files that crashed
+/// renderers have left behind.
 std::vector<RunningRenderer> list_running_renderers();
 
-/// The one of that process, if it is among them.
+/// The running renderer with that process id, if there is one.
 std::optional<RunningRenderer> find_running_renderer(std::int64_t process_id);
 
-/// Keeps a renderer in that list while it lives.
+/// Keeps a renderer in the list of running renderers while this object exists.
 ///
-/// Every renderer has a file in the folder `quoria/running` below the user's data. It is replaced
-/// as a whole, so that a reader never meets half of one.
+/// Every renderer has a file in the folder `quoria/running` below the user's data. Updates replace
+/// the whole file, so that a reader never sees half of one.
 class Announcement {
 public:
     /// Throws `std::runtime_error` if the file can't be written; so does `add_scene`.

@@ -11,14 +11,14 @@
 
 namespace velmora {
 
-/// Operations of the scene API, numbered by their places in the list.
+/// Operations of the scene API, numbered by their position in the list.
 template <auto... Calls>
 struct CallList {
     template <auto Call>
     static constexpr std::uint64_t number_of() {
         constexpr bool is_it[] = {std::is_same_v<Constant<Call>, Constant<Calls>>...};
         std::uint64_t place = 0;
-        while (!is_it[place]) {  // past the end, it doesn't compile
+        while (!is_it[place]) {  // a call that isn't in the list doesn't compile
             ++place;
         }
         return operation::kFirstSceneCall + place;
@@ -29,8 +29,8 @@ private:
     using Constant = std::integral_constant<decltype(Call), Call>;
 };
 
-/// The calls that go over the link. Both ends are made from this list: the one sends each call's
-/// arguments in the order of its declaration, the other makes the call from them.
+/// The calls that go over the link. Both ends are generated from this list: one sends the arguments
+/// of each call in the order of its declaration, the other makes the call with them.
 using SceneCalls = CallList<
     &qorScene_api::begin_group, &qorScene_api::end_group, &qorScene_api::begin_object,
     &qorScene_api::end_object, &qorScene_api::begin_geometry, &qorScene_api::end_geometry,
@@ -53,7 +53,7 @@ using SceneCalls = CallList<
     &qorScene_api::set_id, &qorScene_api::set_flags, &qorScene_api::render,
     &qorScene_api::print_message, &qorScene_api::print_error>;
 
-/// The arguments of an operation as values.
+/// The argument types of an operation, without references and const.
 template <typename Call>
 struct ArgumentsOf;
 
@@ -62,8 +62,8 @@ struct ArgumentsOf<Result (qorScene_api::*)(Arguments...)> {
     using Values = std::tuple<std::decay_t<Arguments>...>;
 };
 
-/// How large the value of a parameter or an array element is, for the codes whose value is just
-/// bytes; 0 for the others.
+/// The size in bytes of a parameter or an array element of that type. 0 if its value isn't plain
+/// bytes.
 inline std::size_t value_size(std::int32_t code) {
     struct Row {
         std::int32_t code;

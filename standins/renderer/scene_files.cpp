@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// In front of the renderer's process id, as in "scene-4711-1".
+// The renderer's process id and the scene's number follow, as in "scene-4711-1".
 const std::string kStart = "scene-";
 
 }  // namespace

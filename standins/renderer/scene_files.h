@@ -5,13 +5,13 @@
 
 namespace velmora {
 
-/// Where scenes are kept that nobody has another folder for, as UTF-8.
+/// The folder for scenes if the user has set no other, as UTF-8.
 std::string default_scene_folder();
 
-/// What this renderer calls its scene of that number: a file's name without its ending.
+/// The file name of this renderer's scene with that number, without the extension.
 std::string scene_file_name(std::uint64_t number);
 
-/// Removes the scenes, whole or not, of renderers that are gone.
+/// Removes the scenes, finished or not, of renderers that no longer run.
 void remove_old_scenes(const std::string& folder);
 
 }  // namespace velmora

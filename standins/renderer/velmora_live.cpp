@@ -6,7 +6,7 @@
 #include "standins/renderer/operating_system.h"
 #include "standins/renderer/running_renderers.h"
 
-// The live library: what it promises stands in live_library.h.
+// The live library. Its contract is in live_library.h.
 
 namespace velmora {
 
@@ -24,7 +24,7 @@ public:
 
 private:
     LinkConnection connection_;
-    std::string text_;  // the one that was given out last
+    std::string text_;  // the text returned last
 };
 
 const char* Query::instances_xml() {
@@ -45,7 +45,8 @@ const char* Query::instances_xml() {
     return text_.c_str();
 }
 
-// What answers at the port must be that process: both numbers may have gone to somebody else.
+// The process id and the port may both have been reused, so the renderer has to confirm its process
+// id.
 bool Query::connect(std::int64_t process_id) {
     const std::optional<RunningRenderer> renderer = find_running_renderer(process_id);
     if (!renderer || !connection_.open("127.0.0.1", renderer->port)) {

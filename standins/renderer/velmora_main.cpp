@@ -17,19 +17,19 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kMisused = 2;
 
-// For each renderer that was told to end.
+// How long each renderer may take to end after it was told to.
 constexpr std::chrono::seconds kTimeToEnd(5);
 
-// For the system to notice that one has died.
+// How long the system may take to notice that a renderer has died.
 constexpr std::chrono::seconds kTimeToVanish(1);
 constexpr std::chrono::milliseconds kTimeBetweenLooks(20);
 
 constexpr char kHelp[] =
-    "velmora               runs a renderer without pictures: it takes the scenes that come over\n"
-    "                      the live link and keeps each as a .vsq file. Ctrl-C ends it.\n"
-    "velmora --stop [PID]  ends the user's running renderers, or the one of that process id\n";
+    "velmora               runs a renderer that makes no pictures: it saves each scene that\n"
+    "                      arrives over the live link to a .vsq file. Ctrl-C ends it.\n"
+    "velmora --stop [PID]  ends the user's running renderers, or only the one with that id\n";
 
-// The announcement is the last thing of a renderer to go.
+// A renderer removes its announcement last, so it has ended once that is gone.
 bool stop(const velmora::RunningRenderer& renderer) {
     velmora::LinkConnection connection;
     const bool is_told = connection.open("127.0.0.1", renderer.port) &&
@@ -49,7 +49,7 @@ int stop_renderers(const std::vector<velmora::RunningRenderer>& renderers) {
     int result = kDone;
     for (const velmora::RunningRenderer& renderer : renderers) {
         if (!stop(renderer)) {
-            std::fprintf(stderr, "velmora: the renderer of process %lld doesn't end\n",
+            std::fprintf(stderr, "velmora: the renderer with process id %lld doesn't end\n",
                          static_cast<long long>(renderer.process_id));
             result = kFailed;
         }
@@ -60,7 +60,7 @@ int stop_renderers(const std::vector<velmora::RunningRenderer>& renderers) {
 int stop_renderer(std::int64_t process_id) {
     const auto renderer = velmora::find_running_renderer(process_id);
     if (!renderer) {
-        std::fprintf(stderr, "velmora: process %lld is no running renderer\n",
+        std::fprintf(stderr, "velmora: process %lld isn't a running renderer\n",
                      static_cast<long long>(process_id));
         return kFailed;
     }
@@ -94,7 +94,7 @@ int run(const std::vector<std::string>& arguments) {
             return stop_renderer(process_id);
         }
     }
-    throw std::invalid_argument("no such command (--help lists what there is)");
+    throw std::invalid_argument("no such command (see --help)");
 }
 
 }  // namespace

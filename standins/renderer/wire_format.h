@@ -7,28 +7,29 @@
 #include <type_traits>
 #include <vector>
 
-// What goes over the connection between the live library and the renderer.
+// The protocol between the live library and the renderer.
 //
-// Either side sends frames: the number of an operation and the size of what follows, each in 64
-// bits, then the arguments. Every argument is filled up to a multiple of 8 bytes, so that numbers
-// lie where the processor wants them and nobody has to move an array to use it. A text or a block
-// of bytes has its size in front. Both ends run on one machine and share its byte order.
+// Both sides send frames. A frame consists of two 64-bit numbers, the operation and the size of its
+// arguments in bytes, followed by the arguments. Every argument is padded to a multiple of 8 bytes,
+// so that numbers are aligned and arrays can be used in place. A text or a block of bytes is
+// preceded by its size. Both ends run on one machine and share its byte order.
 //
-// The client begins with `kHello`. Scene calls get no answer, so that nothing stands between them;
-// every other operation gets one frame back, with its number and `kAnswer`.
+// The client begins with `kHello`. Scene calls get no answer, so that the client can send one after
+// another without waiting. Every other operation is answered with one frame, whose number is that
+// of the operation with `kAnswer` set.
 
 namespace velmora {
 
 namespace operation {
 
-/// `kGreeting` and the client's process id; answered with the renderer's process id
+/// carries `kGreeting` and the client's process id; answered with the renderer's process id
 constexpr std::uint64_t kHello = 0;
-constexpr std::uint64_t kFinish = 1;           ///< ends a scene; answered with 1 if it is whole
-constexpr std::uint64_t kTree = 2;             ///< answered with the scene tree as an XML text
+constexpr std::uint64_t kFinish = 1;           ///< ends a scene; answered with 1 if it was saved
+constexpr std::uint64_t kTree = 2;             ///< answered with the scene's groups as XML
 constexpr std::uint64_t kStop = 3;             ///< ends the renderer; answered with 1
 constexpr std::uint64_t kFirstSceneCall = 16;  ///< see `SceneCalls`
 
-/// Set in the number of an answer, which a server that only repeats what it hears doesn't do.
+/// Set in the operation number of an answer, to tell a renderer from a server that only echoes.
 constexpr std::uint64_t kAnswer = std::uint64_t{1} << 63;
 
 }  // namespace operation
@@ -42,14 +43,14 @@ struct FrameHead {
 
 constexpr std::uint64_t kLargestFrame = std::uint64_t{1} << 33;
 
-/// In place of the size of a text that is null.
+/// Sent instead of the size of a null text.
 constexpr std::uint64_t kNullText = ~std::uint64_t{0};
 
 constexpr std::uint64_t padded(std::uint64_t size) {
     return (size + 7) & ~std::uint64_t{7};
 }
 
-/// Puts frames together, one behind the other.
+/// Builds frames, one after another.
 class FrameWriter {
 public:
     void begin(std::uint64_t operation) {
@@ -79,7 +80,7 @@ public:
         std::memcpy(bytes_.data() + end, bytes, static_cast<std::size_t>(size));
     }
 
-    /// `size_elsewhere` counts the bytes of the frame that don't go through here.
+    /// `size_elsewhere` is the number of argument bytes that are sent without this writer.
     void end(std::uint64_t size_elsewhere = 0) {
         const std::uint64_t size = bytes_.size() - start_ - sizeof(FrameHead) + size_elsewhere;
         std::memcpy(bytes_.data() + start_ + offsetof(FrameHead, size), &size, sizeof size);
@@ -90,7 +91,7 @@ public:
 
 private:
     std::vector<char> bytes_;
-    std::size_t start_ = 0;  // of the frame that is open
+    std::size_t start_ = 0;  // where the open frame begins
 };
 
 class MalformedFrame : public std::runtime_error {
@@ -98,8 +99,8 @@ public:
     MalformedFrame() : std::runtime_error("malformed frame") {}
 };
 
-/// Takes the arguments of a frame off one by one; every operation throws `MalformedFrame` rather
-/// than to go past the end. What it gives out points into the frame.
+/// Reads the arguments of a frame one by one. Every operation throws `MalformedFrame` instead of
+/// reading past the end. The blocks and texts that it returns point into the frame.
 class FrameReader {
 public:
     struct Block {
@@ -122,7 +123,7 @@ public:
         return {take_bytes(size), size};
     }
 
-    /// Zero-terminated, or null.
+    /// A null-terminated text, or null.
     const char* take_text() {
         const auto size = take<std::uint64_t>();
         if (size == kNullText) {
@@ -159,7 +160,7 @@ private:
     std::uint64_t left_;
 };
 
-// Any other byte than 0 and 1 is no value that a bool can have.
+// A bool may only hold 0 or 1, so a byte from the link isn't copied into one.
 template <>
 inline bool FrameReader::take<bool>() {
     return take<std::uint8_t>() != 0;

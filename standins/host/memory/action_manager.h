@@ -8,7 +8,7 @@
 
 namespace memhost {
 
-/// An action of any table.
+/// An action of a plug-in's table.
 class MemoryAction final : public ActionItem {
 public:
     MemoryAction(ActionTableId table, int command, std::wstring text)
@@ -16,7 +16,7 @@ public:
 
     ActionTableId table() const { return table_; }
     int command() const { return command_; }
-    /// What a menu shows.
+    /// The text that a menu shows.
     const std::wstring& text() const { return text_; }
 
 private:
@@ -25,15 +25,15 @@ private:
     std::wstring text_;
 };
 
-/// The actions that plug-ins bring, and who carries them out.
+/// The plug-ins' actions, and the callbacks that carry them out.
 class MemoryActionManager final : public IActionManager {
 public:
-    /// Takes up the tables of a plug-in's class, as the host does once it has loaded the plug-in.
-    /// They are the plug-in's own, and have to outlive the host.
+    /// Adds the tables of a plug-in's class, as the host does once it has loaded the plug-in. The
+    /// plug-in owns the tables, which must outlive the host.
     void add_tables(ClassDesc& plugin_class);
 
-    /// What a menu item and a key do. False if nobody has activated the action's table, or
-    /// whoever has declines.
+    /// Carries out an action, as a menu item or a key does. False if the action's table has no
+    /// active callback, or if the callback declines.
     bool execute(const MemoryAction& action);
 
     /// How often the table was activated.

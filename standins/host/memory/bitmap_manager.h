@@ -7,20 +7,20 @@
 
 namespace memhost {
 
-/// What was asked of a host's bitmaps since the host was made.
+/// Counts what a host's bitmaps were used for since the host was made.
 struct BitmapRecord {
     int created = 0;
-    int alive = 0;    // created and not given back
+    int alive = 0;    // created and not yet freed
     int written = 0;  // files
     int asked = 0;    // calls of `GetImageInfo`
 };
 
-/// The bitmaps of a host: they are really read from and written to image files.
+/// The bitmaps of a host. They read and write real image files.
 class MemoryBitmapManager final : public BitmapManager {
 public:
     const BitmapRecord& record() const { return record_; }
 
-    /// From now on there is no memory for bitmaps.
+    /// From now on `Create` fails, as if there were no memory.
     void refuse_bitmaps() { refuses_ = true; }
 
     Bitmap* Create(BitmapInfo* info) override;
@@ -38,7 +38,7 @@ public:
     MemoryBitmap(MemoryBitmapManager* manager, int width, int height)
         : manager_(manager), width_(width), height_(height) {}
 
-    /// Takes its memory when it is first asked for.
+    /// The pixels are allocated by the first call.
     Image& image();
 
     BitmapManager* Manager() override { return manager_; }

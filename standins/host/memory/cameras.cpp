@@ -34,7 +34,7 @@ MemoryCamera& MemoryCamera::target_distance(float distance) {
     return *this;
 }
 
-// What this camera knows nothing of stays as the caller has it.
+// The fields that this camera doesn't support keep the caller's values.
 RefResult MemoryCamera::EvalCameraState(TimeValue t, Interval& valid, CameraState* state) {
     if (moving_fov_) {
         valid &= Interval(t, t);

@@ -26,10 +26,10 @@ private:
     MemoryParamBlock block_;
 };
 
-/// The attributes of an object, which owns them.
+/// The custom attributes that an object owns.
 class MemoryCustAttribs final : public ICustAttribContainer {
 public:
-    /// The block of the attribute that is added.
+    /// Adds an attribute and returns its block.
     MemoryParamBlock& add(const std::wstring& name) {
         attributes_.push_back(std::make_unique<MemoryCustAttrib>(name));
         return attributes_.back()->block();

@@ -6,7 +6,7 @@
 
 namespace memhost {
 
-/// A node's mesh as it is at the time of the node's last evaluation.
+/// A mesh that changes over time, in its shape at the node's last evaluation.
 class DeformingObject final : public TriObject, public TimedObject {
 public:
     explicit DeformingObject(DeformingMesh mesh);
@@ -24,13 +24,13 @@ public:
 
 private:
     DeformingMesh over_time_;
-    const Mesh* at_rest_ = nullptr;  // what the mesh is a deformed copy of
-    Interval valid_;                 // the times at which the mesh is as it stands
+    const Mesh* at_rest_ = nullptr;  // the mesh is a deformed copy of this one
+    Interval valid_;                 // the times for which the mesh is up to date
     bool deformable_ = true;
 };
 
-/// Geometry of another class whose mesh changes over time. It gives the mesh of any time as a new
-/// object, which `ConvertibleObject::live_conversions` counts.
+/// Geometry of another class whose mesh changes over time. Each conversion makes a new object with
+/// the mesh at that time, which `ConvertibleObject::live_conversions` counts.
 class DeformingConvertible final : public GeomObject {
 public:
     DeformingConvertible(DeformingMesh mesh, Class_ID class_id);

@@ -3,7 +3,7 @@
 namespace memhost {
 namespace {
 
-// As the host has it: a node of its own beside the camera, named after it.
+// As in the host, the target is a node of its own beside the camera and is named after it.
 void add_target(SceneBuilder& scene, const std::wstring& camera, float x, float y, float z) {
     scene.node(camera + L".Target")
         .at(x, y, z)
@@ -17,13 +17,14 @@ void build_cameras(SceneBuilder& scene) {
     scene.node(L"Column").at(0, 0, 40).mesh(box_mesh(20, 20, 80));
     scene.node(L"Floor").at(0, 0, -1).mesh(box_mesh(400, 400, 2));
 
-    // Cameras look down their own z axis; turned about x they look over the floor, along y.
+    // Cameras look along the negative z axis of their node. Rotated about x, they look over the
+    // floor along y.
     scene.node(L"As it comes").transform(rotation_x(80) * translation(30, -200, 70)).camera();
 
     scene.node(L"Tele").transform(rotation_x(90) * translation(0, -900, 40)).camera().fov(0.2f);
     add_target(scene, L"Tele", 0, 0, 40);
 
-    // Once around the column in two seconds, towards it all the time.
+    // Circles the column once in two seconds and always faces it.
     scene.node(L"Round trip")
         .motion([](TimeValue t) {
             return rotation_x(70) * translation(0, -250, 120) *
@@ -42,7 +43,8 @@ void build_cameras(SceneBuilder& scene) {
 
     scene.node(L"Plan").at(0, 0, 300).camera().orthographic().target_distance(300);
 
-    // Scaled along one axis and turned against it, so that what is below has shear.
+    // The parent is scaled along one axis and the child is rotated, so that the camera's world
+    // matrix has shear.
     scene.node(L"Stretched")
         .transform(scaling(1, 3, 1) * translation(120, -100, 50))
         .child(L"Sheared")

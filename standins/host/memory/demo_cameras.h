@@ -4,7 +4,7 @@
 
 namespace memhost {
 
-/// Cameras that stand, ride, clip and show without perspective, some with a target.
+/// Still, moving, clipping and orthographic cameras, some of them with a target.
 void build_cameras(SceneBuilder& scene);
 
 }  // namespace memhost

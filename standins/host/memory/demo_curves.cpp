@@ -5,7 +5,7 @@
 namespace memhost {
 namespace {
 
-// An arch, whose handles stand upright.
+// An arch whose handles point straight up.
 Spline3D arch(float width, float height) {
     const Point3 up(0, 0, height);
     return Spline3D({{Point3(), Point3(), up}, {Point3(width, 0, 0) + up, {width, 0, 0}, {}}},
@@ -13,7 +13,8 @@ Spline3D arch(float width, float height) {
 }
 
 Spline3D ring(float radius) {
-    // What makes a quarter of a circle of a segment, to less than a thousandth.
+    // Handles of this length make a segment a quarter of a circle, with an error below a
+    // thousandth.
     const float h = radius * 0.5523f;
     const float r = radius;
     return Spline3D({{{r, -h, 0}, {r, 0, 0}, {r, h, 0}},

@@ -4,10 +4,10 @@
 
 namespace memhost {
 
-/// Shapes, those that are rendered and those that aren't.
+/// Shapes, some of which aren't rendered.
 void build_curves(SceneBuilder& scene);
 
-/// Hair of two kinds, and on something without a name.
+/// Curved and straight hair, and hair on a node without a name.
 void build_hair(SceneBuilder& scene);
 
 }  // namespace memhost

@@ -10,7 +10,7 @@ float sine(double degrees) {
     return rotation_z(degrees).GetRow(0).y;
 }
 
-// Two waves a second, which grow away from the pole.
+// Two waves per second, which get higher with the distance from the pole.
 void wave(TimeValue t, const Mesh& at_rest, Mesh& mesh) {
     const double turns = 2.0 * t / TIME_TICKSPERSEC;
     for (int v = 0; v < at_rest.numVerts; ++v) {
@@ -19,7 +19,7 @@ void wave(TimeValue t, const Mesh& at_rest, Mesh& mesh) {
     }
 }
 
-// Up and down, once in a second.
+// Stretches and shrinks upwards once per second.
 void breathe(TimeValue t, const Mesh& at_rest, Mesh& mesh) {
     const float size = 1.0f + 0.3f * sine(360.0 * t / TIME_TICKSPERSEC);
     for (int v = 0; v < at_rest.numVerts; ++v) {
@@ -27,7 +27,7 @@ void breathe(TimeValue t, const Mesh& at_rest, Mesh& mesh) {
     }
 }
 
-// The top has a material of its own, and its two faces can meet along either diagonal.
+// The top has its own material, and its two faces can meet along either diagonal.
 Mesh crate(bool is_turned) {
     Mesh mesh = box_mesh(10, 10, 10).material_ids({0, 0, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0});
     if (is_turned) {

@@ -4,7 +4,7 @@
 
 namespace memhost {
 
-/// Meshes whose vertices move, or whose triangles change on the way.
+/// Meshes whose vertices move, and one whose triangles change during the animation.
 void build_deforming(SceneBuilder& scene);
 
 }  // namespace memhost

@@ -2,8 +2,8 @@
 
 namespace memhost {
 
-// A house as an architect has it: what belongs together in the tree is on layers of different
-// trades, and so is taken apart where layers become groups.
+// A house as an architect might arrange it. Nodes that are together in the tree are on layers of
+// different trades, so an export that turns layers into groups separates them.
 void build_layers(SceneBuilder& scene) {
     scene.unit(UNITS_METERS).frames_per_second(30).animation_frames(0, 60);
     scene.layer(L"Structure");
@@ -29,7 +29,7 @@ void build_layers(SceneBuilder& scene) {
         .mesh(box_mesh(0.5f, 0.5f, 0.9f))
         .hidden()
         .layer(L"Furniture");
-    // Goes round with a hall that stands, so that its motion is the same in the world.
+    // The hall doesn't move, so the fan moves in the world only by its own motion.
     hall.child(L"Fan")
         .motion([](TimeValue t) {
             return rotation_z(t * 360.0 / TIME_TICKSPERSEC) * translation(0, 0, 2.6f);

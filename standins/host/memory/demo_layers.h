@@ -4,7 +4,8 @@
 
 namespace memhost {
 
-/// Nodes on several layers, across the tree: hidden ones, a hidden layer and an empty one.
+/// Nodes on layers that cut across the tree. There are hidden nodes, a hidden layer and an empty
+/// layer.
 void build_layers(SceneBuilder& scene);
 
 }  // namespace memhost

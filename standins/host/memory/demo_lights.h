@@ -4,8 +4,8 @@
 
 namespace memhost {
 
-/// Every kind of light that an export takes along, and some that it leaves out. Two of them name
-/// files of the samples folder, which are found if that is in the current folder.
+/// Every kind of light that is exported, and some that aren't. Two of them use files of the samples
+/// folder, which are found only if that folder is in the current one.
 void build_lights(SceneBuilder& scene);
 
 }  // namespace memhost

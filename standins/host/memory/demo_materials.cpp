@@ -7,7 +7,7 @@ constexpr Pixel kWhite = {255, 255, 255, 255};
 constexpr Pixel kBlack = {0, 0, 0, 255};
 constexpr Pixel kBrick = {150, 70, 50, 255};
 
-// Every slot that an export takes up, filled with maps that are drawn.
+// Every slot that is exported, filled with procedural maps.
 Mtl& tiles(SceneBuilder& scene) {
     return scene.make<StandardMaterial>(L"Tiles")
         .diffuse({0.8f, 0.7f, 0.6f})
@@ -19,7 +19,7 @@ Mtl& tiles(SceneBuilder& scene) {
         .map(kOpacitySlot, &scene.make<ProceduralMap>(gradient(kWhite, {192, 192, 192, 255})));
 }
 
-// The file is nowhere: its tiling still counts, and the slot that is off doesn't.
+// The file of the map doesn't exist, but its tiling is still exported. The slot that is off isn't.
 Mtl& poster(SceneBuilder& scene) {
     return scene.make<StandardMaterial>(L"Poster")
         .diffuse({0.2f, 0.4f, 0.8f})
@@ -31,7 +31,7 @@ Mtl& plain(SceneBuilder& scene, const wchar_t* name, const Color& color) {
     return scene.make<StandardMaterial>(name).diffuse(color);
 }
 
-// Of no class that an export knows: it goes by the names of slots and parameters.
+// The exporter doesn't know this class, so it goes by the names of slots and parameters.
 Mtl& lacquer(SceneBuilder& scene) {
     auto& material = scene.make<BlockMaterial>(L"Lacquer", Class_ID(0x5a3c0001, 0x5a3c0002));
     material.diffuse({0.7f, 0.05f, 0.05f}).specular({1, 1, 1}).shininess(0.8f);
@@ -81,8 +81,8 @@ void build_materials(SceneBuilder& scene) {
     wall.child(L"Scanned").at(48, 0, 0).mesh(panel).material(named_texmaps(scene));
     wall.child(L"Bare").at(60, 0, 0).mesh(panel).wire(10, 20, 30);
 
-    // Six sides and four places: the ids of the last two start over. One material stands in two
-    // places, and one place is empty.
+    // The box has six sides and the material four slots, so the ids of the last two sides start
+    // again at the first slot. One material is in two slots, and one slot is empty.
     Mtl& red = plain(scene, L"Red", {0.9f, 0.1f, 0.1f});
     Mtl& green = plain(scene, L"Green", {0.1f, 0.9f, 0.1f});
     Mtl& sides =

@@ -4,8 +4,8 @@
 
 namespace memhost {
 
-/// Every kind of material: with maps that are files and maps that are drawn, of several classes,
-/// put together to one, and none at all.
+/// Every kind of material: several classes with file maps and procedural maps, a multi-material,
+/// and a node without a material.
 void build_materials(SceneBuilder& scene);
 
 }  // namespace memhost

@@ -11,7 +11,7 @@
 namespace memhost {
 namespace {
 
-// A crane: each part turns in its parent's space, and the weight on the hook is scaled.
+// A crane. Each part is rotated in its parent's space, and the weights are scaled.
 void build_hierarchy(SceneBuilder& scene) {
     scene.unit(UNITS_CENTIMETERS);
     const NodeBuilder base = scene.node(L"Base").at(0, 0, 10).wire(90, 90, 96);
@@ -35,7 +35,7 @@ void build_motion(SceneBuilder& scene) {
     scene.unit(UNITS_CENTIMETERS).frames_per_second(30).animation_frames(0, 60);
     const int ticks_per_frame = scene.host().ticks_per_frame();
 
-    // One turn in two seconds; the lamp goes round with it and never moves on its own.
+    // Turns once in two seconds. The lamp turns with it and never moves on its own.
     const NodeBuilder turntable = scene.node(L"Turntable").motion([](TimeValue t) {
         return rotation_z(t * 360.0 / (2.0 * TIME_TICKSPERSEC));
     });
@@ -44,7 +44,7 @@ void build_motion(SceneBuilder& scene) {
         .transform(rotation_x(35) * translation(0, 20, 15))
         .mesh(box_mesh(4, 4, 20));
 
-    // Up for the first second, down for the next.
+    // Rises in the first second and sinks in the next.
     const NodeBuilder lift = scene.node(L"Lift").motion([](TimeValue t) {
         const double seconds = t / static_cast<double>(TIME_TICKSPERSEC);
         const double height = seconds < 1.0 ? seconds : 2.0 - seconds;
@@ -52,7 +52,7 @@ void build_motion(SceneBuilder& scene) {
     });
     lift.mesh(box_mesh(20, 20, 20));
 
-    // Rests at each stop, so that its matrix holds for many frames.
+    // The gate rests at each stop, so that its matrix holds for many frames.
     const NodeBuilder gate = scene.node(L"Gate").keys({
         {0, translation(-40, 0, 0)},
         {20 * ticks_per_frame, rotation_z(45) * translation(-40, 0, 0)},
@@ -61,7 +61,7 @@ void build_motion(SceneBuilder& scene) {
     gate.mesh(box_mesh(2, 30, 20));
     gate.child(L"Bolt").at(0, 0, 12).mesh(box_mesh(4, 4, 4));
 
-    // A helper has nothing to show, so its motion isn't wanted either.
+    // A helper shows nothing, so its motion isn't exported either.
     scene.node(L"Hand").motion([](TimeValue t) { return translation(0, 0, t * 0.01f); });
 
     scene.node(L"Floor").at(0, 0, -1).mesh(box_mesh(120, 120, 2));
@@ -71,23 +71,25 @@ void build_motion(SceneBuilder& scene) {
 
 const std::vector<DemoScene>& demo_scenes() {
     static const std::vector<DemoScene> scenes = {
-        {"hierarchy", "a small crane: nested, turned and scaled nodes, one of them hidden",
+        {"hierarchy", "a small crane of nested, rotated and scaled nodes, one of them hidden",
          build_hierarchy},
-        {"motion", "nodes that turn, ride and stop: functions of time and keys", build_motion},
-        {"cameras", "cameras that stand, ride, clip and show without perspective", build_cameras},
-        {"lights", "lights of every kind: points, a measured one, shapes, a sky with a picture",
+        {"motion", "nodes that turn, move and stop, by functions of time and by keys",
+         build_motion},
+        {"cameras", "still, moving, clipping and orthographic cameras", build_cameras},
+        {"lights", "every kind of light: points, a measured light, shapes, a sky with a picture",
          build_lights},
-        {"materials", "materials of every kind: files, drawn maps, several on one node, none",
+        {"materials", "every kind of material: image files, drawn maps, several on one node, none",
          build_materials},
-        {"smoothing", "smoothing groups, none of them, a seam of coordinates, fixed normals",
+        {"smoothing", "meshes with and without smoothing groups, a texture seam, specified normals",
          build_smoothing},
-        {"layers", "a tree of nodes on layers of their own, for the option Layers; some hidden",
+        {"layers", "a tree with nodes on several layers, some hidden, for the option Layers",
          build_layers},
-        {"curves", "shapes, for the option GeneralCurves: open, closed, several, not rendered",
+        {"curves", "open, closed and unrendered shapes, for the option GeneralCurves",
          build_curves},
-        {"deforming", "meshes that change shape: a flag, parts that come and go, one that rests",
+        {"deforming",
+         "meshes that change shape: a flag, a crate whose faces change, one that rests",
          build_deforming},
-        {"hair", "hair in two colours and in one, on meshes with a name and without", build_hair},
+        {"hair", "hair of one and of two colours, on meshes with and without a name", build_hair},
     };
     return scenes;
 }

@@ -3,21 +3,21 @@
 namespace memhost {
 namespace {
 
-// Coordinates need a material that asks for them.
+// Texture coordinates are exported only for a material that uses them.
 Mtl& checkered(SceneBuilder& scene) {
     return scene.make<StandardMaterial>(L"Checkered")
         .map(kDiffuseSlot,
              &scene.make<ProceduralMap>(checker({230, 230, 230, 255}, {40, 40, 120, 255}, 16)));
 }
 
-// A roof of two slopes, whose ridge is shared.
+// A roof of two slopes that share the vertices of the ridge.
 MeshBuilder roof() {
     return MeshBuilder({{-5, -5, 0}, {5, -5, 0}, {-5, 0, 3}, {5, 0, 3}, {-5, 5, 0}, {5, 5, 0}},
                        {{0, 1, 3}, {0, 3, 2}, {2, 3, 5}, {2, 5, 4}});
 }
 
-// The slopes are bent apart at the ridge by normals of their own; the eaves are left to smoothing,
-// and so is a corner whose normal is fixed but has no value.
+// Specified normals give the ridge a sharp edge. The eaves have smoothed normals, and so has one
+// corner whose specified normal isn't explicit.
 MeshBuilder roof_with_normals() {
     MeshBuilder mesh = roof();
     mesh.groups({1});

@@ -4,7 +4,7 @@
 
 namespace memhost {
 
-/// Every way in which a mesh says what its normals are.
+/// Every way in which a mesh can define its normals.
 void build_smoothing(SceneBuilder& scene);
 
 }  // namespace memhost

@@ -8,12 +8,12 @@
 namespace memhost {
 namespace {
 
-// Of a sequence that fills the range from 0 to 1 evenly.
+// Element `i` of a sequence that fills the range from 0 to 1 evenly.
 float spread(int i, double step) {
     return static_cast<float>(i * step - std::floor(i * step));
 }
 
-// A parabola: up from the root along the normal, and down by gravity.
+// A parabola that rises from the root along the normal and falls with gravity.
 struct Strand {
     Point3 root;
     Point3 rise;
@@ -31,7 +31,7 @@ Strand strand_on_face(const HairModifier& hair, const Mesh& mesh, const Matrix3&
     const Point3 other_side = mesh.verts[face.v[2]] * world_from_object - corner;
     float u = spread(i, 0.7548776662466927);
     float v = spread(i, 0.5698402909980532);
-    if (u + v > 1.0f) {  // beyond the face, in the other half of the parallelogram
+    if (u + v > 1.0f) {  // outside the face, in the other half of the parallelogram
         u = 1.0f - u;
         v = 1.0f - v;
     }

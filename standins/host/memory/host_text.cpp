@@ -28,7 +28,8 @@ void append_units(char32_t character, std::wstring& units) {
     units += static_cast<wchar_t>(0xDC00 + (offset & 0x3FF));
 }
 
-// The forms of UTF-8: how many bytes, which lead bytes, and the first character that needs so many.
+// The forms of a character in UTF-8: the number of bytes, the pattern of the lead byte, and the
+// first character that needs this number of bytes.
 struct Utf8Form {
     std::size_t length;
     std::uint8_t lead_mask;
@@ -42,7 +43,8 @@ constexpr Utf8Form kUtf8Forms[] = {
     {4, 0xF8, 0xF0, 0x10000},
 };
 
-// Reads the character at `at` and steps past it; leaves `at` alone if there is no well-formed one.
+// Reads the character at `at` and moves `at` past it. False, with `at` unchanged, if the bytes are
+// malformed.
 bool read_character(const std::string& text, std::size_t& at, char32_t& character) {
     const auto byte = [&text](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
     for (const Utf8Form& form : kUtf8Forms) {

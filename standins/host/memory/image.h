@@ -5,7 +5,7 @@
 
 namespace memhost {
 
-/// A colour of eight bits a channel.
+/// A colour with eight bits per channel.
 struct Pixel {
     std::uint8_t red = 0;
     std::uint8_t green = 0;
@@ -18,7 +18,7 @@ struct Pixel {
     }
 };
 
-/// Rows of pixels, the top one first.
+/// Rows of pixels, from the top down.
 struct Image {
     int width = 0;
     int height = 0;

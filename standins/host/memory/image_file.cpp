@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string_view>
 
-// Other libraries of the process may bring stb along as well.
+// Other libraries in the process may contain stb as well.
 #define STB_IMAGE_STATIC
 #define STB_IMAGE_IMPLEMENTATION
 #define STBI_NO_STDIO
@@ -27,7 +27,7 @@ fs::path file_path(const std::wstring& path) {
     return fs::u8path(utf8_from_units(path));
 }
 
-// A folder or a pipe can be opened as well, where it then waits or fails.
+// Only regular files are opened: reading a folder would fail, and reading a pipe would wait.
 std::ifstream open_image(const std::wstring& path) {
     std::error_code error;
     const fs::path file = file_path(path);
@@ -35,7 +35,7 @@ std::ifstream open_image(const std::wstring& path) {
                                             : std::ifstream();
 }
 
-// A file as stb reads one.
+// Lets stb read from a file stream.
 const stbi_io_callbacks kStream = {
     [](void* user, char* data, int size) {
         std::ifstream& file = *static_cast<std::ifstream*>(user);
@@ -48,7 +48,7 @@ const stbi_io_callbacks kStream = {
 
 constexpr int kSignatureLength = 4;
 
-// What the host reads beyond what is decoded here: DDS, TIFF of either byte order, OpenEXR.
+// Formats that the host can read but stb can't: DDS, TIFF in either byte order, OpenEXR.
 constexpr std::string_view kOtherSignatures[] = {
     "DDS ",
     {"II*\0", kSignatureLength},
@@ -101,7 +101,7 @@ std::optional<ImageSize> image_size(const std::vector<unsigned char>& bytes) {
 }
 
 std::optional<Image> decode_image(const std::vector<unsigned char>& bytes) {
-    static_assert(sizeof(Pixel) == 4, "pixels are copied as they lie");
+    static_assert(sizeof(Pixel) == 4, "decoded pixels are copied byte by byte");
     int width = 0;
     int height = 0;
     int channels = 0;

@@ -13,14 +13,14 @@ struct ImageSize {
     int height = 0;
 };
 
-/// Of the image in a file, by its head alone: 0 by 0 for a kind that the host knows and this one
-/// can't decode. Nothing if there is no such file or it holds no image. The path is host text.
+/// Reads only the start of the file. 0 by 0 for a format that the host knows but that can't be
+/// decoded here. `nullopt` if the file doesn't exist or isn't an image. The path is host text.
 std::optional<ImageSize> read_image_size(const std::wstring& path);
 
-/// Of the image in the bytes of a file.
+/// The size of an image file with these bytes. `nullopt` if they can't be decoded.
 std::optional<ImageSize> image_size(const std::vector<unsigned char>& bytes);
 
-/// Nothing if the bytes are no image of a kind that can be decoded.
+/// `nullopt` if the bytes aren't an image that can be decoded.
 std::optional<Image> decode_image(const std::vector<unsigned char>& bytes);
 
 std::optional<Image> read_image(const std::wstring& path);

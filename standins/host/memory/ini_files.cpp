@@ -5,7 +5,7 @@
 #include <sstream>
 #include <string>
 
-// Text is UTF-8 in the file and here.
+// Text is UTF-8 both in the file and in this code.
 #define SI_NO_CONVERSION
 #define SI_IMPLEMENTATION
 #include <SimpleIni.h>
@@ -19,10 +19,10 @@ namespace fs = std::filesystem;
 
 constexpr char kUtf8Signature[] = "\xef\xbb\xbf";
 
-// A settings file, as it is once it has been read.
+// The contents of a settings file.
 class IniFile {
 public:
-    // One that isn't there is empty.
+    // A file that doesn't exist counts as empty.
     explicit IniFile(const MCHAR* path) : path_(native(path)) {
         const std::string text = contents(path_);
         trailing_comments_ = trailing_comments(text);
@@ -61,7 +61,7 @@ private:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    // The comments behind the last value, which the library drops.
+    // The comments after the last value, which the library drops.
     static std::string trailing_comments(const std::string& text) {
         std::string comments;
         bool has_values = false;
@@ -78,11 +78,12 @@ private:
                 has_values = true;
             }
         }
-        // Those of a file without values are the whole file's, which the library keeps.
+        // In a file without values the comments belong to the whole file, and the library keeps
+        // them.
         return has_values ? comments : std::string();
     }
 
-    // Plug-ins put a path together with the separator of Windows.
+    // Plug-ins build paths with the separator of Windows.
     static fs::path native(const MCHAR* path) {
         std::string text = utf8(path);
         std::replace(text.begin(), text.end(), '\\', '/');

@@ -16,7 +16,7 @@ void MemoryLayer::set_hidden(bool hidden) {
     }
 }
 
-// From the end, since a node most often leaves the layer that it has just come to.
+// Searches from the end, because most nodes leave a layer that they have only just joined.
 void MemoryLayer::remove(MemoryNode& node) {
     const auto found = std::find(nodes_.rbegin(), nodes_.rend(), &node);
     if (found != nodes_.rend()) {

@@ -10,7 +10,7 @@ namespace memhost {
 
 class MemoryNode;
 
-/// A layer of the scene. Its nodes stand in the order in which they came to it.
+/// A layer of the scene. Its nodes are in the order in which they joined it.
 class MemoryLayer final : public ILayerProperties {
 public:
     explicit MemoryLayer(const std::wstring& name);
@@ -21,7 +21,7 @@ public:
     void set_hidden(bool hidden = true);
     bool hidden() const { return hidden_; }
 
-    // Called by nodes; `MemoryNode::set_layer` is how a node changes its layer.
+    // Called by nodes. To change a node's layer, call `MemoryNode::set_layer`.
     void add(MemoryNode& node) { nodes_.push_back(&node); }
     void remove(MemoryNode& node);
 
@@ -34,15 +34,15 @@ private:
     bool hidden_ = false;
 };
 
-/// The layers of a host's scene. The first is the default layer, "0"; every node but the root is
-/// there until it is put on another.
+/// The layers of a host's scene. The first is the default layer, "0". Every node except the root
+/// starts on it.
 class MemoryLayers final : public IFPLayerManager {
 public:
     MemoryLayers() { layer(L"0"); }
 
     MemoryLayer& default_layer() { return *layers_.front(); }
 
-    /// The layer of that name: a new one behind the others, and empty, if there is none yet.
+    /// The layer with that name. If there is none, adds an empty one after the others.
     MemoryLayer& layer(const std::wstring& name);
 
     int getCount() override { return static_cast<int>(layers_.size()); }

@@ -10,7 +10,8 @@ namespace {
 
 constexpr int kRingSides = 8;
 
-// The shape of a light as the user first draws it. A point has none; a sphere has its radius.
+// The shape that a light has when the user creates it. A point light has no shape, and a sphere
+// only a radius.
 std::vector<Point3> default_shape(LightscapeLight::LightTypes type) {
     switch (type) {
         case LightscapeLight::TARGET_LINEAR_TYPE:

@@ -11,7 +11,7 @@
 
 namespace memhost {
 
-/// A number of a light, which stays as it is or is a function of time.
+/// A number of a light: a constant or a function of time.
 class LightNumber {
 public:
     LightNumber(float fixed) : fixed_(fixed) {}
@@ -22,10 +22,10 @@ public:
 
 private:
     float fixed_ = 0;
-    std::function<float(TimeValue)> moving_;  // empty for a number that stays
+    std::function<float(TimeValue)> moving_;  // empty for a constant
 };
 
-/// A light of one of the host's standard kinds, which converts to its own class alone.
+/// A light of one of the host's standard kinds. It converts only to its own class.
 class StandardLight : public GenLight {
 public:
     StandardLight(Class_ID class_id, int type) : class_id_(class_id), type_(type) {}
@@ -52,18 +52,18 @@ public:
     OmniLight() : StandardLight(Class_ID(OMNI_LIGHT_CLASS_ID, 0), OMNI_LIGHT) {}
 };
 
-/// Without a target.
+/// A spotlight without a target.
 class SpotLight final : public StandardLight {
 public:
     SpotLight() : StandardLight(Class_ID(0x1014, 0), 3) {}
 };
 
-/// Light from all around. Its first reference is an empty place.
+/// Light from all directions. Its first reference is always null.
 class SkyLight final : public LightObject {
 public:
     /// Adds a parameter block that holds the map, which may be null.
     SkyLight& map(Texmap* map);
-    /// Adds a reference to something else.
+    /// Adds a reference to any other target.
     SkyLight& reference(ReferenceTarget& target);
 
     Class_ID ClassID() override { return Class_ID(0x7BF61478, 0x522E4705); }
@@ -80,7 +80,7 @@ private:
     std::vector<ReferenceTarget*> references_ = {nullptr};
 };
 
-/// A photometric light of any type, with the shape that its type has until it is given another.
+/// A photometric light of any type. It has the default shape of its type until it gets another.
 class PhotometricLight final : public LightscapeLight {
 public:
     explicit PhotometricLight(LightTypes type);
@@ -90,7 +90,8 @@ public:
     PhotometricLight& radius(float radius);
     PhotometricLight& kelvin(LightNumber kelvin);
     PhotometricLight& lumens(LightNumber lumens);
-    /// Wide text or UTF-8; angles are in degrees. Makes the web the distribution, too.
+    /// The path is wide text or UTF-8, the angles are in degrees. Also sets the distribution to
+    /// `WEB_DIST`.
     PhotometricLight& web_file(const std::wstring& path, const Point3& rotation = {});
     PhotometricLight& web_file(const std::string& path_utf8, const Point3& rotation = {});
 
@@ -114,10 +115,11 @@ private:
     float radius_ = 1;
     LightNumber kelvin_ = 6500.0f;
     LightNumber lumens_ = 1000.0f;
-    std::unique_ptr<MemoryParamBlock> web_;  // null as long as there is no file
+    std::unique_ptr<MemoryParamBlock> web_;  // null without a web file
 };
 
-/// Shapes of lights, in the plane of x and y around the origin. `sides` is that of one ring.
+/// Shapes of lights, centred on the origin. The rectangle and the rings are parallel to the xy
+/// plane. `sides` is the number of points in a ring.
 std::vector<Point3> rectangle_shape(float width, float length);
 std::vector<Point3> disc_shape(float radius, int sides);
 /// Two rings, the lower one first.

@@ -30,7 +30,7 @@ Matrix3 LocalTransform::at(TimeValue t, Interval& valid) const {
         return (*function)(t);
     }
 
-    // The last key at or before `t`, or the first one.
+    // Finds the last key at or before `t`, or else the first key.
     const Keys& keys = *std::get_if<Keys>(&value_);
     const auto next =
         std::upper_bound(keys.begin() + 1, keys.end(), t,

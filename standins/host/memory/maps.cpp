@@ -11,7 +11,7 @@
 namespace memhost {
 namespace {
 
-// Nearest pixel by pixel.
+// Takes the nearest pixel, without filtering.
 void draw_scaled(const Image& source, Image& target) {
     const auto scaled = [](int place, int target_size, int source_size) {
         return static_cast<int>(static_cast<std::int64_t>(place) * source_size / target_size);

@@ -12,10 +12,10 @@ namespace memhost {
 
 class MemoryHost;
 
-/// A map that shows an image file. The file is looked at when the bitmap is first asked for.
+/// A map that shows an image file. The file isn't opened before it is needed.
 class BitmapMap final : public BitmapTex {
 public:
-    /// Wide text or UTF-8.
+    /// The path is wide text or UTF-8.
     BitmapMap(MemoryHost& host, const std::wstring& path);
     BitmapMap(MemoryHost& host, const std::string& path_utf8);
 
@@ -38,10 +38,11 @@ private:
     std::optional<MemoryBitmap> bitmap_;
 };
 
-/// A map that is no file: it draws itself.
+/// A map that draws itself instead of using a file.
 class ProceduralMap final : public Texmap {
 public:
-    /// Draws the map for coordinates from 0 to 1 into a whole image, v upwards.
+    /// Fills the image with the part of the map whose coordinates are from 0 to 1. v points
+    /// upwards.
     using Painter = std::function<void(Image&)>;
 
     explicit ProceduralMap(Painter painter) : paint_(std::move(painter)) {}
@@ -60,14 +61,14 @@ private:
     int renders_ = 0;
 };
 
-/// One colour.
+/// A single colour.
 ProceduralMap::Painter solid(Pixel color);
-/// So many fields in each direction, the first colour in the lower left.
+/// A board with `fields` squares in each direction. The one at the lower left has the first colour.
 ProceduralMap::Painter checker(Pixel first, Pixel second, int fields);
-/// From the left to the right.
+/// Fades from left to right.
 ProceduralMap::Painter gradient(Pixel left, Pixel right);
-/// An image, nearest pixel by pixel. It is made anew for each drawing, so that it takes no memory
-/// in between; without it nothing is drawn.
+/// An image, scaled without filtering. `load` is called for each drawing, so that the image takes
+/// no memory in between. If it returns `nullopt`, nothing is drawn.
 ProceduralMap::Painter picture(std::function<std::optional<Image>()> load);
 
 }  // namespace memhost

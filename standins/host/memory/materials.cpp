@@ -27,7 +27,7 @@ constexpr SlotName kStandardSlotNames[] = {
     {11, L"Displacement"},
 };
 
-// The host's own class of materials with places for others.
+// The class of the host's multi-material.
 constexpr Class_ID kMultiMaterialClass(0x200, 0);
 
 }  // namespace

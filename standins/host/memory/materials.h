@@ -10,7 +10,7 @@
 
 namespace memhost {
 
-/// The slots of the Standard material that are named; the others are there and have no name.
+/// The slots of the Standard material that callers need. The others have no constant.
 enum StandardSlot : int {
     kAmbientSlot = 0,
     kDiffuseSlot = 1,
@@ -31,7 +31,7 @@ public:
     StandardMaterial& diffuse(std::function<Color(TimeValue)> color);
     StandardMaterial& specular(const Color& color);
     StandardMaterial& shininess(float shininess);
-    /// Null empties the slot.
+    /// A null map empties the slot.
     StandardMaterial& map(int slot, Texmap* map, bool enabled = true);
 
     Color GetDiffuse(TimeValue t) override { return diffuse_(t); }
@@ -60,7 +60,8 @@ private:
     Slot slots_[kSlots];
 };
 
-/// Several materials for one node; a face's material id picks its own. A place may be empty.
+/// Several materials for one node. The material id of a face selects one of them. Slots may be
+/// empty.
 class MultiMaterial final : public Mtl {
 public:
     MultiMaterial(const std::wstring& name, std::vector<Mtl*> materials);
@@ -73,13 +74,13 @@ public:
     Mtl* GetSubMtl(int i) override { return materials_[static_cast<std::size_t>(i)]; }
 
 private:
-    // The one that a question about colours is about, or null.
+    // The material that `number` selects, or null.
     Mtl* of_number(int number);
 
     std::vector<Mtl*> materials_;
 };
 
-/// A material of any class, made of parameter blocks and of slots for maps.
+/// A material of any class, made of parameter blocks and slots for maps.
 class BlockMaterial final : public Mtl {
 public:
     BlockMaterial(const std::wstring& name, Class_ID class_id);
@@ -89,7 +90,7 @@ public:
     BlockMaterial& shininess(float shininess);
     /// Appends a slot.
     BlockMaterial& slot(const std::wstring& name, Texmap* map, bool on = true);
-    /// The block of that id, which is made if there is none.
+    /// The block with that id. Adds one if there is none.
     MemoryParamBlock& block(BlockID id);
 
     Class_ID ClassID() override { return class_id_; }

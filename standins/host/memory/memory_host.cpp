@@ -8,7 +8,7 @@
 namespace memhost {
 namespace {
 
-// The hosts that live, in the order of their making.
+// The hosts that exist, in the order in which they were made.
 std::vector<MemoryHost*>& live_hosts() {
     static std::vector<MemoryHost*> hosts;
     return hosts;

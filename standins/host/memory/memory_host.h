@@ -21,44 +21,44 @@
 
 namespace memhost {
 
-/// 30 frames a second.
+/// 30 frames per second.
 constexpr int kDefaultTicksPerFrame = TIME_TICKSPERSEC / 30;
 
-/// What was handed to the host's progress bar since the host was made.
+/// What the host's progress bar has received since the host was made.
 struct ProgressRecord {
     int started = 0;
     int ended = 0;
-    std::wstring title;         // the last one given, at the start or with an update
+    std::wstring title;         // the latest one, from the start or from an update
     std::vector<int> percents;  // one per update
 };
 
 /// A host that holds its scene in memory: nodes, time, units, folders, progress and cancelling.
 ///
-/// A host is the core interface from its construction on. When it is destroyed, the one before it
-/// takes that place again. Tests describe their scenes with a `SceneBuilder` rather than here.
+/// A new host becomes the core interface. When it is destroyed, the previous one becomes the core
+/// interface again. Tests build their scenes with a `SceneBuilder`, not with this class.
 class MemoryHost final : public Interface8 {
 public:
-    /// An empty scene at tick 0, frames 0 to 100 at 30 frames a second, and inches as the unit, as
-    /// the host itself starts.
+    /// Starts like the genuine host: with an empty scene at tick 0, frames 0 to 100 at 30 frames
+    /// per second, and inches as the unit.
     MemoryHost();
     ~MemoryHost() override;
 
-    /// The last host made of those that live, or null.
+    /// The newest of the existing hosts, or null.
     static MemoryHost* current();
 
     MemoryNode& root() { return *nodes_.front(); }
 
-    /// The node comes behind its parent's other children, and lives until it is deleted.
+    /// Adds a node after its parent's other children. It lives until it is deleted.
     MemoryNode& add_node(MemoryNode& parent, const std::wstring& name);
 
-    /// The node's children go to its parent, behind those that are there, and keep their matrices.
+    /// The node's children move to the end of its parent's children and keep their local matrices.
     /// The root can't be deleted.
     void delete_node(MemoryNode& node);
 
-    /// Every node of the scene, the root first, in the order of their making.
+    /// Every node of the scene, in the order in which they were made. The root is the first.
     const std::vector<std::unique_ptr<MemoryNode>>& nodes() const { return nodes_; }
 
-    /// A material or a map, made of `arguments`. It lives as long as the host, and any number of
+    /// Makes a material or a map from `arguments`. It lives as long as the host, and any number of
     /// nodes and materials can share it.
     template <typename T, typename... Arguments>
     T& make(Arguments&&... arguments) {
@@ -68,7 +68,7 @@ public:
         return reference;
     }
 
-    /// The manager is the host's `TheManager` for as long as the host is the core interface.
+    /// `TheManager` points to this while the host is the core interface.
     MemoryBitmapManager& bitmaps() { return bitmaps_; }
 
     SceneEvents& events() { return events_; }
@@ -78,44 +78,47 @@ public:
     MemoryMenuManager& menus() { return menus_; }
     Notifications& notifications() { return notifications_; }
 
-    /// What runs the scripts that are given to the host.
+    /// Runs the scripts that are passed to the host.
     ScriptRunner& scripts() { return scripts_; }
 
-    /// In ticks; both ends belong to the range.
+    /// In ticks. Both ends are included.
     void set_animation_range(const Interval& ticks) { animation_range_ = ticks; }
     void set_ticks_per_frame(int ticks) { ticks_per_frame_ = ticks; }
     int ticks_per_frame() const { return ticks_per_frame_; }
 
-    /// A unit of the scene is `scale` times the unit `type`, one of `UNITS_...`.
+    /// One unit of the scene is `scale` times the unit `type`, one of `UNITS_...`.
     void set_unit(int type, float scale = 1.0f);
     int unit_type() const { return unit_type_; }
     float unit_scale() const { return unit_scale_; }
 
     void add_asset_folder(MaxSDK::AssetManagement::AssetType type, const std::wstring& folder);
-    /// The folder for settings files, `GetDir(APP_PLUGCFG_DIR)`; other kinds are empty.
+    /// Sets the folder for settings files, `GetDir(APP_PLUGCFG_DIR)`. The other folders have empty
+    /// names.
     void set_config_folder(const std::wstring& folder);
 
     const ProgressRecord& progress() const { return progress_; }
-    /// Called for each `ProgressUpdate`, with the title that the bar shows then.
+    /// `callback` is called for each `ProgressUpdate`, with the title that the bar shows then.
     void on_progress(std::function<void(int percent, const std::wstring& title)> callback);
 
-    /// Another progress is under way: `ProgressStart` answers false from now on.
+    /// From now on `ProgressStart` returns false, as if another progress bar were active.
     void refuse_progress() { refuses_progress_ = true; }
 
-    /// What the save dialog answers, UTF-8. Empty, as it is at the start, is the user's cancel.
+    /// Sets the file that the save dialog returns. If it is empty, as it is at first, the user
+    /// cancels the dialog.
     void answer_save_dialog(const std::string& path_utf8);
 
-    /// What the user's Esc does: safe from any thread and from a signal handler.
+    /// Cancels, as the user does with Esc. Safe to call from any thread and from a signal handler.
     void request_cancel() { cancel_.store(true); }
-    /// The `count`th call of `GetCancel` from now on answers true, and those after it; so a test
-    /// can stop in the middle of a walk.
+    /// From its `count`th call on, counted from now, `GetCancel` returns true, so that a test can
+    /// stop in the middle of a walk.
     void cancel_at_poll(int count) { polls_before_cancel_ = count; }
 
-    /// Called by nodes: every world matrix has to be computed anew.
+    /// Called by nodes. Every world matrix has to be computed again.
     void transforms_changed() { ++transform_version_; }
     std::uint64_t transform_version() const { return transform_version_; }
 
-    /// How often `GetCancel` has answered true since the host was made: whoever asked has stopped.
+    /// How often `GetCancel` has returned true since the host was made. A caller that gets true
+    /// stops.
     int answered_cancels() const { return answered_cancels_; }
 
     TimeValue time() const { return time_; }
@@ -169,7 +172,7 @@ private:
     bool refuses_progress_ = false;
     std::function<void(int, const std::wstring&)> on_progress_;
     std::atomic<bool> cancel_{false};
-    int polls_before_cancel_ = 0;  // 0: none is planned
+    int polls_before_cancel_ = 0;  // 0 if no cancel is planned
     int answered_cancels_ = 0;
 
     static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets the cancel flag");

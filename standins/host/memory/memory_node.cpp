@@ -90,7 +90,7 @@ bool MemoryNode::knows_world_at(TimeValue t) const {
     return world_.version == host_.transform_version() && world_.valid.InInterval(t);
 }
 
-// The parent's matrix has to be known.
+// The parent's matrix must be known.
 void MemoryNode::compute_world_at(TimeValue t) {
     Interval valid = parent_ ? parent_->world_.valid : FOREVER;
     Matrix3 matrix = local_.at(t, valid);
@@ -105,8 +105,8 @@ const MemoryNode::WorldMatrix& MemoryNode::world_at(TimeValue t) {
         return world_;
     }
 
-    // Up to the nearest ancestor whose matrix is known, then down again. On a walk from the root
-    // that is the parent, and nothing is collected.
+    // Goes up to the nearest ancestor whose matrix is known, then down again. In a walk from the
+    // root that ancestor is the parent, and `unknown` stays empty.
     std::vector<MemoryNode*> unknown;
     for (MemoryNode* node = parent_; node && !node->knows_world_at(t); node = node->parent_) {
         unknown.push_back(node);

@@ -17,30 +17,31 @@ class MemoryLayer;
 class TimedObject;
 struct HairModifier;
 
-/// A node of the in-memory host. The host makes and owns its nodes (`MemoryHost::add_node`); they
-/// only refer to one another, so that a tree of any depth is built, evaluated and destroyed
-/// without recursion.
+/// A node of the in-memory host. The host makes and owns its nodes (`MemoryHost::add_node`). Nodes
+/// only refer to one another, so that a tree of any depth is built, evaluated and destroyed without
+/// recursion.
 class MemoryNode final : public INode {
 public:
     MemoryNode(MemoryHost& host, MemoryNode* parent, const std::wstring& name);
     ~MemoryNode() override { forget_handle(this); }
 
-    // Each edit is told to whoever listens to the host's events.
+    // Each of these edits is reported to the listeners of the host's events.
 
-    /// Characters past 0xFFFF become surrogate pairs; a zero ends the name.
+    /// Characters above 0xFFFF become surrogate pairs. A null character ends the name.
     void set_name(const std::wstring& name);
     void set_local_transform(LocalTransform transform);
-    /// From the object's space to the node's.
+    /// Transforms from the object's space to the node's.
     void set_object_offset(const Matrix3& node_from_object);
-    /// Nodes can share an object. Null takes the node's object away.
+    /// Nodes can share an object. Null removes the node's object.
     void set_object(std::shared_ptr<Object> object);
     void set_hidden(bool hidden);
-    /// Puts the node behind the others of that layer, one of the host's. The root is on none.
+    /// Moves the node to the end of that layer, which must belong to the host. The root is on no
+    /// layer, so nothing happens to it.
     void set_layer(MemoryLayer& layer);
     void set_wire_color(COLORREF color);
-    /// Nodes can share hair. Null takes the node's own away.
+    /// Nodes can share hair. Null removes the node's hair.
     void set_hair(std::shared_ptr<const HairModifier> hair);
-    /// The host owns it. Null takes the node's material away.
+    /// The host owns the material. Null removes the node's material.
     void set_material(Mtl* material);
 
     MemoryHost& host() const { return host_; }
@@ -48,11 +49,11 @@ public:
     const std::vector<MemoryNode*>& children() const { return children_; }
     const std::wstring& name() const { return name_; }
     const LocalTransform& local_transform() const { return local_; }
-    /// Null for a node without.
+    /// Null for a node without hair.
     const HairModifier* hair() const { return hair_.get(); }
 
-    /// Gives the children to the parent, and leaves the layer. Called by the host for a node that
-    /// it deletes.
+    /// Moves the children to the parent and removes the node from its layer. The host calls this
+    /// for a node that it deletes.
     void leave_tree();
 
     const MCHAR* GetName() override { return name_.c_str(); }
@@ -62,14 +63,14 @@ public:
     int NumberOfChildren() override { return static_cast<int>(children_.size()); }
     INode* GetChildNode(int i) override;
     const ObjectState& EvalWorldState(TimeValue t, BOOL eval_hidden = TRUE) override;
-    /// True for a node that is hidden itself or on a hidden layer; its ancestors play no part.
+    /// True if the node itself or its layer is hidden. Hidden ancestors don't matter.
     int IsNodeHidden(BOOL for_renderer = FALSE) override;
     DWORD GetWireColor() override { return wire_color_; }
     Mtl* GetMtl() override { return material_; }
 
 private:
-    // The world matrix of the last evaluation: good for the times in `valid`, as long as the host's
-    // transforms are still those of `version`.
+    // The world matrix of the last evaluation. It holds for the times in `valid`, as long as the
+    // host's transforms still have this version.
     struct WorldMatrix {
         Matrix3 matrix;
         Interval valid;
@@ -89,12 +90,12 @@ private:
     Matrix3 object_offset_;
     WorldMatrix world_;
     std::shared_ptr<Object> object_;
-    TimedObject* timed_object_ = nullptr;  // the same, if it is one
+    TimedObject* timed_object_ = nullptr;  // `object_`, if it is one
     std::shared_ptr<const HairModifier> hair_;
     ObjectState state_;
     COLORREF wire_color_ = 0x00808080;
-    MemoryLayer* layer_ = nullptr;  // the host's, and null for the root
-    Mtl* material_ = nullptr;       // the host's
+    MemoryLayer* layer_ = nullptr;  // owned by the host; null for the root
+    Mtl* material_ = nullptr;       // owned by the host
     bool hidden_ = false;
 };
 

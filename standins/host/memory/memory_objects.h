@@ -4,14 +4,14 @@
 
 namespace memhost {
 
-/// What a node holds that has a place and nothing to show.
+/// The object of a node that has a transform but shows nothing.
 class HelperObject final : public Object {
 public:
     SClass_ID SuperClassID() override { return HELPER_CLASS_ID; }
     int IsRenderable() override { return FALSE; }
 };
 
-/// An object that says whatever a test wants it to say of itself, and holds nothing.
+/// An object without contents, whose answers a test can set.
 class PlainObject final : public Object {
 public:
     explicit PlainObject(SClass_ID superclass, Class_ID class_id = Class_ID())
@@ -21,7 +21,7 @@ public:
         deformable_ = deformable;
         return *this;
     }
-    /// In world space, wherever the node is.
+    /// In world space, regardless of the node's matrix.
     PlainObject& set_world_box(const Box3& box) {
         box_ = box;
         return *this;

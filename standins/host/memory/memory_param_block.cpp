@@ -25,7 +25,7 @@ MemoryParamBlock::Param* MemoryParamBlock::find(ParamID id) {
 MemoryParamBlock::Param& MemoryParamBlock::param(ParamID id) {
     Param* found = find(id);
     if (found == nullptr) {
-        std::fprintf(stderr, "a parameter block is asked for %d, which it hasn't got\n", id);
+        std::fprintf(stderr, "a parameter block has no parameter with id %d\n", id);
         std::abort();
     }
     return *found;
@@ -73,7 +73,7 @@ int MemoryParamBlock::IDtoIndex(ParamID id) {
 }
 
 ParamDef& MemoryParamBlock::GetParamDef(ParamID id) {
-    // The text moves when the list of parameters grows.
+    // The name moves when the list of parameters grows, so the pointer is set anew.
     Param& found = param(id);
     found.def.int_name = found.name.data();
     return found.def;

@@ -7,8 +7,8 @@
 
 namespace memhost {
 
-/// A parameter block that holds what it is given. As the host's own, the calls that don't look for
-/// an id before they use it end the program where it isn't there.
+/// A parameter block in memory. As in the genuine host, functions that don't check an id end the
+/// program if the block hasn't got it.
 class MemoryParamBlock final : public IParamBlock2 {
 public:
     MemoryParamBlock& number(ParamID id, const std::wstring& name, float value);
@@ -16,7 +16,7 @@ public:
     MemoryParamBlock& color(ParamID id, const std::wstring& name, const Color& value);
     MemoryParamBlock& map(ParamID id, const std::wstring& name, Texmap* value);
     MemoryParamBlock& text(ParamID id, const std::wstring& name, const std::wstring& value);
-    /// Instead of the internal name, which a parameter otherwise shows to the user too.
+    /// Sets the name that the user sees. Without it that is the internal name.
     MemoryParamBlock& local_name(ParamID id, const std::wstring& name);
 
     int NumParams() override { return static_cast<int>(params_.size()); }

@@ -7,7 +7,7 @@
 
 namespace memhost {
 
-// The host makes every action, menu and item, so that each is of its own class.
+// The host makes all actions, menus and items, so they are always of the host's own classes.
 void MemoryMenuItem::SetActionItem(ActionItem* action) {
     action_ = static_cast<MemoryAction*>(action);
 }

@@ -46,29 +46,29 @@ private:
     std::vector<std::unique_ptr<MemoryMenuItem>> items_;
 };
 
-/// An entry that the user sees, under its texts from the main menu bar down: "Edit/Undo".
+/// An entry that the user sees. `path` joins the texts from the main menu bar down, as in
+/// "Edit/Undo".
 struct ShownMenuEntry {
     std::wstring path;
     const MemoryAction* action;  // null for a menu
 };
 
-/// The host's menus. What is built with them is seen, and can be pressed, once the main menu bar
-/// has been updated.
+/// The host's menus. The user sees changes, and can press new entries, only after `UpdateMenuBar`.
 class MemoryMenuManager final : public IMenuManager {
 public:
     explicit MemoryMenuManager(MemoryActionManager& actions);
 
-    /// Each menu before its items, in the order of the bar.
+    /// In the order of the bar, with each menu before its items.
     const std::vector<ShownMenuEntry>& shown() const { return shown_; }
 
-    /// What the user's click on an entry does. False if no action is shown there, or nobody has
-    /// carried it out.
+    /// Does what the user's click on an entry does. False if there is no action at `path`, or if no
+    /// callback has carried it out.
     bool press(const std::wstring& path);
 
-    // New ones belong to the host from the start, wherever they end up.
+    // The host owns new menus, and new items until they are added to a menu.
     MemoryMenu& make_menu();
     MemoryMenuItem& make_item();
-    /// The item for a menu to hold; null if another has it already.
+    /// Hands the item over to a menu. Null if a menu has it already.
     std::unique_ptr<MemoryMenuItem> take_item(const IMenuItem* item);
 
     IMenu* FindMenu(const MCHAR* title) override;

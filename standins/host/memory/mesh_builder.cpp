@@ -13,7 +13,7 @@ const T& repeated(const std::vector<T>& list, int i) {
     return list[static_cast<std::size_t>(i) % list.size()];
 }
 
-// A quadrangle as two faces, its corners counter-clockwise.
+// Adds a quadrangle as two faces. Its corners are counter-clockwise.
 void add_quadrangle(std::vector<Triangle>& faces, DWORD a, DWORD b, DWORD c, DWORD d) {
     faces.push_back({a, b, c});
     faces.push_back({a, c, d});
@@ -123,8 +123,8 @@ MeshBuilder grid_mesh(int columns, int rows, float size) {
 }
 
 MeshBuilder sphere_mesh(float radius, int segments, int rings) {
-    // The poles, then ring by ring from the south. The coordinates are a grid with a column more
-    // than there are segments, and in which the poles are whole rows.
+    // The positions are the poles, then the rings from the south. The coordinates are a grid with
+    // one column more than there are segments, and with a whole row for each pole.
     std::vector<Point3> positions = {{0, 0, -radius}, {0, 0, radius}};
     for (int ring = 1; ring < rings; ++ring) {
         const Point3 on_meridian = Point3(0, 0, -radius) * rotation_y(-180.0 * ring / rings);
@@ -153,7 +153,7 @@ MeshBuilder sphere_mesh(float radius, int segments, int rings) {
     std::vector<Triangle> map_faces;
     for (int ring = 0; ring < rings; ++ring) {
         for (int segment = 0; segment < segments; ++segment) {
-            // At a pole one of the two triangles has no area.
+            // At a pole one of the two triangles has no area and is left out.
             if (ring > 0) {
                 faces.push_back({position(ring, segment), position(ring, segment + 1),
                                  position(ring + 1, segment + 1)});

@@ -17,8 +17,8 @@ using Triangle = std::array<DWORD, 3>;
 ///     mesh.groups({1, 2}).material_ids({0, 4}).map_positions(1);
 ///     scene.node(L"Roof").mesh(mesh);
 ///
-/// Faces begin without smoothing groups and with material id 0. A list that is given per face is
-/// repeated when it comes to its end.
+/// Faces start without smoothing groups and with material id 0. A per-face list that is too short
+/// is repeated.
 class MeshBuilder {
 public:
     MeshBuilder(const std::vector<Point3>& positions, const std::vector<Triangle>& faces);
@@ -28,10 +28,10 @@ public:
 
     MeshBuilder& map(int channel, const std::vector<UVVert>& coordinates,
                      const std::vector<Triangle>& faces);
-    /// One coordinate for each vertex: its place in x and y.
+    /// The x and y of each vertex are its coordinates.
     MeshBuilder& map_positions(int channel);
 
-    /// A specified normal for one corner: its value counts only if it is explicit.
+    /// Specifies the normal of one corner. Its value counts only if it is explicit.
     MeshBuilder& normal(int face, int corner, const Point3& normal, bool is_explicit = true);
 
     const Mesh& mesh() const { return mesh_; }
@@ -41,16 +41,16 @@ private:
     Mesh mesh_;
 };
 
-/// Around the origin; each side has two faces, a smoothing group and a material id of its own, in
-/// the order bottom, top, front, right, back, left.
+/// A box centred on the origin. Each side has two faces, its own smoothing group and its own
+/// material id. The sides are in the order bottom, top, front, right, back, left.
 MeshBuilder box_mesh(float x_size, float y_size, float z_size);
 
-/// In the plane of x and y, from the origin on, all in smoothing group 1, with coordinates from 0
-/// to 1 in channel 1.
+/// A square in the xy plane with a corner at the origin. All faces are in smoothing group 1.
+/// Channel 1 has coordinates from 0 to 1.
 MeshBuilder grid_mesh(int columns, int rows, float size);
 
-/// Around the origin, all in smoothing group 1, with coordinates in channel 1 that go once around
-/// in u, so that there is a seam, and from pole to pole in v.
+/// A sphere centred on the origin. All faces are in smoothing group 1. The coordinates in channel 1
+/// go once around in u, with a seam, and from pole to pole in v.
 MeshBuilder sphere_mesh(float radius, int segments, int rings);
 
 }  // namespace memhost

@@ -22,7 +22,8 @@ TriObject* new_conversion(const Mesh& mesh) {
     return new Conversion(mesh);
 }
 
-// Of the points themselves, not of their box's corners, which a turned node would widen.
+// Transforms every point. Transforming only the corners of the object's own box would make the box
+// of a rotated node too large.
 Box3 world_box_of(const Mesh& mesh, INode& node, TimeValue t) {
     const Matrix3 world_from_object = node.GetObjTMAfterWSM(t);
     Box3 box;

@@ -6,14 +6,14 @@
 
 namespace memhost {
 
-/// The box in world space of what a node shows.
+/// The box of a node's mesh in world space.
 Box3 world_box_of(const Mesh& mesh, INode& node, TimeValue t);
 
-/// A triangle object with a copy of `mesh`, for a caller who frees it with `DeleteMe`.
-/// `ConvertibleObject` counts those that live.
+/// A new triangle object with a copy of `mesh`. The caller frees it with `DeleteMe`;
+/// `ConvertibleObject::live_conversions` counts it until then.
 TriObject* new_conversion(const Mesh& mesh);
 
-/// A node's mesh as it stands.
+/// A mesh that doesn't change over time.
 class MeshObject final : public TriObject {
 public:
     MeshObject() = default;
@@ -37,8 +37,8 @@ private:
     bool deformable_ = true;
 };
 
-/// Geometry of another class, such as a primitive or a bone, which gives its mesh as a new object
-/// whenever it is asked for one.
+/// Geometry of another class, such as a primitive or a bone. Each conversion makes a new object
+/// with the mesh.
 class ConvertibleObject final : public GeomObject {
 public:
     ConvertibleObject(const Mesh& mesh, Class_ID class_id) : mesh_(mesh), class_id_(class_id) {}
@@ -52,7 +52,7 @@ public:
         return *this;
     }
 
-    /// Of all the objects ever given out, those that weren't freed with `DeleteMe`.
+    /// The number of converted objects that haven't been freed with `DeleteMe` yet.
     static int live_conversions();
 
     Class_ID ClassID() override { return class_id_; }

@@ -6,7 +6,7 @@
 
 namespace memhost {
 
-/// A string resource of a loaded module, or nothing if it has none of that id.
+/// A string resource of a loaded module. Empty if the module has none with that id.
 std::wstring module_string(HINSTANCE module, UINT id);
 
 }  // namespace memhost

@@ -6,15 +6,15 @@
 
 namespace memhost {
 
-/// Who wants to be told of what the host does, and by which function.
+/// The registered callbacks for the host's notifications.
 class Notifications {
 public:
-    /// Tells of `code`, in the order of the registrations. Those that are taken back or added on
-    /// the way are not called.
+    /// Calls the callbacks for `code`, in order of registration. Callbacks that are added or
+    /// removed meanwhile aren't called.
     void broadcast(int code);
 
     void add(NOTIFYPROC proc, void* param, int code);
-    /// Of several equal ones the first goes. False if there is none.
+    /// Removes the first of several equal registrations. False if there is none.
     bool remove(NOTIFYPROC proc, void* param, int code);
 
 private:

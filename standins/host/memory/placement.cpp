@@ -10,9 +10,9 @@ struct SineCosine {
     float cosine;
 };
 
-// `first` minus the terms that follow it in the power series of the sine (from `angle`, powers 3,
-// 5, ...) or the cosine (from 1, powers 2, 4, ...). Angles are at most an eighth of a turn, where
-// twelve terms are more than a double can tell apart.
+// The power series of the sine (`first` is the angle, `power` is 3) or the cosine (`first` is 1,
+// `power` is 2). `power` is the exponent of the second term. For angles of up to an eighth of a
+// turn, twelve terms exceed the precision of a double.
 double power_series(double first, double angle, int power) {
     double sum = first;
     double term = first;
@@ -24,7 +24,7 @@ double power_series(double first, double angle, int power) {
 }
 
 SineCosine sine_cosine(double degrees) {
-    // Whole quarter turns are exact exchanges of the two, and what is left is small.
+    // Quarter turns only exchange sine and cosine, which is exact. The angle that is left is small.
     const double quarters = std::floor(degrees / 90.0 + 0.5);
     const double angle = (degrees - quarters * 90.0) * (3.14159265358979323846 / 180.0);
     const float sine = static_cast<float>(power_series(angle, angle, 3));

@@ -2,13 +2,13 @@
 
 #include "standins/host/sdk/max.h"
 
-/// Matrices to place nodes with. They are chained with `*`, the left one applied first:
+/// Matrices for placing nodes. They are multiplied with `*`; the left one is applied first:
 ///
 ///     scaling(2, 2, 2) * rotation_z(30) * translation(10, 0, 0)
 ///
-/// Angles are in degrees, counter-clockwise seen against the axis. They are worked out without the
-/// system's maths library, so that a scene has the same bits everywhere, and right angles are
-/// exact.
+/// Angles are in degrees, counter-clockwise when looking against the axis. The matrices are
+/// computed without the system's maths library, so that a scene has the same bits on every system.
+/// Right angles are exact.
 namespace memhost {
 
 Matrix3 translation(float x, float y, float z);

@@ -21,19 +21,19 @@
 
 namespace memhost {
 
-/// A node in the making: a reference that can be copied, good as long as its scene. Each
-/// operation gives the node back, so that they can be chained.
+/// Builds a node. A builder only refers to the node: it can be copied, and is valid as long as the
+/// scene. Functions return the builder, so that calls can be chained.
 ///
 /// Names and paths are wide text or UTF-8.
 class NodeBuilder {
 public:
     explicit NodeBuilder(MemoryNode& node) : node_(&node) {}
 
-    /// Adds a child and gives the child back.
+    /// Adds a child and returns the child's builder.
     NodeBuilder child(const std::wstring& name) const;
     NodeBuilder child(const std::string& name_utf8) const;
 
-    /// Where the node is in its parent's space; each of these replaces the one before.
+    /// The node's matrix in its parent's space. Each of these replaces the one before.
     NodeBuilder at(float x, float y, float z) const;
     NodeBuilder transform(const Matrix3& parent_from_node) const;
     NodeBuilder keys(std::vector<TransformKey> keys) const;
@@ -41,24 +41,24 @@ public:
 
     NodeBuilder offset(const Matrix3& node_from_object) const;
     NodeBuilder object(std::shared_ptr<Object> object) const;
-    /// Makes the node's object of `arguments` and gives the object back.
+    /// Makes the node's object from `arguments` and returns the object.
     template <typename T, typename... Arguments>
     T& make_object(Arguments&&... arguments) const {
         const auto made = std::make_shared<T>(std::forward<Arguments>(arguments)...);
         object(made);
         return *made;
     }
-    /// A `MeshObject` with a copy of `mesh`.
+    /// Gives the node a `MeshObject` with a copy of `mesh`.
     NodeBuilder mesh(const Mesh& mesh) const;
-    /// A `DeformingObject`.
+    /// Gives the node a `DeformingObject`.
     NodeBuilder deforming(DeformingMesh mesh) const;
-    /// Gives the node a new camera, and the camera back.
+    /// Gives the node a new camera and returns the camera.
     MemoryCamera& camera() const;
     NodeBuilder without_object() const;
-    /// Grows on the node's mesh.
+    /// The hair grows on the node's mesh.
     NodeBuilder hair(const HairModifier& hair) const;
     NodeBuilder hidden(bool hidden = true) const;
-    /// Puts the node behind the others of that layer, which is made if there is none.
+    /// Moves the node to the end of that layer. Adds the layer if there is none.
     NodeBuilder layer(const std::wstring& name) const;
     NodeBuilder layer(const std::string& name_utf8) const;
     /// Components from 0 to 255.
@@ -78,12 +78,12 @@ private:
 ///     box.child(L"Lid").transform(rotation_x(30)).hidden();
 ///     scene.unit(UNITS_MILES).animation_frames(0, 50);
 ///
-/// A node has a `HelperObject` until it is given another object or none.
+/// A node has a `HelperObject` until it gets another object or `without_object` is called.
 class SceneBuilder {
 public:
     MemoryHost& host() { return host_; }
 
-    /// Makes a map or a material, which nodes and materials refer to:
+    /// Makes a map or a material for nodes and materials to use:
     ///
     ///     auto& stone = scene.make<StandardMaterial>(L"Stone").map(
     ///         kDiffuseSlot, &scene.bitmap(L"stone.png").tiling(2, 2));
@@ -101,11 +101,12 @@ public:
     NodeBuilder node(const std::wstring& name);
     NodeBuilder node(const std::string& name_utf8);
 
-    /// A layer to hide, or to leave empty. Layers stand in the order in which they are first named.
+    /// Returns a layer, for a test to hide it or leave it empty. Layers are in the order in which
+    /// they are first named.
     MemoryLayer& layer(const std::wstring& name) { return host_.layers().layer(name); }
 
     SceneBuilder& time(TimeValue ticks);
-    /// Comes before `animation_frames`, which counts in frames of this length.
+    /// Call this before `animation_frames`, which counts in frames of this length.
     SceneBuilder& frames_per_second(int frames);
     /// The animation range, both frames included.
     SceneBuilder& animation_frames(int first, int last);

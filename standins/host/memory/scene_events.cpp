@@ -8,7 +8,7 @@
 namespace memhost {
 namespace {
 
-// Handles are never used again.
+// Handles are never reused.
 struct Handles {
     std::map<AnimHandle, Animatable*> by_handle;
     std::map<Animatable*, AnimHandle> by_animatable;

@@ -7,17 +7,18 @@
 
 namespace memhost {
 
-/// Which event, as the operation of the callback that it is told to.
+/// An event, identified by the function of the callback that receives it.
 using NodeEvent = void (INodeEventCallback::*)(INodeEventCallback::NodeKeyTab&);
 
-/// The host's scene events: edits are noted and told in batches, when the host is next idle.
+/// The host's scene events. Edits are recorded, and sent to listeners in batches when the host is
+/// next idle.
 class SceneEvents final : public ISceneEventManager {
 public:
-    /// Dropped as long as nobody listens.
+    /// Records an event. Events are dropped while there are no listeners.
     void note(NodeEvent event, INode& node);
 
-    /// Tells the listeners all that was noted, in order. What happens meanwhile waits for the next
-    /// time.
+    /// Sends all recorded events to the listeners, in order. Events that happen meanwhile wait for
+    /// the next call.
     void deliver();
 
     CallbackKey RegisterCallback(ISceneEventCallback* callback, BOOL polling,
@@ -35,7 +36,8 @@ private:
     CallbackKey last_key_ = 0;
 };
 
-/// Takes back the handle of something that is going; its key leads nowhere from now on.
+/// Invalidates the handle of an object that is being destroyed. The handle identifies nothing from
+/// now on.
 void forget_handle(Animatable* going);
 
 }  // namespace memhost

@@ -13,7 +13,7 @@ namespace {
 
 constexpr wchar_t kMark[] = L"velmora_delete";
 
-// A script may add and delete nodes while it goes through the scene.
+// Returns a copy, because a script may add and delete nodes as it goes through the scene.
 std::vector<MemoryNode*> nodes_of_kind(const MemoryHost& host, SClass_ID kind) {
     std::vector<MemoryNode*> nodes;
     for (const auto& node : host.nodes()) {
@@ -73,7 +73,7 @@ bool has_parameter(Object& object, const wchar_t* name) {
     return false;
 }
 
-// What the mark is set to plays no part, as in the script.
+// As in the script, the value of the mark doesn't matter.
 void delete_marked_shapes(MemoryHost& host) {
     for (MemoryNode* node : nodes_of_kind(host, SHAPE_CLASS_ID)) {
         if (has_parameter(*node->EvalWorldState(host.time()).obj, kMark)) {

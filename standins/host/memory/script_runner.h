@@ -10,10 +10,10 @@ namespace memhost {
 
 class MemoryHost;
 
-/// Runs MAXScript without an engine for it: it knows two scripts by what only they do, and carries
-/// out what they would. One turns the hair of every object into a spline object of the object's
-/// name, with the attribute block `velmora_hair_and_fur_data`; the other deletes every shape whose
-/// attributes have `velmora_delete`. Any other script fails.
+/// Runs MAXScript without an interpreter: it recognises two scripts by a phrase that only they
+/// contain, and does what they would do. One turns the hair of every object into a spline object of
+/// the same name, with the attribute block `velmora_hair_and_fur_data`. The other deletes every
+/// shape whose attributes include `velmora_delete`. Any other script fails.
 class ScriptRunner {
 public:
     struct Call {
@@ -23,10 +23,10 @@ public:
         bool log_quiet_errors;
     };
 
-    /// All scripts so far, those that failed among them.
+    /// All scripts so far, including those that failed.
     const std::vector<Call>& calls() const { return calls_; }
 
-    /// From now on every script fails, and does nothing.
+    /// From now on every script fails and does nothing.
     void set_failing(bool failing = true) { failing_ = failing; }
 
     /// False if the script fails.

@@ -18,7 +18,7 @@ public:
     ~Conversion() override { --live_conversion_count; }
 };
 
-// Of the control points of all segments, which the curves can't leave.
+// The box of the control points of all segments. The curves never leave it.
 Box3 box_of(BezierShape& shape, const Matrix3& to) {
     Box3 box;
     for (int i = 0; i < shape.SplineCount(); ++i) {

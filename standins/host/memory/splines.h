@@ -9,11 +9,11 @@
 
 namespace memhost {
 
-/// Straight from point to point.
+/// A spline that is straight from point to point.
 Spline3D polyline(const std::vector<Point3>& points, bool closed = false);
 
-/// A node's splines as they stand, with a thickness of 1 and not rendered until it is told so.
-/// Knots that no segment joins have no extent.
+/// An object that consists of splines. It has a thickness of 1 and isn't rendered until
+/// `renderable` is called. Its boxes ignore knots that no segment joins.
 class SplineObject : public SplineShape {
 public:
     explicit SplineObject(std::vector<Spline3D> splines) {
@@ -28,7 +28,7 @@ public:
         renderable_ = renderable;
         return *this;
     }
-    /// Adds an attribute and gives its block.
+    /// Adds an attribute and returns its block.
     MemoryParamBlock& attribute(const std::wstring& name) { return attributes_.add(name); }
 
     int IsRenderable() override { return renderable_; }
@@ -43,8 +43,8 @@ private:
     bool renderable_ = false;
 };
 
-/// A shape of another class, such as a circle, which gives its splines as a new object whenever it
-/// is asked for one. What it says of itself is what `splines` says.
+/// A shape of another class, such as a circle. Each conversion makes a new object with its splines.
+/// Everything else is as in `splines`.
 class ConvertibleShape : public ShapeObject {
 public:
     ConvertibleShape(std::vector<Spline3D> splines, Class_ID class_id)
@@ -52,7 +52,7 @@ public:
 
     SplineObject& splines() { return splines_; }
 
-    /// Of all the objects ever given out, those that weren't freed with `DeleteMe`.
+    /// The number of converted objects that haven't been freed with `DeleteMe` yet.
     static int live_conversions();
 
     Class_ID ClassID() override { return class_id_; }

@@ -4,7 +4,7 @@
 
 namespace memhost {
 
-/// An object that shows what it is at one time, and that a node brings there as it is evaluated.
+/// An object that holds its state at one time. Evaluating its node moves it to another time.
 class TimedObject {
 public:
     virtual void evaluate(TimeValue t) = 0;

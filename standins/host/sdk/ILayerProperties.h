@@ -11,14 +11,14 @@ class ILayerProperties : public FPInterface {
 public:
     /// Valid until the layer is renamed or deleted.
     virtual const MCHAR* getName() = 0;
-    /// Fills the table with the layer's nodes, in place of what it held.
+    /// Replaces the contents of the table with the layer's nodes.
     virtual BOOL Nodes(Tab<INode*>& nodes) = 0;
 };
 
-/// Got from the host as the interface `LAYERMANAGER_INTERFACE`.
+/// The host returns it as the interface `LAYERMANAGER_INTERFACE`.
 class IFPLayerManager : public FPInterface {
 public:
     virtual int getCount() = 0;
-    /// The default layer is the first. Null past the last.
+    /// The first layer is the default layer. Null past the last one.
     virtual ILayerProperties* getLayer(int i) = 0;
 };

@@ -10,26 +10,26 @@ namespace NodeEventNamespace {
 using NodeKey = AnimHandle;
 using NodeKeyTab = Tab<NodeKey>;
 
-/// The node of that key, or null if it is gone or is no node.
+/// The node with that key. Null if it is gone, or if the key isn't that of a node.
 INode* GetNodeByKey(NodeKey key);
 
 }  // namespace NodeEventNamespace
 
-/// Whoever wants to be told of what happens in the scene.
+/// The base class of scene event listeners.
 class ISceneEventCallback {
 public:
     virtual ~ISceneEventCallback() = default;
 };
 
-/// Events that nodes take part in. They come in batches, between two calls of their own, some time
-/// after what they tell of.
+/// Listens to events of nodes. Events arrive in batches, between `CallbackBegin` and `CallbackEnd`,
+/// some time after the changes themselves.
 class INodeEventCallback : public ISceneEventCallback {
 public:
     using NodeKeyTab = NodeEventNamespace::NodeKeyTab;
 
     virtual void CallbackBegin() {}
     virtual void CallbackEnd() {}
-    /// Whether the nodes below a deleted one are named as well.
+    /// Whether `Deleted` also gets the nodes below a deleted one.
     virtual BOOL VerboseDeleted() { return FALSE; }
 
     virtual void Added(NodeKeyTab&) {}
@@ -67,7 +67,7 @@ public:
 
     virtual ~ISceneEventManager() = default;
 
-    /// Without polling and delay the events come when the host is next idle.
+    /// Without polling and delay, the events arrive when the host is next idle.
     virtual CallbackKey RegisterCallback(ISceneEventCallback* callback, BOOL polling = FALSE,
                                          DWORD delay_milliseconds = 0, BOOL mouse_up = FALSE) = 0;
     virtual void UnRegisterCallback(CallbackKey key) = 0;

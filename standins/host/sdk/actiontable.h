@@ -9,7 +9,7 @@
 using ActionTableId = DWORD;
 using ActionContextId = DWORD;
 
-/// A command, with the ids of the string resources that describe it. A category of 0 is none.
+/// A command, with the ids of the string resources that describe it. Category 0 means none.
 struct ActionDescription {
     int mCmdID;
     int mDescriptionResourceID;
@@ -28,7 +28,7 @@ public:
     virtual BOOL ExecuteAction(int) { return FALSE; }
 };
 
-/// An action of a table, for menus and keys to refer to.
+/// An action of a table. Menus and keys refer to it.
 class ActionItem {
 public:
     ActionItem() = default;
@@ -40,7 +40,7 @@ public:
 /// The actions that a plug-in offers.
 class ActionTable {
 public:
-    /// The texts of the `count` descriptions are read at once from the module's string resources.
+    /// Reads the texts of the `count` descriptions from the module's string resources.
     ActionTable(ActionTableId id, ActionContextId context_id, MSTR& name, HACCEL default_keys,
                 int count, ActionDescription* descriptions, HINSTANCE module);
     ActionTable(const ActionTable&) = delete;
@@ -49,7 +49,7 @@ public:
 
     ActionTableId GetId() const { return id_; }
 
-    /// The table's own; null if it has no such command.
+    /// The table owns the action. Null if the table has no such command.
     ActionItem* GetAction(int command_id);
 
 private:
@@ -61,9 +61,9 @@ class IActionManager {
 public:
     virtual ~IActionManager() = default;
 
-    /// From now on `callback` carries out the table's actions. It is borrowed.
+    /// From now on `callback` carries out the table's actions. The caller keeps ownership of it.
     virtual int ActivateActionTable(ActionCallback* callback, ActionTableId id) = 0;
-    /// Null if no plug-in has brought such a table.
+    /// Null if no plug-in has such a table.
     virtual ActionTable* FindTable(ActionTableId id) = 0;
     virtual BOOL RegisterActionContext(ActionContextId id, const MCHAR* name) = 0;
 };

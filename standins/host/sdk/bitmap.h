@@ -8,13 +8,13 @@ constexpr BMMRES BMMRES_SUCCESS = 0;
 
 /// Four channels of eight bits each.
 constexpr int BMM_TRUE_32 = 6;
-/// The frame of an image that is no sequence.
+/// The frame of an image that isn't a sequence.
 constexpr int BMM_SINGLEFRAME = -2000000;
 constexpr int BMM_CLOSE_COMPLETE = 0;
 
 class BitmapManager;
 
-/// What an image is or is to be: its file, its size and the kind of its pixels.
+/// Describes an image that exists or is to be made: its file, its size and the type of its pixels.
 class BitmapInfo {
 public:
     BitmapInfo() = default;
@@ -56,8 +56,8 @@ private:
     int frame_ = BMM_SINGLEFRAME;
 };
 
-/// An image in memory. It goes into a file by `OpenOutput`, `Write` and `Close`, in this order; the
-/// ending of the file's name says in which format.
+/// An image in memory. To save it, call `OpenOutput`, `Write` and `Close` in this order. The
+/// extension of the file selects the format.
 class Bitmap {
 public:
     Bitmap() = default;
@@ -70,7 +70,7 @@ public:
     virtual BMMRES Write(BitmapInfo* info, int frame = BMM_SINGLEFRAME) = 0;
     virtual int Close(BitmapInfo* info, int flag = BMM_CLOSE_COMPLETE) = 0;
 
-    /// Frees a bitmap that `BitmapManager::Create` gave.
+    /// Frees a bitmap made by `BitmapManager::Create`.
     virtual void DeleteThis() = 0;
 };
 
@@ -78,19 +78,19 @@ class BitmapManager {
 public:
     virtual ~BitmapManager() = default;
 
-    /// A black image of the size and kind that `info` tells. Null if there is no memory for it.
+    /// Makes a black image of the size and type in `info`. Null if there is no memory for it.
     virtual Bitmap* Create(BitmapInfo* info) = 0;
 
     /// Fills `info` from the file that it names, or from `filename` if that isn't null.
     virtual BMMRES GetImageInfo(BitmapInfo* info, const MCHAR* filename = nullptr) = 0;
 };
 
-// A variable that another library holds has to be marked as such on Windows, unlike a function.
+// On Windows a variable from another library has to be declared as imported; a function needn't be.
 #if defined(_WIN32) && !defined(maxhost_EXPORTS)
 #define VSQ_HOST_VARIABLE __declspec(dllimport)
 #else
 #define VSQ_HOST_VARIABLE
 #endif
 
-/// The host's own.
+/// The host owns the manager.
 extern VSQ_HOST_VARIABLE BitmapManager* TheManager;

@@ -4,8 +4,8 @@
 
 #include "standins/host/sdk/point3.h"
 
-/// A box along the axes. An empty one has its corners the wrong way round, so that adding it to
-/// another changes nothing.
+/// An axis-aligned box. An empty box has `pmin` above `pmax`, so that the first point added sets
+/// both.
 class Box3 {
 public:
     Point3 pmin;

@@ -1,6 +1,7 @@
 #pragma once
 
-/// A colour; the components of a material's lie between 0 and 1 unless the user overdoes it.
+/// A colour. The components of a material's colour are from 0 to 1 unless the user sets higher
+/// values.
 class Color {
 public:
     float r = 0;

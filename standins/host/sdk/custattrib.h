@@ -2,7 +2,7 @@
 
 #include "standins/host/sdk/ref.h"
 
-/// A group of parameters that was added to an object from outside.
+/// A group of parameters that was added to an object and isn't part of its class.
 class CustAttrib : public ReferenceTarget {
 public:
     SClass_ID SuperClassID() override { return CUST_ATTRIB_CLASS_ID; }

@@ -1,9 +1,8 @@
 #pragma once
 
-// Names that the host's genuine headers put into the global namespace beside what a plug-in asks
-// them for. One build target compiles the product with them, so that a clash shows without the
-// genuine headers. The standard headers come first, since they can't be read once the macros are
-// there.
+// The host's genuine headers also put these names into the global namespace. One build target
+// compiles the product with them, so that a clash shows without the genuine headers. The standard
+// headers come first, because they don't compile once the macros are defined.
 
 #include <algorithm>
 #include <array>

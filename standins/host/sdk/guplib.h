@@ -2,10 +2,10 @@
 
 #include "standins/host/sdk/maxapi.h"
 
-/// What `GUP::Start` answers to stay loaded.
+/// `GUP::Start` returns this to stay loaded.
 constexpr DWORD GUPRESULT_KEEP = 0;
 
-/// A global utility: a plug-in that the host makes and starts when it starts itself.
+/// A global utility: a plug-in that the host creates and starts when the host itself starts.
 class GUP {
 public:
     GUP() = default;
@@ -15,7 +15,7 @@ public:
 
     virtual DWORD Start() = 0;
     virtual void Stop() = 0;
-    /// The host's last call.
+    /// The last call that the host makes.
     virtual void DeleteThis() {}
     virtual DWORD_PTR Control(DWORD) { return 0; }
 

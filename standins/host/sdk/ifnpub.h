@@ -1,6 +1,6 @@
 #pragma once
 
-/// The root of the interfaces that the host also publishes to its scripts.
+/// The base class of the interfaces that the host also makes available to scripts.
 class FPInterface {
 public:
     FPInterface() = default;

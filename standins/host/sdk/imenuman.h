@@ -14,10 +14,10 @@ public:
     virtual ~IMenuContext() = default;
 };
 
-/// A place for a menu bar: the context that `RegisterMenuBarContext` makes.
+/// A place for a menu bar. `RegisterMenuBarContext` makes this kind of context.
 class IMenuBarContext : public IMenuContext {
 public:
-    /// Null takes the menu away.
+    /// Null removes the menu.
     virtual void SetMenu(IMenu* menu) = 0;
     virtual IMenu* GetMenu() = 0;
 };
@@ -26,19 +26,18 @@ class IMenuManager {
 public:
     virtual ~IMenuManager() = default;
 
-    /// Among the registered menus; null if none has that title.
+    /// Searches the registered menus. Null if none has that title.
     virtual IMenu* FindMenu(const MCHAR* title) = 0;
-    /// A registered menu belongs to the host, and is gone once it is unregistered, with every item
-    /// that leads to it.
+    /// The host owns a registered menu. Unregistering deletes it, and every item that opens it.
     virtual bool RegisterMenu(IMenu* menu, DWORD flags = 0) = 0;
     virtual bool UnRegisterMenu(IMenu* menu) = 0;
 
-    /// True the first time that an id is seen.
+    /// True if the id is new.
     virtual bool RegisterMenuBarContext(MenuContextId id, const MCHAR* name) = 0;
-    /// Null for an id that nobody has registered.
+    /// Null for an id that isn't registered.
     virtual IMenuContext* GetContext(MenuContextId id) = 0;
 
     virtual IMenu* GetMainMenuBar() = 0;
-    /// Shows the main menu bar as it is by now.
+    /// Shows the current contents of the main menu bar.
     virtual void UpdateMenuBar() = 0;
 };

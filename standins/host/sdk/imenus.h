@@ -4,7 +4,7 @@
 
 class IMenu;
 
-/// An entry of a menu: an action, or a menu below.
+/// An entry of a menu: an action or a submenu.
 class IMenuItem {
 public:
     virtual ~IMenuItem() = default;
@@ -19,13 +19,13 @@ public:
 
     virtual void SetTitle(const MCHAR* title) = 0;
     virtual int NumItems() const = 0;
-    /// The item is the menu's from now on. Position -1 is the end.
+    /// The menu takes ownership of the item. Position -1 means the end.
     virtual void AddItem(IMenuItem* item, int position = -1) = 0;
-    /// The item is gone afterwards.
+    /// Deletes the item.
     virtual void RemoveItem(int position) = 0;
     virtual void RemoveItem(IMenuItem* item) = 0;
 };
 
-/// New ones, which nothing refers to yet.
+/// Each returns a new object, which nothing refers to yet.
 IMenu* GetIMenu();
 IMenuItem* GetIMenuItem();

@@ -8,7 +8,7 @@
 constexpr TimeValue TIME_NegInfinity = std::numeric_limits<TimeValue>::min();
 constexpr TimeValue TIME_PosInfinity = std::numeric_limits<TimeValue>::max();
 
-/// A span of time in which something holds; both ends belong to it.
+/// A span of time. Both ends are included.
 class Interval {
 public:
     /// The empty interval.
@@ -21,7 +21,7 @@ public:
     constexpr int InInterval(TimeValue t) const { return start_ <= t && t <= end_; }
     constexpr int Empty() const { return start_ > end_; }
 
-    /// Narrows to what both have in common.
+    /// Narrows the interval to what both have in common.
     Interval& operator&=(const Interval& other) {
         *this = Interval(std::max(start_, other.start_), std::min(end_, other.end_));
         return *this;

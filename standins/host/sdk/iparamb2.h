@@ -7,7 +7,7 @@
 
 class Texmap;
 
-/// What a parameter holds.
+/// The type of a parameter's value.
 enum ParamType2 {
     TYPE_FLOAT = 0,
     TYPE_INT = 1,
@@ -19,19 +19,19 @@ enum ParamType2 {
 class ParamDef {
 public:
     ParamID ID = 0;
-    MCHAR* int_name = nullptr;  ///< the same in every language
+    MCHAR* int_name = nullptr;  ///< not localised
     ParamType2 type = TYPE_FLOAT;
 };
 
-/// Named values of a material or of another part of the scene. Only ids that `IndextoID` gives may
-/// be asked for; a parameter of another type reads as 0, black or null.
+/// Named values of a material or of another part of the scene. Use only ids that `IndextoID`
+/// returns. Reading a parameter as another type gives 0, black or null.
 class IParamBlock2 : public ReferenceTarget {
 public:
     SClass_ID SuperClassID() override { return PARAMETER_BLOCK2_CLASS_ID; }
 
     virtual int NumParams() = 0;
     virtual ParamID IndextoID(int i) = 0;
-    /// Below 0 for an id that the block hasn't got. None of the calls below looks for itself.
+    /// Negative for an id that isn't in the block. None of the functions below checks its id.
     virtual int IDtoIndex(ParamID id) = 0;
     virtual ParamDef& GetParamDef(ParamID id) = 0;
     virtual ParamType2 GetParameterType(ParamID id) = 0;
@@ -43,7 +43,7 @@ public:
     virtual Texmap* GetTexmap(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
     virtual const MCHAR* GetStr(ParamID id, TimeValue t = 0, int tab_index = 0) = 0;
 
-    /// False, and 0 or null in `value`, for a parameter of another type. `valid` is narrowed to the
+    /// False, with 0 or null in `value`, for a parameter of another type. Narrows `valid` to the
     /// time around `t` in which the value holds.
     virtual BOOL GetValue(ParamID id, TimeValue t, float& value, Interval& valid,
                           int tab_index = 0) = 0;

@@ -7,7 +7,7 @@ constexpr Class_ID LIGHTSCAPE_LIGHT_CLASS(0x30331006, 0x2454bd3);
 /// A photometric light: it has a shape, an output in lumens and a colour temperature.
 class LightscapeLight : public GenLight {
 public:
-    /// Values of `Type`. Those with a target are separate kinds.
+    /// Values of `Type`. Lights with and without a target have different types.
     enum LightTypes {
         TARGET_POINT_TYPE = 0x214,
         POINT_TYPE,
@@ -34,8 +34,8 @@ public:
 
     virtual DistTypes GetDistribution() const = 0;
 
-    /// The number of points of the shape, whatever `size` is. Up to `size` of them, in the light's
-    /// own space, are put at `points`; the others stay as they were.
+    /// Copies up to `size` points of the shape, in the light's own space, to `points`. Returns the
+    /// number of points in the shape, whatever `size` is.
     virtual int GetShape(Point3* points, int size) const = 0;
 
     virtual float GetRadius(TimeValue t, Interval& valid) const = 0;

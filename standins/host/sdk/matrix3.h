@@ -6,8 +6,8 @@
 
 #include "standins/host/sdk/point3.h"
 
-/// An affine transform of row vectors: four rows of three, the last one the translation. Beside
-/// the rows stands an implicit column 0, 0, 0, 1. In `a * b` the left one is applied first.
+/// An affine transform of row vectors: four rows of three numbers, the last one the translation.
+/// The fourth column is always 0, 0, 0, 1 and isn't stored. `a * b` applies `a` first.
 class Matrix3 {
 public:
     /// The identity.
@@ -22,9 +22,9 @@ public:
     void SetRow(int i, Point3 row) { rows_[i] = row; }
     Point3 GetTrans() const { return rows_[3]; }
 
-    /// Without the translation.
+    /// Ignores the translation.
     Point3 VectorTransform(const Point3& v) const {
-        // Column by column, each sum from left to right, so that every system rounds alike.
+        // Each sum runs from left to right, so that every system rounds it in the same way.
         return {v.x * rows_[0].x + v.y * rows_[1].x + v.z * rows_[2].x,
                 v.x * rows_[0].y + v.y * rows_[1].y + v.z * rows_[2].y,
                 v.x * rows_[0].z + v.y * rows_[1].z + v.z * rows_[2].z};
@@ -36,27 +36,27 @@ public:
     }
     Matrix3& operator*=(const Matrix3& b) { return *this = *this * b; }
 
-    /// Removes shear: turns the second row square to the first and the third to both, each with the
-    /// length it had. A row that lies in the others takes any direction that is left. Without a
-    /// finite length of every row nothing is done.
+    /// Removes shear: turns the second row perpendicular to the first and the third to both, and
+    /// keeps the length of each. A row that depends linearly on those before it gets any direction
+    /// that is left. Does nothing unless every row has a finite length.
     inline void Orthogonalize();
 
 private:
     Point3 rows_[4];
 };
 
-/// The full transform of a point, translation included.
+/// Transforms a point, including the translation.
 inline Point3 operator*(const Point3& p, const Matrix3& m) {
     return m.VectorTransform(p) + m.GetTrans();
 }
 
-/// The identity if `m` has no inverse: if it is singular, if one of its numbers isn't finite, or
-/// if one of the inverse's numbers doesn't fit a float.
+/// The identity if `m` has no inverse: if it is singular or has a number that isn't finite, or if a
+/// number of the inverse doesn't fit in a float.
 inline Matrix3 Inverse(const Matrix3& m) {
     const Point3 rows[3] = {m.GetRow(0), m.GetRow(1), m.GetRow(2)};
 
-    // The cofactor of row i, column j takes the two rows and columns that follow in a cycle, which
-    // brings its sign along.
+    // The cofactor of row i and column j uses the next two rows and the next two columns, in cyclic
+    // order. That order already gives it the right sign.
     double cofactor[3][3];
     for (int i = 0; i < 3; ++i) {
         const Point3& below = rows[(i + 1) % 3];
@@ -74,7 +74,7 @@ inline Matrix3 Inverse(const Matrix3& m) {
         return Matrix3();
     }
 
-    // Everything stays in double up to here, and each number is narrowed once.
+    // Everything is in double up to here, so that each number is rounded to float only once.
     const Point3 translation = m.GetTrans();
     bool finite = true;
     Point3 inverse_rows[4];
@@ -98,7 +98,7 @@ inline Matrix3 Inverse(const Matrix3& m) {
 }
 
 inline void Matrix3::Orthogonalize() {
-    // What is left of a unit vector below this is rounding.
+    // If less than this is left of a unit vector, it is only rounding error.
     constexpr double kLeastRest = 1e-6;
     using Vector = std::array<double, 3>;
 
@@ -119,7 +119,7 @@ inline void Matrix3::Orthogonalize() {
     }
 
     for (int i = 0; i < 3; ++i) {
-        // Of two directions or less, one axis at least is far from them.
+        // The earlier rows span at most a plane, so at least one axis is far outside it.
         const Vector candidates[4] = {directions[i], {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
         for (const Vector& candidate : candidates) {
             Vector rest = candidate;

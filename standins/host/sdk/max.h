@@ -1,7 +1,7 @@
 #pragma once
 
-/// The host view: what a plug-in calls of 3ds Max 2023, under the names and in the headers of the
-/// host's SDK. Include this header and no other of the folder.
+/// The host view: the parts of the 3ds Max 2023 SDK that a plug-in uses, with the same names and in
+/// headers with the same names. Include only this header from the folder.
 
 #include "standins/host/sdk/AssetManagement/AssetType.h"
 #include "standins/host/sdk/ILayerProperties.h"

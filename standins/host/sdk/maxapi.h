@@ -8,7 +8,7 @@
 #include "standins/host/sdk/plugapi.h"
 #include "standins/host/sdk/strclass.h"
 
-/// `which` of `Interface::GetDir` for the folder of the plug-ins' settings files.
+/// Selects the folder of the plug-ins' settings files in `Interface::GetDir`.
 constexpr int APP_PLUGCFG_DIR = 9;
 
 /// A view of the scene.
@@ -19,7 +19,7 @@ public:
     ViewExp& operator=(const ViewExp&) = delete;
     virtual ~ViewExp() = default;
 
-    /// Null for a view that is gone.
+    /// Null if the view is gone.
     virtual ViewExp* ToPointer() { return this; }
     virtual bool IsAlive() { return true; }
 };
@@ -27,7 +27,7 @@ public:
 class IActionManager;
 class IMenuManager;
 
-/// The host itself. All calls are made on its main thread.
+/// The host itself. Call it only on its main thread.
 class Interface {
 public:
     Interface() = default;
@@ -43,23 +43,23 @@ public:
     virtual HWND GetMAXHWnd() const = 0;
     virtual ViewExp& GetActiveViewExp() = 0;
 
-    /// Folder names come without a separator at the end or with one, and stay valid as long as the
-    /// host's settings stay the same.
+    /// Folder names may or may not end with a separator. They stay valid until the host's settings
+    /// change.
     virtual const MCHAR* GetDir(int which) = 0;
     virtual int GetAssetDirCount(MaxSDK::AssetManagement::AssetType type) = 0;
     virtual const MCHAR* GetAssetDir(int i, MaxSDK::AssetManagement::AssetType type) = 0;
 
-    /// False if another progress is under way: then there is no `ProgressEnd` to call. Without
-    /// `allow_cancel` the user can't cancel. The second form ignores all but the title.
+    /// False if another progress bar is active; don't call `ProgressEnd` then. The user can cancel
+    /// only with `allow_cancel`. The second overload ignores everything but the title.
     virtual bool ProgressStart(const MCHAR* title, bool allow_cancel = true) = 0;
     virtual bool ProgressStart(const MCHAR* title, bool disp_bar, LPTHREAD_START_ROUTINE fn,
                                LPVOID arg) = 0;
-    /// Without a title the last one stays.
+    /// A null title keeps the last one.
     virtual void ProgressUpdate(int percent, bool show_percent = true,
                                 const MCHAR* title = nullptr) = 0;
     virtual void ProgressEnd() = 0;
 
-    /// True once the user asked to stop, until `SetCancel(FALSE)` or the next `ProgressStart`.
+    /// True once the user has cancelled, until `SetCancel(FALSE)` or the next `ProgressStart`.
     virtual BOOL GetCancel() = 0;
     virtual void SetCancel(BOOL cancel) = 0;
 
@@ -67,26 +67,26 @@ public:
     virtual IMenuManager* GetMenuManager() = 0;
 };
 
-/// What a file dialog offers: descriptions and patterns by turns.
+/// The file types that a file dialog offers. Descriptions and patterns alternate.
 class FilterList {
 public:
     void Append(const MCHAR*) {}
 };
 
-/// The same host; the number tells which release brought the operations.
+/// The same host, with functions that release 8 added.
 class Interface8 : public Interface {
 public:
-    /// Asks the user for a file to write. False if there is to be none. `filename` and
-    /// `initial_dir` say what the dialog starts with, and then what was chosen.
+    /// Asks the user for a file to write. False if the user cancels. `filename` and `initial_dir`
+    /// hold what the dialog shows first and receive what the user has chosen.
     virtual bool DoMaxSaveAsDialog(HWND parent, const MSTR& title, MSTR& filename,
                                    MSTR& initial_dir, FilterList& filters) = 0;
 };
 
-/// Null as long as there is no host.
+/// Null while there is no host.
 Interface* GetCOREInterface();
 Interface8* GetCOREInterface8();
-/// To be cast to the class of the interface. Null if the host has none of that id.
+/// Cast the result to the class of the interface. Null if the host has no interface with that id.
 FPInterface* GetCOREInterface(Interface_ID id);
 
-/// 4800 by the frames in a second.
+/// 4800 divided by the frames per second.
 int GetTicksPerFrame();

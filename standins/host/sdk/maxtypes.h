@@ -1,7 +1,7 @@
 #pragma once
 
-/// The basic types of the host's signatures. Off Windows they keep the widths that they have
-/// there, except for `wchar_t`, which is wider and still holds one 16-bit unit.
+/// The basic types in the host's signatures. On other systems they are as wide as on Windows,
+/// except for `wchar_t`, which is wider but still holds one 16-bit unit.
 
 #ifdef _WIN32
 
@@ -30,9 +30,9 @@ using HWND = struct HWND__*;
 using HACCEL = struct HACCEL__*;
 using LPTHREAD_START_ROUTINE = DWORD (*)(LPVOID);
 
-/// A loaded module, which can be asked for the texts of its string resources.
+/// A loaded module, with access to its string resources.
 struct HINSTANCE__ {
-    /// Null if there is no text of that id.
+    /// Null if there is no text with that id.
     const wchar_t* (*find_string)(UINT id);
 };
 using HINSTANCE = HINSTANCE__*;
@@ -44,6 +44,6 @@ using HINSTANCE = HINSTANCE__*;
 
 using MCHAR = wchar_t;
 
-/// A time in ticks, 4800 a second.
+/// A time in ticks, 4800 per second.
 using TimeValue = int;
 constexpr int TIME_TICKSPERSEC = 4800;

@@ -25,14 +25,14 @@ public:
 
 using UVVert = Point3;
 
-/// The face of a mapping channel: three places in the channel's vertices.
+/// A face of a mapping channel: three indices into the channel's vertices.
 class TVFace {
 public:
     DWORD t[3];
 };
 
-/// A triangle mesh. Positions are shared between faces; texture coordinates have vertices of their
-/// own in each mapping channel, and a channel's face `f` belongs to face `f` of the mesh.
+/// A triangle mesh. Faces share positions. Each mapping channel has its own vertices for texture
+/// coordinates, and face `f` of a channel belongs to face `f` of the mesh.
 class Mesh {
 public:
     int numVerts = 0;
@@ -56,7 +56,8 @@ public:
     int getNumVerts() const { return numVerts; }
     int getNumFaces() const { return numFaces; }
 
-    /// Whether a channel has data: 0 holds vertex colours, 1 to 99 texture coordinates.
+    /// Whether a channel has data. Channel 0 holds vertex colours, 1 to 99 hold texture
+    /// coordinates.
     BOOL mapSupport(int channel) const { return find_map(channel) != nullptr; }
     /// Null for a channel without data.
     UVVert* mapVerts(int channel) const {
@@ -76,7 +77,7 @@ public:
     /// Null if the mesh has none.
     MeshNormalSpec* GetSpecifiedNormals() { return normals_.get(); }
 
-    /// Takes everything away and makes room for so many vertices and faces.
+    /// Clears the mesh and gives it this number of vertices and faces.
     void reset(int vertices, int triangles) {
         vert_array_.assign(static_cast<std::size_t>(vertices), Point3());
         face_array_.assign(static_cast<std::size_t>(triangles), Face());
@@ -85,7 +86,7 @@ public:
         show_arrays();
     }
 
-    /// Gives a channel so many vertices and a face for each of the mesh.
+    /// Gives a channel this number of vertices, and a face for each face of the mesh.
     void reset_map(int channel, int vertices) {
         MapChannel* map = find_map(channel);
         if (!map) {
@@ -96,7 +97,7 @@ public:
         map->faces.assign(face_array_.size(), TVFace());
     }
 
-    /// Makes room for specified normals, with a place for each face of the mesh.
+    /// Replaces the specified normals with new ones, which no corner refers to yet.
     MeshNormalSpec& reset_normals(int normals) {
         normals_ = std::make_unique<MeshNormalSpec>();
         normals_->reset(numFaces, normals);
@@ -128,6 +129,6 @@ private:
 
     std::vector<Point3> vert_array_;
     std::vector<Face> face_array_;
-    mutable std::vector<MapChannel> maps_;  // those with data
+    mutable std::vector<MapChannel> maps_;  // only channels with data
     std::unique_ptr<MeshNormalSpec> normals_;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What can be told: the menus' file is about to be written, was written, was read.
+/// Notifications: the menu file is about to be written, has been written, has been read.
 constexpr int NOTIFY_CUI_MENUS_PRE_SAVE = 240;
 constexpr int NOTIFY_CUI_MENUS_POST_SAVE = 241;
 constexpr int NOTIFY_CUI_MENUS_POST_LOAD = 245;
@@ -12,7 +12,7 @@ struct NotifyInfo {
 
 using NOTIFYPROC = void (*)(void* param, NotifyInfo* info);
 
-/// `proc` is called with `param` whenever the host tells of `code`.
+/// The host calls `proc` with `param` whenever it sends the notification `code`.
 int RegisterNotification(NOTIFYPROC proc, void* param, int code);
-/// Takes back the registration of just these three; 0 if there is none.
+/// Removes the registration with exactly these three values. 0 if there is none.
 int UnRegisterNotification(NOTIFYPROC proc, void* param, int code);

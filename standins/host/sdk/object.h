@@ -9,9 +9,9 @@ class ViewExp;
 
 class BaseObject : public ReferenceTarget {
 public:
-    /// The box in world space of the object as `node` places it; empty if it has no extent.
+    /// The box in world space of the object as `node` places it. Empty if the object has no extent.
     virtual void GetWorldBoundBox(TimeValue, INode*, ViewExp*, Box3& box) { box.Init(); }
-    /// The same in the object's own space.
+    /// The box in the object's own space. Empty if the object has no extent.
     virtual void GetLocalBoundBox(TimeValue, INode*, ViewExp*, Box3& box) { box.Init(); }
 
 protected:
@@ -31,7 +31,7 @@ public:
 
     virtual int CanConvertToType(Class_ID) { return FALSE; }
 
-    /// The object itself, or a new one that the caller frees with `DeleteMe`, or null.
+    /// Returns the object itself, or a new one that the caller frees with `DeleteMe`, or null.
     virtual Object* ConvertToType(TimeValue, Class_ID) { return nullptr; }
 
 protected:
@@ -44,7 +44,8 @@ public:
     ObjectState() = default;
     explicit ObjectState(Object* object) : obj(object) {}
 
-    /// Owned by the host and valid until the node is evaluated again. Null if the node has none.
+    /// Owned by the host and valid until the node is evaluated again. Null if the node has no
+    /// object.
     Object* obj = nullptr;
 };
 
@@ -54,16 +55,16 @@ public:
     int IsRenderable() override { return TRUE; }
 };
 
-/// What a camera is set to at a time.
+/// The settings of a camera at one time.
 struct CameraState {
     DWORD cbStruct = sizeof(CameraState);
     BOOL isOrtho = FALSE;
-    float fov = 0;    ///< from side to side, in radians
-    float tdist = 0;  ///< to the target
+    float fov = 0;    ///< horizontal, in radians
+    float tdist = 0;  ///< the distance to the target
     BOOL horzLine = FALSE;
     int manualClip = FALSE;
     float hither = 0;  ///< the near clipping plane
-    float yon = 0;     ///< the far one
+    float yon = 0;     ///< the far clipping plane
     float nearRange = 0;
     float farRange = 0;
 };
@@ -74,7 +75,7 @@ public:
     SClass_ID SuperClassID() override { return CAMERA_CLASS_ID; }
     int IsRenderable() override { return FALSE; }
 
-    /// Fills `state`; `valid` is narrowed to the time around `t` in which it holds.
+    /// Fills `state` and narrows `valid` to the time around `t` in which it holds.
     virtual RefResult EvalCameraState(TimeValue t, Interval& valid, CameraState* state) = 0;
 };
 

@@ -12,10 +12,10 @@ public:
     Path() = default;
     Path(const MCHAR* path) : path_(path) {}
 
-    /// A relative path is taken to start at the current folder.
+    /// Resolves a relative path against the current folder.
     const Path& GetResolvedAbsolutePath() const;
 
-    /// Valid as long as the object.
+    /// Valid as long as the object exists.
     const MCHAR* GetCStr() const { return path_.data(); }
     MSTR GetString() const { return path_; }
 

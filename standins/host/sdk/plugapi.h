@@ -4,7 +4,7 @@
 
 class ActionTable;
 
-/// Which release of the host, of its interface and of its SDK a plug-in was built for.
+/// The release of the host, of its interface and of its SDK that a plug-in was built for.
 constexpr ULONG MAX_RELEASE = 25000;
 constexpr ULONG MAX_API_NUM = 62;
 constexpr ULONG MAX_SDK_REV = 0;
@@ -25,11 +25,11 @@ constexpr SClass_ID TEXMAP_CLASS_ID = 0xc10;
 constexpr SClass_ID GUP_CLASS_ID = 0x10e0;
 constexpr SClass_ID CUST_ATTRIB_CLASS_ID = 0x1160;
 
-/// Which parameter of a block, and which block of its owner: not the place in a list.
+/// Ids of a parameter in its block and of a block in its owner. They aren't indices.
 using ParamID = short;
 using BlockID = short;
 
-/// Which class, among those of one superclass.
+/// Identifies a class among those of one superclass.
 class Class_ID {
 public:
     constexpr Class_ID() = default;
@@ -47,7 +47,7 @@ private:
     ULONG b_ = 0;
 };
 
-/// Which of the host's interfaces.
+/// Identifies an interface of the host.
 class Interface_ID {
 public:
     constexpr Interface_ID() = default;
@@ -65,7 +65,7 @@ private:
     ULONG b_ = 0;
 };
 
-/// Part A of the class ids of the host's own classes; part B is 0.
+/// Part A of the ids of the host's own classes. Part B is 0.
 constexpr ULONG TRIOBJ_CLASS_ID = 0x9;
 constexpr ULONG SPLINESHAPE_CLASS_ID = 0xa;
 constexpr ULONG DMTL_CLASS_ID = 0x2;
@@ -75,7 +75,7 @@ constexpr ULONG OMNI_LIGHT_CLASS_ID = 0x1011;
 
 constexpr Class_ID BONE_OBJ_CLASSID(0x28bf6e8d, 0x2ecca840);
 
-/// Tells the host of a class that a plug-in brings, and makes its objects.
+/// Describes a class of a plug-in to the host, and makes its objects.
 class ClassDesc {
 public:
     ClassDesc() = default;

@@ -23,7 +23,8 @@ public:
     Point3 operator/(float divisor) const { return {x / divisor, y / divisor, z / divisor}; }
     Point3& operator+=(const Point3& b) { return *this = *this + b; }
 
-    /// The dot product. Binds more loosely than a reader expects of it, as does `^`: bracket both.
+    /// The dot product. Put `%` and `^` in brackets: they have the precedence of the built-in
+    /// operators.
     float operator%(const Point3& b) const { return x * b.x + y * b.y + z * b.z; }
     /// The cross product.
     Point3 operator^(const Point3& b) const {
@@ -33,7 +34,7 @@ public:
     float LengthSquared() const { return *this % *this; }
     float Length() const { return std::sqrt(LengthSquared()); }
 
-    /// A vector without length stays as it is.
+    /// A zero vector stays as it is.
     Point3 Normalize() const {
         const float length = Length();
         return length == 0 ? *this : *this / length;

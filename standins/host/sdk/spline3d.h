@@ -10,7 +10,7 @@ constexpr int SPLINE_INTERP_SIMPLE = 0;
 /// A chain of cubic Bezier segments.
 class Spline3D {
 public:
-    /// A point of the curve and where the curve heads on either side of it, as places of their own.
+    /// A point of the curve and its two Bezier handles. The handles are positions, not offsets.
     struct Knot {
         Point3 in;
         Point3 point;
@@ -21,13 +21,13 @@ public:
 
     int KnotCount() const { return static_cast<int>(knots_.size()); }
     int Closed() const { return closed_; }
-    /// A closed spline goes on from its last knot to the first.
+    /// A closed spline has a segment from its last knot to the first.
     int Segments() const { return closed_ || knots_.empty() ? KnotCount() : KnotCount() - 1; }
 
     Point3 GetInVec(int i) const { return knot(i).in; }
     Point3 GetOutVec(int i) const { return knot(i).out; }
 
-    /// A point of a segment, for `t` from 0 at its start to 1 at its end.
+    /// The point of a segment at `t`, from 0 at its start to 1 at its end.
     Point3 InterpBezier3D(int segment, float t, int = SPLINE_INTERP_SIMPLE) const {
         const Knot& start = knot(segment);
         const Knot& end = knot(segment + 1 < KnotCount() ? segment + 1 : 0);

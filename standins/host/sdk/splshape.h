@@ -6,7 +6,7 @@
 #include "standins/host/sdk/shape.h"
 #include "standins/host/sdk/spline3d.h"
 
-/// Splines in order.
+/// A list of splines.
 class BezierShape {
 public:
     BezierShape() = default;
@@ -15,14 +15,14 @@ public:
     BezierShape& operator=(const BezierShape&) = default;
 
     int SplineCount() const { return static_cast<int>(splines_.size()); }
-    /// The shape's own.
+    /// The shape owns the spline.
     Spline3D* GetSpline(int i) { return &splines_[static_cast<std::size_t>(i)]; }
 
 private:
     std::vector<Spline3D> splines_;
 };
 
-/// The shape whose curves are Bezier splines as they stand.
+/// A shape that is stored as Bezier splines.
 class SplineShape : public ShapeObject {
 public:
     BezierShape shape;

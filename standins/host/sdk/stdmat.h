@@ -4,7 +4,7 @@
 #include "standins/host/sdk/Materials/Texmap.h"
 #include "standins/host/sdk/interval.h"
 
-/// The host's Standard material. Here one number is a time, unlike in `Mtl`.
+/// The host's Standard material. Here a single number is a time; in `Mtl` it selects a material.
 class StdMat : public Mtl {
 public:
     Class_ID ClassID() override { return Class_ID(DMTL_CLASS_ID, 0); }
@@ -16,7 +16,7 @@ public:
     virtual Color GetSpecular(TimeValue t) = 0;
     virtual float GetShininess(TimeValue t) = 0;
 
-    /// Takes the numbers of `GetSubTexmap`.
+    /// Slots are numbered as in `GetSubTexmap`.
     virtual BOOL MapEnabled(int slot) = 0;
 };
 
@@ -25,9 +25,9 @@ class BitmapTex : public Texmap {
 public:
     Class_ID ClassID() override { return Class_ID(BMTEX_CLASS_ID, 0); }
 
-    /// Belongs to the map. Null if the file can't be loaded.
+    /// The map owns the bitmap. Null if the file can't be loaded.
     virtual Bitmap* GetBitmap(TimeValue t) = 0;
 
-    /// The path as the user gave it.
+    /// The path as the user entered it.
     virtual const MCHAR* GetMapName() = 0;
 };

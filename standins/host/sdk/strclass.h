@@ -5,29 +5,29 @@
 
 #include "standins/host/sdk/maxtypes.h"
 
-/// Text as bytes of UTF-8.
+/// Text in UTF-8.
 class UTF8Str {
 public:
     explicit UTF8Str(std::string bytes) : bytes_(std::move(bytes)) {}
 
-    /// Zero-terminated; valid as long as the object.
+    /// Null-terminated; valid as long as the object exists.
     const char* data() const { return bytes_.c_str(); }
 
 private:
     std::string bytes_;
 };
 
-/// Text in the host's code page, which is that of UTF-8.
+/// Text in the host's code page, which is UTF-8.
 using CStr = UTF8Str;
 
-/// The host's text: 16-bit units, a surrogate pair for each character past 0xFFFF.
+/// The host's text: 16-bit units, with a surrogate pair for each character above 0xFFFF.
 class WStr {
 public:
     WStr() = default;
-    /// Null gives the empty text.
+    /// Null makes an empty text.
     WStr(const wchar_t* text) : text_(text ? text : L"") {}
 
-    /// Zero-terminated; valid until the object changes.
+    /// Null-terminated; valid until the object changes.
     const wchar_t* data() const { return text_.c_str(); }
     operator const wchar_t*() const { return data(); }
 
@@ -42,7 +42,7 @@ public:
     WStr operator+(const WStr& other) const { return WStr(*this).Append(other); }
     bool operator==(const WStr& other) const { return text_ == other.text_; }
 
-    /// A surrogate without its partner becomes the replacement character U+FFFD.
+    /// An unpaired surrogate becomes the replacement character U+FFFD.
     UTF8Str ToUTF8() const;
     CStr ToCStr() const { return ToUTF8(); }
 

@@ -11,10 +11,11 @@ class Tab {
 public:
     int Count() const { return static_cast<int>(items_.size()); }
 
-    /// Like the host's, a constant table still hands out its elements for writing.
+    /// As in the genuine host, the elements of a const table are writable.
     T& operator[](int i) const { return items_[static_cast<std::size_t>(i)]; }
 
-    /// Appends copies of `n` items. Gives the place of the first. `extra` is room to reserve.
+    /// Appends copies of `n` items and reserves room for `extra` more. Returns the index of the
+    /// first.
     int Append(int n, T* items, int extra = 0) {
         const int first = Count();
         if (extra > 0) {

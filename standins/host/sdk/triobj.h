@@ -3,7 +3,7 @@
 #include "standins/host/sdk/mesh.h"
 #include "standins/host/sdk/object.h"
 
-/// The object whose points are a mesh as they stand.
+/// An object that is stored as a triangle mesh.
 class TriObject : public GeomObject {
 public:
     Class_ID ClassID() override { return Class_ID(TRIOBJ_CLASS_ID, 0); }

@@ -2,7 +2,7 @@
 
 #include "standins/host/sdk/maxtypes.h"
 
-/// What a unit of length of the scene stands for.
+/// Units of length.
 enum : int {
     UNITS_INCHES = 0,
     UNITS_FEET = 1,
@@ -13,5 +13,5 @@ enum : int {
     UNITS_KILOMETERS = 6,
 };
 
-/// A unit of the scene is `*scale` times the unit `*type`. Neither pointer may be null.
+/// One unit of the scene is `*scale` times the unit `*type`. Neither pointer may be null.
 BOOL GetSystemUnitInfo(int* type, float* scale);

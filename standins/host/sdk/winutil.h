@@ -3,6 +3,6 @@
 #include "standins/host/sdk/maxtypes.h"
 
 #ifdef _WIN32
-/// Moves `child` over the middle of `parent`, or of the screen if that is null.
+/// Centres `child` over `parent`, or on the screen if `parent` is null.
 void CenterWindow(HWND child, HWND parent);
 #endif

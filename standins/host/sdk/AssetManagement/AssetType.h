@@ -3,7 +3,7 @@
 namespace MaxSDK {
 namespace AssetManagement {
 
-/// For which kind of file a folder is searched.
+/// The kind of file that a folder is searched for.
 enum AssetType : int { kPhotometricAsset = 3 };
 
 }  // namespace AssetManagement

@@ -5,15 +5,15 @@
 
 class Texmap;
 
-/// Whatever has slots for maps, each with a name and a switch.
+/// The base class of everything with slots for maps. Each slot has a name and a switch.
 class ISubMap {
 public:
     virtual ~ISubMap() = default;
 
     virtual int NumSubTexmaps() { return 0; }
-    /// Null for an empty slot. Only slots below `NumSubTexmaps()` may be asked for.
+    /// Null for an empty slot. The argument must be below `NumSubTexmaps()`.
     virtual Texmap* GetSubTexmap(int) { return nullptr; }
     virtual int SubTexmapOn(int) { return TRUE; }
-    /// In the language of the user interface if `localized`.
+    /// Uses the language of the user interface if `localized` is true.
     virtual MSTR GetSubTexmapSlotName(int, bool) { return MSTR(); }
 };

@@ -7,13 +7,13 @@ class Mtl : public MtlBase {
 public:
     SClass_ID SuperClassID() override { return MATERIAL_CLASS_ID; }
 
-    /// Of the present time. The number says which of a node's materials is asked for.
+    /// The values at the current time. `number` selects one of the materials of a multi-material.
     virtual Color GetDiffuse(int number = 0, BOOL back_face = FALSE) = 0;
     virtual Color GetSpecular(int number = 0, BOOL back_face = FALSE) = 0;
     virtual float GetShininess(int number = 0, BOOL back_face = FALSE) = 0;
 
-    /// 0 for a material that stands for itself.
+    /// 0 unless the material is made up of others.
     virtual int NumSubMtls() { return 0; }
-    /// Null for an empty place.
+    /// Null for an empty slot.
     virtual Mtl* GetSubMtl(int) { return nullptr; }
 };

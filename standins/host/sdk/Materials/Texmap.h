@@ -13,10 +13,11 @@ public:
     /// The mapping channel that the map takes its coordinates from.
     virtual int GetMapChannel() { return 1; }
 
-    /// From a mesh's coordinates to those of the map; the identity for a map that has none.
+    /// Transforms a mesh's coordinates to those of the map. The identity for a map without a
+    /// transform.
     virtual void GetUVTransform(Matrix3& map_from_mesh) { map_from_mesh.IdentityMatrix(); }
 
-    /// Draws the map for coordinates from 0 to 1 into the whole bitmap.
+    /// Fills the bitmap with the part of the map whose coordinates are from 0 to 1.
     virtual void RenderBitmap(TimeValue t, Bitmap* bitmap, float scale3d = 1.0f,
                               BOOL filter = FALSE) = 0;
 };

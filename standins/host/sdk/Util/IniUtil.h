@@ -2,22 +2,23 @@
 
 #include "standins/host/sdk/maxtypes.h"
 
-// As on Windows, where the system's own function of that name brings the macro along.
+// Windows has functions with these names, so its headers define these macros.
 #ifndef _WIN32
 #define GetPrivateProfileString GetPrivateProfileStringW
 #define WritePrivateProfileString WritePrivateProfileStringW
 #endif
 
-/// Values of settings files, one at a time. Unlike those of the system, these read and write UTF-8.
+/// Functions for single values of settings files. Unlike the system's, they read and write UTF-8.
 namespace MaxSDK {
 namespace Util {
 
-/// Fills `out`, of `size` characters, with the value and a zero, or with `default_text` where the
-/// file has none. What is too long is cut off. Gives the length.
+/// Writes the null-terminated value to `out`, which has room for `size` characters. If the file has
+/// no such value, `default_text` is used. Text that is too long is cut off. Returns the length
+/// without the terminator.
 DWORD GetPrivateProfileStringW(const MCHAR* section, const MCHAR* key, const MCHAR* default_text,
                                MCHAR* out, DWORD size, const MCHAR* file);
 
-/// The file's other values and its comments stay. False if it can't be written.
+/// Keeps the file's other values and its comments. False if the file can't be written.
 BOOL WritePrivateProfileStringW(const MCHAR* section, const MCHAR* key, const MCHAR* text,
                                 const MCHAR* file);
 

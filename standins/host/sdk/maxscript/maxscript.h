@@ -12,13 +12,13 @@ class FPValue;
 
 namespace MAXScript {
 
-/// Where a script comes from, which decides what it may do; only the last two may do anything.
+/// The source of a script decides what it may do. Only the last two may do anything.
 enum class ScriptSource : int { NotSpecified = 0, Embedded, NonEmbedded, Dynamic };
 
 }  // namespace MAXScript
 
-/// Runs a script to its end. False if it is faulty or stopped with an error, which is shown to the
-/// user unless `quiet_errors` is set.
+/// Runs a script to its end. False if it has a fault or stops with an error. The host shows the
+/// error to the user unless `quiet_errors` is set.
 BOOL ExecuteMAXScriptScript(const MCHAR* script, MAXScript::ScriptSource source,
                             BOOL quiet_errors = FALSE, FPValue* result = nullptr,
                             BOOL log_quiet_errors = TRUE);
