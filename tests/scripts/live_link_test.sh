@@ -167,7 +167,7 @@ done
 run velmora-11/velmora --stop
 VELMORA_FAULT=die-after=3000 run vsqexport render demo:motion >stdout 2>stderr </dev/null &&
     fail "a render by a renderer that dies"
-[[ $(tr -d '\r' <stderr) == 'vsqexport: no running renderer says that the whole scene has come' ]] ||
+[[ $(tr -d '\r' <stderr) == 'vsqexport: no running renderer has received the whole scene' ]] ||
     fail "what is told of a renderer that dies: $(<stderr)"
 
 exit $((failures > 0))
