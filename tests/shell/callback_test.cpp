@@ -26,7 +26,7 @@ Events::NodeKeyTab keys_of(std::vector<Animatable*> animatables) {
     return keys;
 }
 
-TEST(Callback, RecordsTheNodesOfEventsThatChangeWhatIsSent) {
+TEST(Callback, RecordsTheNodesOfEventsThatAffectTheScene) {
     const std::vector<memhost::NodeEvent> kinds[] = {
         {&Events::Added, &Events::Deleted, &Events::HideChanged},
         {&Events::LinkChanged, &Events::LayerChanged, &Events::GroupChanged,
@@ -50,7 +50,7 @@ TEST(Callback, RecordsTheNodesOfEventsThatChangeWhatIsSent) {
     }
 }
 
-TEST(Callback, PassesOverWhatChangesNothingThatIsSent) {
+TEST(Callback, IgnoresEventsThatDoNotAffectTheScene) {
     SceneBuilder scene;
     Callback callback = callback_of(scene);
     for (const memhost::NodeEvent event : std::vector<memhost::NodeEvent>{
@@ -65,7 +65,7 @@ TEST(Callback, PassesOverWhatChangesNothingThatIsSent) {
     EXPECT_EQ(callback.changed_nodes(), Nodes());
 }
 
-TEST(Callback, RecordsNullForWhatIsNoNode) {
+TEST(Callback, RecordsNullForKeysWithoutANode) {
     SceneBuilder scene;
     memhost::MemoryNode& gone = scene.node(L"gone").node();
     Events::NodeKeyTab keys = keys_of({&gone, &scene.make<memhost::StandardMaterial>(L"m")});
@@ -91,11 +91,11 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
         {"an export", kExportCommand, target, false, true, true, ""},
         {"a cancelled export", kExportCommand, target, true, true, true, ""},
         {"no file chosen", kExportCommand, "", false, false, false, ""},
-        {"no file made", kExportCommand, missing, false, false, true,
+        {"a file that can't be created", kExportCommand, missing, false, false, true,
          "could not open file: \"" + missing + "\""},
         {"a render without a renderer", kRenderCommand, "", false, true, true, no_link},
         {"an update without one", kUpdateCommand, "", false, true, true, no_link},
-        {"no command", 7, "", false, false, false, ""},
+        {"an unknown command", 7, "", false, false, false, ""},
     };
     for (const auto& command : cases) {
         SCOPED_TRACE(command.what);
@@ -119,7 +119,7 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
     platform::set_message_box_handler({});
 }
 
-TEST(Callback, ExportsWithoutABarWhereAnotherIsUnderWay) {
+TEST(Callback, ExportsWithoutABarIfAnotherOneIsOpen) {
     const TemporaryFolder folder;
     SceneBuilder scene;
     scene.host().refuse_progress();
