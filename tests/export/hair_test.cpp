@@ -33,7 +33,7 @@ std::wstring names_in(SceneBuilder& scene) {
     return all;
 }
 
-// The temporary hair nodes must be gone after each way in which a pass can end.
+// The cases are the ways in which a pass can end. It removes its temporary nodes unless it fails.
 TEST(Hair, IsInTheSceneOnlyDuringAPass) {
     using Prepare = void (*)(SceneBuilder&);
     const Prepare nothing = [](SceneBuilder&) {};

@@ -52,7 +52,7 @@ struct MotionCase {
     LocalTransform place;
     std::string written;
     Interval range;
-    TimeValue time;  // the host's, at which the matrix is read that the keys are relative to
+    TimeValue time;  // the host's; keys are relative to the matrix at this time
 };
 
 template <typename Place>
