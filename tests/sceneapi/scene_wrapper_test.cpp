@@ -46,7 +46,7 @@ TEST(SceneWrapper, TypesChooseTheCodes) {
                   scene.set_array("ints", std::vector<int>{1, -2});
                   scene.set_array("floats", std::vector<float>{0.5f});
                   scene.set_array("doubles", std::vector<double>{0.5});
-                  // The last two floats are no whole element.
+                  // The last two floats don't make an element.
                   scene.set_vec3_array("points", {1, 2, 3, 4, 5});
                   scene.transform({}, false);
                   scene.transform({}, true);

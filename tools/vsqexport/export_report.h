@@ -8,7 +8,7 @@ namespace vsqexport {
 
 /// Texts about an export for the user.
 struct ExportReport {
-    std::string summary;   ///< lines: first file, size and time, then contents and mesh files
+    std::string summary;   ///< lines: file, size and time; contents; mesh files
     std::string brief;     ///< "3 objects, 1 camera, 7 matrices of nodes"
     std::string warnings;  ///< one per line; empty if there are none
 };

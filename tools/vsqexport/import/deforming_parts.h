@@ -24,7 +24,7 @@ public:
     DeformingParts(const aiScene& model, const NodeIndex& nodes, const ModelAnimation& animation,
                    std::vector<std::string>& warnings);
 
-    /// True if a mesh has bones or targets. Each node that shows it then needs a mesh of its own.
+    /// True if a mesh has bones or targets, so that each node that shows it needs a separate mesh.
     bool deforms(const aiMesh& mesh) const { return meshes_.count(&mesh) != 0; }
 
     /// Like `join_parts`, if some of the parts deform. `deformation` becomes the deformation of the

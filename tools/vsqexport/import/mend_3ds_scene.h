@@ -6,7 +6,7 @@
 
 namespace vsqexport {
 
-/// Restores what assimp's reader loses of the cameras and lights of a 3DS file.
+/// Restores the data on the cameras and lights of a 3DS file that assimp's reader loses.
 ///
 /// The file gives a camera a position, a target and a roll. The reader drops the target, so that
 /// all cameras look straight up. It also rolls them around the wrong axis, and repeats the position

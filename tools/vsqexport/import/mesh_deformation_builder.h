@@ -13,7 +13,7 @@
 
 namespace vsqexport {
 
-/// A shape that a mesh can take on.
+/// A morph target of a mesh.
 struct MorphTarget {
     const aiAnimMesh* mesh;
     float rest_weight;
@@ -46,7 +46,7 @@ public:
 private:
     // Something that moves a source: a bone or a target.
     struct Pull {
-        std::size_t by;            // a bone's index, or behind the bones a target's
+        std::size_t by;            // the index of a bone, or of a target counted after the bones
         std::array<float, 3> how;  // a bone's weight, or a target's offset
     };
 

@@ -102,7 +102,7 @@ void for_each_triangle(const std::vector<MeshPart>& parts, const Sources& source
     }
 }
 
-// Takes the triangles over, with one vertex for each position that they use.
+// Copies the triangles to `target`, with one vertex for each position that they use.
 void take_faces(const std::vector<MeshPart>& parts, const Sources& sources,
                 const std::vector<std::uint32_t>& motion_numbers, Mesh& target,
                 std::vector<std::uint32_t>& vertex_of_source) {

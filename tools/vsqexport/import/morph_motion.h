@@ -19,7 +19,7 @@ public:
 
     bool is_still() const;
 
-    /// The last key's time; 0 if there are no keys after that.
+    /// The last key's time; 0 if there are no keys after time 0.
     double end_seconds() const;
 
     /// Sets the weights of the targets that have keys.
