@@ -8,7 +8,7 @@
 #include "importers/sceneapi/dev/light_file_factory.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 
-// Binary arrays: what a mesh is made of.
+// Measures the writing of binary arrays, of which meshes consist.
 
 namespace {
 

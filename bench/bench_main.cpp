@@ -9,11 +9,11 @@
 #include "bench/bench_table.h"
 #include "bench/peak_memory.h"
 
-// Runs the benchmarks side by side, several times in turn, and prints medians and their ratios.
-// Times vary from run to run, so only figures of one run may be compared.
+// Runs the benchmarks several times in turn, and prints medians and their ratios. Times vary from
+// run to run, so only figures of one run can be compared.
 //
-// Without arguments, each family runs in a process of its own: the peers' scenes are many millions
-// of small allocations, and what is left of those in the heap would slow down whatever comes next.
+// Without arguments, each family runs in a process of its own: the peers' scenes make many millions
+// of small allocations, which would leave a fragmented heap and slow down the next family.
 
 namespace {
 
@@ -30,7 +30,7 @@ constexpr const char* kFamilies[] = {
 };
 
 constexpr char kRepetitions[] = "--benchmark_repetitions=7";
-// Whatever else the machine is doing then hits all of them alike.
+// Other load on the machine then affects all benchmarks equally.
 constexpr char kInterleaved[] = "--benchmark_enable_random_interleaving=true";
 
 std::vector<BenchRatio>& ratios() {

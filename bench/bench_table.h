@@ -2,14 +2,14 @@
 
 #include <string>
 
-/// One row of the table that ends a run: how the median time of one benchmark stands to that of
-/// another, and what is wanted of it.
+/// One row of the table at the end of a run: the ratio of two benchmarks' median times, and its
+/// target.
 struct BenchRatio {
     std::string what;
     std::string ours;
     std::string peer;
-    double at_most;  ///< the ratio wanted; 0 where none is
+    double at_most;  ///< the target; 0 if there is none
 };
 
-/// Adds a row. Benchmarks call this as they register themselves.
+/// Adds a row. Benchmarks call this when they register themselves.
 bool compare(BenchRatio ratio);

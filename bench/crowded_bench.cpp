@@ -8,7 +8,8 @@
 #include "plugins/3dsmax/export/material_table.h"
 #include "plugins/3dsmax/export/mesh_part.h"
 
-// One vertex that very many faces share: the time may grow with the faces, not with their square.
+// Measures one vertex that very many faces share. The time must be linear in the faces, not
+// quadratic.
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include "bench/mesh_scenes.h"
 #include "plugins/3dsmax/export/mesh_part.h"
 
-// Finding the distinct vertices of a million triangles, from the same corners: by the host's
-// vertices, normals and coordinates here, by whole vertices with the peer. Both end with an index
-// for each corner and with the arrays of the distinct vertices.
+// Measures the search for the distinct vertices of a million triangles, from the same corners. The
+// product compares the host's vertices, normals and coordinates, and the peer whole vertices. Both
+// produce an index for each corner and the arrays of the distinct vertices.
 
 namespace {
 

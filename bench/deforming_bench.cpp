@@ -9,7 +9,7 @@
 #include "plugins/3dsmax/export/scene_exporter.h"
 #include "tests/support/exported_libraries.h"
 
-// A mesh that changes its shape: each frame is captured, and all of them go into one library.
+// Measures a deforming mesh: each frame is captured, and all frames go into one library.
 
 namespace {
 
@@ -17,7 +17,7 @@ constexpr int kTriangles = 100'000;
 constexpr int kFrames = 100;
 constexpr int kTicksPerFrame = 160;
 
-// Never destroyed, as the host must not outlive the host library's own list of hosts.
+// Never destroyed, since the host must not outlive the host library's list of hosts.
 memhost::MemoryHost& host() {
     static auto& scene = *mesh_scenes::deforming_scene(kTriangles, kFrames).release();
     return scene.host();
@@ -76,7 +76,7 @@ constexpr char kFwrite[] = "deforming/100 frames of 100,000 triangles, fwrite";
 constexpr char kStills[] = "deforming/100 frames of 100,000 triangles, stills";
 
 bool register_all() {
-    // Libraries go to memory-backed storage like everything else that is measured here.
+    // Libraries go to memory-backed storage, like all other files that are measured here.
     setenv("TMPDIR", std::filesystem::path(scratch_path("")).parent_path().c_str(), 1);
     for (const auto& [name, run] :
          {std::pair{kOurs, export_frames}, {kFwrite, write_bytes}, {kStills, export_stills}}) {

@@ -9,14 +9,15 @@
 #include "standins/host/memory/scene_builder.h"
 #include "standins/host/memory/splines.h"
 
-// The export of hair that the host has already turned into splines, to a file in memory.
+// Measures the export of hair, which the host has already converted to splines, to a file in
+// memory.
 
 namespace {
 
 constexpr int kStrands = 100'000;
 constexpr int kSegments = 8;
 
-// Never destroyed, as the host must not outlive the host library's own list of hosts.
+// Never destroyed, since the host must not outlive the host library's list of hosts.
 memhost::SceneBuilder& hairy() {
     static memhost::SceneBuilder& the_scene = *[] {
         memhost::HairModifier hair;
@@ -48,7 +49,7 @@ void export_hair(benchmark::State& state) {
     std::remove(path.c_str());
 }
 
-// What the host does of it: it measures the splines and hands out a copy.
+// The host's share of the time: it measures the splines and returns a copy.
 void ask_host(benchmark::State& state) {
     INode* node = hairy().host().GetRootNode()->GetChildNode(0);
     auto* shape = static_cast<ShapeObject*>(node->EvalWorldState(0).obj);

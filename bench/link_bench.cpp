@@ -16,13 +16,13 @@
 #include "tests/support/installation_entries.h"
 #include "tests/support/velmora_process.h"
 
-// A Render of a large mesh to a running renderer, which writes what it gets to a file in memory.
+// Measures a Render of a large mesh to a running renderer, which writes it to a file in memory.
 
 namespace {
 
 constexpr int kTriangles = 1'000'000;
 
-// A renderer of the benchmark's own, with its installation.
+// A renderer for this benchmark, with its installation.
 class RunningRenderer {
 public:
     RunningRenderer() {
@@ -78,7 +78,7 @@ void throw_if(bool failed) {
     }
 }
 
-// Sends the bytes to a peer that reads them and answers once it has them all.
+// Sends the bytes to a peer that reads them all and then answers.
 void send_through_socket(const std::vector<char>& bytes) {
     const int listener = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};

@@ -11,8 +11,8 @@
 #include "bench/scratch_file.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
-// Whole exports of meshes, to a file in memory, beside what assimp's exporters take for the same
-// scene. Those compute no normals and share no vertices.
+// Measures whole exports of meshes to a file in memory, and assimp's exporters with the same scene.
+// Those compute no normals and share no vertices.
 
 namespace {
 
@@ -23,9 +23,9 @@ constexpr int kBoxes = 20'000;
 
 struct Scene {
     const char* name;
-    int triangles;  // of one surface; 0 for the boxes
+    int triangles;  // in one surface; 0 for the boxes
     Shading shading;
-    double against_peers;  // what is wanted of the ratio to the fastest of them
+    double against_peers;  // target of the ratio to each peer's time; 0 if there is none
 };
 
 constexpr Scene kScenes[] = {
@@ -47,8 +47,8 @@ std::string benchmark_name(const Scene& scene, const std::string& what) {
     return std::string("mesh/") + scene.name + what;
 }
 
-// The scenes are built as they are first wanted and kept to the end: the host of a scene must not
-// outlive the host library's own list of them.
+// Scenes are built on first use and never destroyed, since the host of a scene must not outlive the
+// host library's list of hosts.
 memhost::SceneBuilder& host_scene(const Scene& scene) {
     static auto& scenes = *new std::map<const Scene*, std::unique_ptr<memhost::SceneBuilder>>;
     auto& built = scenes[&scene];
@@ -93,7 +93,7 @@ void run_peer(benchmark::State& state, const Scene& scene, const char* format) {
     std::remove(path.c_str());
 }
 
-// What any export of the same bytes must take.
+// The least time that an export of the same bytes can take.
 void run_fwrite(benchmark::State& state, const Scene& scene) {
     const std::string path = scratch_path("mesh.bin");
     export_scene(host_scene(scene), path);
@@ -127,7 +127,7 @@ bool register_all() {
         }
         for (const char* format : {"plyb", "assbin", "glb2"}) {
             if (scene.triangles == 0 && std::string(format) != "plyb") {
-                continue;  // these need minutes for so many nodes
+                continue;  // the other peers need minutes for so many nodes
             }
             const std::string peer = ours + ", " + format;
             add(peer,

@@ -10,7 +10,7 @@ namespace {
 constexpr int kChannel = 1;
 constexpr int kChildrenOfABox = 5;
 
-// Waves without the maths library, whose bits differ from system to system.
+// Doesn't use the maths library, whose results differ from system to system in their last bits.
 float wave(int i) {
     const float x = static_cast<float>(i % 64) / 64.0f - 0.5f;
     return x * (1.0f - 4.0f * x * x);

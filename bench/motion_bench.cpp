@@ -8,7 +8,7 @@
 #include "plugins/3dsmax/export/scene_matrix.h"
 #include "standins/host/memory/scene_builder.h"
 
-// Moving nodes: each is sampled at every frame and has a key there.
+// Measures moving nodes, which are sampled at every frame and have a key there.
 
 namespace {
 
@@ -17,13 +17,13 @@ constexpr int kFrames = 100;
 constexpr int kTicksPerFrame = 160;
 constexpr int kNumbersOfAKey = 16;
 
-// Nodes without geometry, so that nothing but matrices is written: a light of no known kind leaves
-// nothing and still counts as something to show.
+// The nodes have no geometry, so that only matrices are written. A light of an unknown kind writes
+// nothing, but counts as content of its node.
 memhost::SceneBuilder& moving_nodes() {
     static const std::unique_ptr<memhost::SceneBuilder> the_nodes = [] {
         auto scene = std::make_unique<memhost::SceneBuilder>();
         scene->animation_frames(0, kFrames - 1);
-        // Looked up, so that the host's part costs little.
+        // The matrices are computed in advance, so that the host's part costs little.
         const auto turns = std::make_shared<std::vector<Matrix3>>();
         for (int frame = 0; frame < kFrames; ++frame) {
             turns->push_back(memhost::rotation_z(3.7 * frame) * memhost::rotation_x(1.3 * frame));
@@ -71,7 +71,7 @@ char* print_key(char* out, const Matrix3& change) {
     return out;
 }
 
-// The same numbers by hand, from the same host.
+// Prints the same numbers from the same host without the product.
 void print_motion(benchmark::State& state) {
     const std::string path = scratch_path("motion.txt");
     INode* root = moving_nodes().host().GetRootNode();

@@ -9,13 +9,13 @@
 #include "plugins/3dsmax/export/scene_matrix.h"
 #include "standins/host/memory/scene_builder.h"
 
-// Many small statements: a tree of nodes with nothing but their names and matrices.
+// Measures many small statements: a tree of nodes that have only names and matrices.
 
 namespace {
 
 constexpr int kNodes = 20'000;
 constexpr int kChildrenOfANode = 5;
-// A group's opening and closing and its matrix.
+// The beginning and the end of a group, and its matrix.
 constexpr int kStatementsOfANode = 3;
 
 memhost::SceneBuilder& tree() {
@@ -54,7 +54,7 @@ void export_tree(benchmark::State& state) {
     std::remove(path.c_str());
 }
 
-// The same text by hand, from the same host.
+// Prints the same text from the same host without the product.
 class PlainPrinter {
 public:
     void print(INode* node) {

@@ -21,7 +21,7 @@ using mesh_scenes::Shading;
 
 constexpr double kMebibyte = 1024.0 * 1024.0;
 
-// A value of the process's status, in bytes.
+// A value in the status of this process, in bytes.
 double status_value(const std::string& name) {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
@@ -32,11 +32,11 @@ double status_value(const std::string& name) {
     return 0;
 }
 
-// What the export of a scene takes at its peak beyond what is there before.
+// The peak memory of an export in bytes, beyond the memory that is in use before it.
 double peak_of_export(memhost::SceneBuilder& scene, const std::string& path) {
     malloc_trim(0);
     const double before = status_value("VmRSS");
-    std::ofstream("/proc/self/clear_refs") << "5";  // the peak begins anew
+    std::ofstream("/proc/self/clear_refs") << "5";  // resets the peak
     memhost::MemoryHost& host = scene.host();
     {
         SceneExporter exporter(&host, host.GetRootNode(), std::make_shared<Qor::Options>(&host),
@@ -55,7 +55,7 @@ double bytes_of_mesh(const Mesh& mesh) {
            (spec == nullptr ? 0.0 : 12.0 * normals + 13.0 * spec->GetNumNormals());
 }
 
-// Each in a process of its own, so that nothing is left of the one before.
+// Runs `work` in a process of its own, so that earlier work leaves no memory in use.
 void in_a_process(const std::function<void()>& work) {
     std::fflush(stdout);
     const pid_t child = fork();

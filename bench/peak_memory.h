@@ -1,5 +1,5 @@
 #pragma once
 
-/// Prints how much memory each of the mesh benchmarks' exports takes at its peak, beyond the scene:
-/// as a ratio to the mesh's copy and the arrays that it writes, or for the tree of boxes as it is.
+/// Prints the peak memory of each mesh benchmark's export, beyond the scene: as a ratio to the
+/// sizes of the mesh's copy and the written arrays, or in MiB for the trees of boxes.
 void print_peak_memory();

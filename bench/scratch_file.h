@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string>
 
-/// A file in memory-backed storage where there is one, so that a disk isn't what is measured.
+/// The path of a file in memory-backed storage if there is one, so that no disk is measured.
 inline std::string scratch_path(const std::string& name) {
     std::FILE* probe = std::fopen("/dev/shm/vsq_bench_probe", "wb");
     if (probe == nullptr) {
@@ -14,7 +14,7 @@ inline std::string scratch_path(const std::string& name) {
     return "/dev/shm/vsq_bench_" + name;
 }
 
-/// Writes one run of bytes the shortest way there is.
+/// Writes one block of bytes in the fastest way.
 inline void write_in_one_go(const std::string& path, const void* bytes, size_t size) {
     std::FILE* file = std::fopen(path.c_str(), "wb");
     std::fwrite(bytes, 1, size, file);

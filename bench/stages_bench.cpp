@@ -8,7 +8,7 @@
 #include "plugins/3dsmax/export/material_table.h"
 #include "plugins/3dsmax/export/mesh_part.h"
 
-// The stages of the export of one smooth mesh of a million triangles, each on its own.
+// Measures each stage of the export of one smooth mesh of a million triangles.
 
 namespace {
 
@@ -26,7 +26,7 @@ struct Prepared {
     MaterialTable table;
 };
 
-// Never destroyed, as the host must not outlive the host library's own list of hosts.
+// Never destroyed, since the host must not outlive the host library's list of hosts.
 Prepared& prepared() {
     static auto& the_one = *new Prepared;
     return the_one;

@@ -8,15 +8,15 @@
 #include "importers/sceneapi/dev/light_file_factory.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 
-// Text arrays: the motion of nodes, sixteen numbers to a key.
+// Measures text arrays: the motion of nodes, with sixteen numbers for each key.
 
 namespace {
 
 constexpr size_t kMatrices = 100'000;
 constexpr int kNumbersOfAMatrix = 16;
 
-// Placements as a scene has them: arbitrary rotations and translations, and a last column of
-// zeros and a one.
+// Typical matrices of a scene: arbitrary rotations and translations, with three zeros and a one in
+// the last column.
 const std::vector<qorMatrix>& matrices() {
     static const std::vector<qorMatrix> the_matrices = [] {
         std::mt19937 random(1);

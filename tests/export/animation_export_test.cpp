@@ -15,7 +15,7 @@ using Names = std::set<std::string>;
 
 constexpr int kFrame = memhost::kDefaultTicksPerFrame;
 
-// A box and a camera that ride along, one unit in a tick.
+// A box and a camera that move by one unit per tick.
 void build(SceneBuilder& scene) {
     const auto ride = [](TimeValue t) { return memhost::translation(0, 0, static_cast<float>(t)); };
     scene.node(L"Box").motion(ride).mesh(memhost::box_mesh(1, 1, 1));
@@ -52,7 +52,7 @@ TEST(AnimationExport, WritesAStillForEachFrame) {
         EXPECT_EQ(summary.groups, 2u);
         EXPECT_EQ(summary.cameras, 1u);
         EXPECT_EQ(summary.animations, 0u);
-        // A mesh that is what it was in the frame before isn't sent again.
+        // A mesh that hasn't changed since the frame before isn't written again.
         EXPECT_EQ(summary.objects, i == 0 ? 1u : 0u);
         const auto& module = summary.modules.at(0).options;
         for (const char* option : {"import_adjust_camera", "import_adjust_environment"}) {
@@ -95,8 +95,8 @@ TEST(AnimationExport, CountsWholeFramesAndNumbersThemFrom0) {
     }
 }
 
-#ifndef _WIN32  // there a backslash would lead into a folder
-TEST(AnimationExport, TakesFourCharactersOffAnyPath) {
+#ifndef _WIN32  // on Windows a backslash separates folders
+TEST(AnimationExport, RemovesFourCharactersFromAnyPath) {
     const TemporaryFolder folder;
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(folder.path());
@@ -112,8 +112,8 @@ TEST(AnimationExport, TakesFourCharactersOffAnyPath) {
 }
 #endif
 
-// A walk over two nodes polls twice, and each frame once ahead of it.
-TEST(AnimationExport, KeepsWhatIsWrittenWhenItIsCancelled) {
+// Each frame polls once before its walk, and the walk over two nodes twice.
+TEST(AnimationExport, KeepsWrittenFramesOnACancel) {
     const struct {
         int poll;
         Names names;

@@ -15,12 +15,12 @@ void expect_exact(float x) {
     ASSERT_EQ(std::memcmp(&given, &wanted, sizeof given), 0) << x;
 }
 
-TEST(ArcCosine, HasTheBitsOfTheExactOne) {
+TEST(ArcCosine, HasTheBitsOfTheNarrowedDoubleResult) {
     for (const float edge : {0.0f, -0.0f, 0.5f, -0.5f, 1.0f, -1.0f, 1e-30f, -1e-30f}) {
         expect_exact(edge);
         expect_exact(std::nextafter(edge, 0.0f));
     }
-    // From bit pattern to bit pattern, so that numbers near 0 and 1 come as often as the others.
+    // Steps through bit patterns, so that numbers near 0 and 1 come as often as others.
     for (std::uint32_t bits = 0; bits <= 0x3f800000u; bits += 797) {
         float x = 0;
         std::memcpy(&x, &bits, sizeof x);

@@ -13,7 +13,7 @@ using namespace memhost;
 
 constexpr int kFrame = 160;  // ticks at 30 frames a second
 
-const std::string kDegrees57 = "57.2958";  // of a radian
+const std::string kDegrees57 = "57.2958";  // one radian
 const std::string kStill = "transform 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1\n";
 const std::string kUnitRows = "1 0 0 0 0 1 0 0 0 0 1 0 ";
 
@@ -31,7 +31,7 @@ Matrix3 slide(TimeValue t) {
 const Matrix3 kSheared({2, 0, 0}, {3, 4, 0}, {0, 3, 4}, {7, 8, 9});
 const std::string kShearedKey = "2 0 0 0 3 4 0 0 0 3 4 0 7 8 9 1 ";
 const std::string kSquared = "transform 2 0 0 0 0 5 0 0 0 0 5 0 7 8 9 1\n";
-// The second row lies in the first, and the third has no length.
+// The second row is parallel to the first, and the third has no length.
 const Matrix3 kSingular({2, 0, 0}, {4, 0, 0}, {0, 0, 0}, {});
 const Interval kThreeFrames(0, 2 * kFrame);
 
@@ -44,11 +44,10 @@ struct MotionCase {
 };
 
 const MotionCase kMotionCases[] = {
-    {"still: shear goes, lengths stay", LocalTransform(kSheared), kSquared},
+    {"still: loses shear, keeps lengths", LocalTransform(kSheared), kSquared},
     {"singular", LocalTransform(kSingular), "transform 2 0 0 0 0 4 0 0 0 0 0 0 0 0 0 1\n"},
-    {"no numbers", LocalTransform(translation(NAN, 1, 2)),
-     "transform " + kUnitRows + "nan nan nan 1\n"},
-    {"moving: every frame, sheared as it is",
+    {"NaN", LocalTransform(translation(NAN, 1, 2)), "transform " + kUnitRows + "nan nan nan 1\n"},
+    {"moving: writes every frame and keeps shear",
      LocalTransform({{0, kSheared}, {2 * kFrame, Matrix3()}}),
      track("0.099", "0 33 66 ",
            kShearedKey + ",\n" + kShearedKey + ",\n" + kUnitRows + "0 0 0 1 \n"),
@@ -76,7 +75,7 @@ std::string camera_text(const std::string& rest, const std::string& environment 
            "position 0 0 0\ndirection 0 0 -1\nup 0 1 0\n" + rest + "}\n";
 }
 
-TEST(CameraExport, TakesTheNodesMatrixOrItsMotion) {
+TEST(CameraExport, WritesTheNodesMatrixOrMotion) {
     for (const MotionCase& wanted : kMotionCases) {
         SceneBuilder scene;
         scene.time(wanted.time).animation_ticks(wanted.range.Start(), wanted.range.End());
@@ -87,7 +86,7 @@ TEST(CameraExport, TakesTheNodesMatrixOrItsMotion) {
     }
 }
 
-TEST(CameraExport, PlacesAreThoseOfTheWorld) {
+TEST(CameraExport, WritesPlacesInWorldSpace) {
     SceneBuilder scene;
     scene.animation_frames(0, 1).time(kFrame);
     scene.node(L"p").motion(slide).child(L"c").at(0, 5, 0).camera().fov(1.0f);
@@ -101,8 +100,8 @@ TEST(CameraExport, PlacesAreThoseOfTheWorld) {
     EXPECT_EQ(exported(scene, options).find("camera \"c\""), std::string::npos);
 }
 
-// What a camera has at the host's time; whether it shows perspective plays no part.
-TEST(CameraExport, TakesTheLens) {
+// The lens is read at the host's time. Orthographic cameras are written like others.
+TEST(CameraExport, WritesTheLens) {
     const struct {
         float fov;
         bool manual_clip;
@@ -132,13 +131,13 @@ TEST(CameraExport, TakesTheLens) {
     }
 }
 
-// Cameras come before the lights and meshes of their pass, so the first one knows neither.
-TEST(CameraExport, ASkyLightsPictureReachesTheCamerasOfTheNextPass) {
+// Cameras come before lights and meshes, so the first pass knows neither the picture nor the size.
+TEST(CameraExport, TakesTheSkyLightsPictureOfThePassBefore) {
     const std::pair<float, std::string> lengths_and_radii[] = {
         {0.0f, "0"},             // no mesh
-        {12.0f, "52"},           // with 3 and 4 a diagonal of 13
-        {1.5e9f, "1705032704"},  // four times that wraps
-        {3e9f, "0"},             // not a number of 32 bits
+        {12.0f, "52"},           // four times 13, the diagonal of 3, 4 and 12
+        {1.5e9f, "1705032704"},  // four times the diagonal wraps
+        {3e9f, "0"},             // the diagonal does not fit 32 bits
     };
     const TemporaryFolder folder;
     const std::string picture = folder / "sky.png";

@@ -23,7 +23,7 @@ std::string matt(const std::string& color) {
            ",\n}\nflags 4096\n}\n}\n";
 }
 
-// A bend whose knots' outer handles play no part, and a triangle that goes through its handles.
+// A bend, whose outermost handles are not written, and a closed triangle, whose handles all are.
 const Spline3D kBend({{{9, 9, 9}, {0, 0, 0}, {0, 1, 0}}, {{3, 1, 0}, {3, 4, 0}, {9, 9, 9}}}, false);
 const Spline3D kTriangle({{{1, 0, 1}, {0, 0, 0}, {1, 0, 0}},
                           {{3, 0, 0}, {4, 0, 0}, {4, 1, 0}},
@@ -42,13 +42,13 @@ struct Case {
     const char* name;
     Splines splines;
     float multiplier;
-    float blue;  // of the tip of hair, whose root is green; below 0 for what isn't hair
+    float blue;  // of the tip of hair, whose root is green; below 0 for other curves
     std::string radius;
     Floats points;
     std::vector<std::int32_t> counts;
     std::string material;
 
-    // Hair is as thick as 2 at the root and 0 at the tip. That here has no more than one strand.
+    // Hair has the thickness 2 at the root and 0 at the tip. Here it has at most one strand.
     std::string block() const {
         Floats radii(points.size() / 3, 1);
         Floats colors(points.size(), 0.8f);
@@ -68,7 +68,7 @@ struct Case {
     }
 };
 
-// The object's offset moves nothing, and the node's place the node alone.
+// The object's offset has no effect, and the node's place goes only into the node's matrix.
 TEST(CurvesExport, WritesOneObjectByteForByte) {
     Floats both = kTrianglePoints;
     both.insert(both.end(), kBendPoints.begin(), kBendPoints.end());
@@ -82,10 +82,10 @@ TEST(CurvesExport, WritesOneObjectByteForByte) {
         {"closed", {kTriangle}, 1, -1, "0.5", kTrianglePoints, {10}, grey},
         {"several", {none, kTriangle, knot, kBend}, 1, -1, "0.5", both, {10, 4}, grey},
         {"without segments", {none, knot}, 1, -1, "0.5", {}, {}, grey},
-        // The extent is that of a rectangle of 3 by 4.
+        // The extent is the diagonal of a rectangle of 3 by 4.
         {"hair", {kBend}, 2, 0, "0.001", kBendPoints, {4}, green},
         {"hair of two colours", {kBend}, 1, 0.75f, "0.0005", kBendPoints, {4}, kMixed},
-        {"hair without strands, of no extent that is a number", {}, 1, 0, "-1", {}, {}, green},
+        {"hair without strands, whose extent is NaN", {}, 1, 0, "-1", {}, {}, green},
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.name);
@@ -123,9 +123,9 @@ public:
     int measured = 0;
 };
 
-// What is left out counts for the size of the scene all the same, and what the host made of the
-// shape is given back in any case.
-TEST(CurvesExport, TakesWhatIsWanted) {
+// Curves that are left out still count for the size of the scene. The shapes that the host has
+// converted are freed in every case.
+TEST(CurvesExport, WritesOnlyWantedCurves) {
     const struct {
         const char* name;
         bool hair, renderable, general_curves, update, changed;

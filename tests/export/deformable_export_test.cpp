@@ -21,7 +21,7 @@ using testing::internal::GetCapturedStderr;
 
 constexpr int kFrame = 160;  // ticks at 30 frames a second
 
-// Two triangles, each of a material of its own if that is wanted, that fold along their edge.
+// Two triangles with a common edge, and with the material ids in `materials`.
 MeshBuilder square(std::vector<MtlID> materials = {0}) {
     return MeshBuilder({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {{0, 1, 2}, {0, 2, 3}})
         .groups({1})
@@ -29,7 +29,7 @@ MeshBuilder square(std::vector<MtlID> materials = {0}) {
         .map_positions(1);
 }
 
-// The same along the other edge.
+// The square, divided along its other diagonal.
 MeshBuilder turned_square() {
     return MeshBuilder({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {{0, 1, 3}, {1, 2, 3}})
         .groups({1});
@@ -39,7 +39,7 @@ float height(int frame) {
     return 0.25f * static_cast<float>(frame);
 }
 
-// All of it rises.
+// Moves all vertices up with time.
 void rise(TimeValue t, const Mesh& at_rest, Mesh& mesh) {
     for (int v = 0; v < mesh.numVerts; ++v) {
         mesh.verts[v] = at_rest.verts[v] + Point3(0, 0, height(t / kFrame));
@@ -50,7 +50,7 @@ DeformingMesh rising(std::vector<MeshKey> keys) {
     return DeformingMesh(std::move(keys)).moves(rise);
 }
 
-// "Leaf", with the materials "Stone" and "Moss" of which the first has coordinates.
+// Adds "Leaf" with the materials "Stone" and "Moss". `has_uv` gives the first one a texture.
 void add_leaf(SceneBuilder& scene, const DeformingMesh& mesh, bool has_uv = false) {
     auto& stone = scene.make<StandardMaterial>(L"Stone");
     if (has_uv) {
@@ -65,7 +65,7 @@ const std::string kGroup = "group \"Leaf\" {\n";
 const std::string kInLibrary =
     kGroup + "object \"Leaf\" {\n" + "animation \"deformable_qortlib\" \"Leaf_deformable\" {\n";
 
-// What opens blocks, in their order, without materials and shaders.
+// The lines that open blocks, in order, without materials and shaders.
 std::string blocks_of(const std::string& text) {
     std::string blocks;
     std::istringstream lines(text);
@@ -79,13 +79,13 @@ std::string blocks_of(const std::string& text) {
     return blocks;
 }
 
-TEST(DeformableExport, PutsOneTopologyIntoALibrary) {
+TEST(DeformableExport, WritesAMeshOfConstantTopologyToALibrary) {
     for (const auto& [frames, has_uv] :
          {std::pair{1, false}, {1, true}, {2, false}, {2, true}, {100, false}, {100, true}}) {
         SCOPED_TRACE(std::to_string(frames) + " frames");
         const ExportedLibraries libraries;
         SceneBuilder scene;
-        // An object that holds for the whole range is no animation.
+        // The range must be longer than the object's validity, even for one frame.
         scene.animation_ticks(0, (frames - 1) * kFrame + kFrame / 2);
         add_leaf(scene, rising({{0, square()}}), has_uv);
         const std::string text = exported(scene);
@@ -121,7 +121,7 @@ std::string frames_from(int first, int last) {
     return blocks;
 }
 
-// `blocks` stand behind the node's own group, and `times` are those of the last frames in them.
+// `blocks` follow the node's own group, and `times` are the timestamps of the last part.
 void expect_parts(std::vector<MeshKey> keys, const std::vector<std::string>& names,
                   const std::string& blocks, const std::vector<float>& times) {
     const ExportedLibraries libraries;
@@ -135,7 +135,7 @@ void expect_parts(std::vector<MeshKey> keys, const std::vector<std::string>& nam
     EXPECT_THAT(text, HasSubstr("\"start_time\" 0,\n\"duration\" 0.231,\n\"duration_org\" 0.231"));
 }
 
-TEST(DeformableExport, GivesEachPartItsOwnForm) {
+TEST(DeformableExport, ChoosesTheFormOfEachPart) {
     const MeshKey rest = {0, square({0, 1})};
     const MeshKey larger = {
         5 * kFrame,  // in the second part
@@ -145,12 +145,13 @@ TEST(DeformableExport, GivesEachPartItsOwnForm) {
     const std::vector<float> times = {0, 33, 66, 99, 132, 165, 198};
     expect_parts({{0, square()}, {5 * kFrame, turned_square()}}, {}, frames_from(0, 6), times);
     expect_parts({rest, larger}, {"Leaf_Stone.qorT"}, kInLibrary + frames_from(0, 6), times);
-    // The second part comes late, and then both change.
+    // The second part comes late, and both parts change.
     expect_parts({{0, turned_square()}, {3 * kFrame, rest.mesh}, larger}, {},
                  frames_from(0, 6) + frames_from(3, 6), {99, 132, 165, 198});
 }
 
-// A part counts from its own first frame on.
+// A late part's frames keep their numbers in the range, but its vertices are counted from its
+// start.
 TEST(DeformableExport, NumbersTheFramesOfALatePart) {
     const ExportedLibraries libraries;
     SceneBuilder scene;
@@ -165,7 +166,7 @@ TEST(DeformableExport, NumbersTheFramesOfALatePart) {
     EXPECT_EQ(library.frames[0].ranges[2], 0u);
 }
 
-TEST(DeformableExport, LeavesOutFramesOfAnotherMeshsVertices) {
+TEST(DeformableExport, LeavesOutFramesWithAnotherMeshsVertices) {
     const ExportedLibraries libraries;
     SceneBuilder scene;
     scene.animation_frames(0, 6);
@@ -178,7 +179,7 @@ TEST(DeformableExport, LeavesOutFramesOfAnotherMeshsVertices) {
     EXPECT_EQ(library.vertices[11], (LibraryArrays::Vector{0, 1, height(4)}));
 }
 
-TEST(DeformableExport, KeepsWhatIsThereAtACancelAndFreesWhatWasConverted) {
+TEST(DeformableExport, KeepsWrittenFramesOnACancelAndFreesConvertedMeshes) {
     const int conversions = ConvertibleObject::live_conversions();
     std::vector<size_t> frames;
     for (int poll = 1; poll < 14; ++poll) {
@@ -193,17 +194,17 @@ TEST(DeformableExport, KeepsWhatIsThereAtACancelAndFreesWhatWasConverted) {
         frames.push_back(
             libraries.paths().empty() ? 0 : LibraryArrays(libraries.paths().front()).frames.size());
     }
-    // The first two polls are those of the walk and of the first frame.
+    // The first poll is the walk's, and the second one the first frame's.
     EXPECT_THAT(frames, ElementsAre(0, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 10));
     EXPECT_EQ(ConvertibleObject::live_conversions(), conversions);
 }
 
-TEST(DeformableExport, NeverWritesOverALibrary) {
+TEST(DeformableExport, NeverOverwritesALibrary) {
     const ExportedLibraries libraries;
     SceneBuilder scene;
     scene.animation_frames(0, 2);
     scene
-        .node(L"Box/01\u4e00")  // whose last byte is 0
+        .node(L"Box/01\u4e00")  // the low byte of the last character is 0
         .deforming(rising({{0, square()}}))
         .material(scene.make<StandardMaterial>(L"Metal:A"));
     for (int n = 0; n < 3; ++n) {
@@ -231,7 +232,7 @@ TEST(DeformableExport, RefersToALibraryThatCannotBeWritten) {
     const std::string library = libraries.animations().u8string() + "/3ds max/Leaf_Stone.qorT";
     fs::remove(libraries.animations());
     expect_failure(library);
-    // A file where the folder should be stands for one that can't be written to.
+    // A file in place of the folder acts as a folder that isn't writable.
     std::ofstream(libraries.animations()) << "not a folder";
     expect_failure(library);
     fs::remove(libraries.animations());

@@ -13,7 +13,7 @@ namespace {
 
 using memhost::SceneBuilder;
 
-TEST(UnitScale, IsSystemUnitsInAMetre) {
+TEST(UnitScale, IsTheNumberOfSystemUnitsInAMetre) {
     const std::pair<int, float> units[] = {
         {UNITS_INCHES, 39.37008f},    {UNITS_FEET, 3.28084f},
         {UNITS_MILES, 1 / 1609.344f}, {UNITS_MILLIMETERS, 1000.0f},
@@ -22,12 +22,12 @@ TEST(UnitScale, IsSystemUnitsInAMetre) {
     };
     for (const auto& [unit, scale] : units) {
         SceneBuilder scene;
-        scene.unit(unit, 7.0f);  // the host's own scale plays no part
+        scene.unit(unit, 7.0f);  // the host's own scale has no effect
         EXPECT_EQ(GetUnitScale(), scale) << unit;
     }
 }
 
-// A track at least ends, whatever the host says of its frames.
+// A track must end even if the host's frames have no length.
 TEST(FrameTiming, WithoutAFrameLengthTheRangeIsOneFrame) {
     for (const int ticks_per_frame : {0, -160}) {
         const FrameTiming timing = {800, 2400, 0, ticks_per_frame};
@@ -43,13 +43,13 @@ TEST(FrameTiming, WithoutAFrameLengthTheRangeIsOneFrame) {
 TEST(NarrowName, KeepsTheLowByteOfEachUnit) {
     EXPECT_EQ(NarrowName(L"Box\u00e9\u0141"), "Box\xe9\x41");
     EXPECT_EQ(NarrowName(nullptr), "");
-    // A unit whose low byte is zero isn't the end of the name.
+    // A unit whose low byte is zero doesn't end the name.
     EXPECT_EQ(NarrowName(L"a\u0100b"), std::string("a\0b", 3));
     EXPECT_EQ(NarrowName(std::wstring(1023, L'x').c_str()).size(), 1023u);
     EXPECT_EQ(NarrowName(std::wstring(1024, L'x').c_str()).size(), 1023u);
 }
 
-TEST(AssetFiles, AreFoundByNameOrInTheFoldersInOrder) {
+TEST(AssetFiles, AreFoundByPathOrInTheFoldersInOrder) {
     const TemporaryFolder folder;
     for (const char* name : {"here.ies", "a/both.ies", "b/both.ies", "b/\xc3\xa9.ies"}) {
         const auto path = folder.path() / std::filesystem::u8path(name);
@@ -75,7 +75,7 @@ TEST(AssetFiles, AreFoundByNameOrInTheFoldersInOrder) {
     EXPECT_TRUE(FindAssetFile(&scene.host(), 4, L"both.ies").empty());
 }
 
-TEST(RendererTextures, LieInTheResourceFolderOfTheInstallation) {
+TEST(RendererTextures, AreInTheResourceFolderOfTheInstallation) {
     constexpr char kKey[] = "SOFTWARE\\Quoria\\Velmora 11";
     const struct {
         std::vector<RegistryEntry> entries;

@@ -15,7 +15,7 @@ vsqinfo::VsqSummary read_back(const std::string& text) {
     return vsqinfo::read_vsq(stream);
 }
 
-// Everything in front of the nodes, to the letter.
+// Everything before the nodes is compared byte by byte.
 TEST(ExportRun, OpensWithTheImportOptions) {
     SceneBuilder scene;
     scene.unit(UNITS_CENTIMETERS);
@@ -42,14 +42,14 @@ TEST(ExportRun, OpensWithTheImportOptions) {
               "}\n");
 }
 
-// The reader shares no code with the writer.
+// The reader has no code in common with the writer.
 TEST(ExportRun, DemoScenesReadBack) {
     for (const memhost::DemoScene& demo : memhost::demo_scenes()) {
         SceneBuilder scene;
         demo.build(scene);
         const vsqinfo::VsqSummary summary = read_back(exported(scene));
-        // The nodes that the host was told of, and no group for the root. A deforming mesh has
-        // groups of its own.
+        // There is a progress report for each node and the root, which has no group here. Deforming
+        // meshes can have more groups.
         EXPECT_GE(summary.groups, scene.host().progress().percents.size() - 1) << demo.name;
         EXPECT_EQ(summary.root_name, "object");
     }

@@ -12,8 +12,8 @@ namespace {
 
 using namespace memhost;
 
-// By the FNV-1a sum of their letters: every blank of the texts counts.
-TEST(HairScripts, AreTheseTextsToTheBlank) {
+// Compares the FNV-1a hashes of the texts, in which every blank counts.
+TEST(HairScripts, HaveTheirExactTexts) {
     const std::pair<std::wstring, std::uint64_t> scripts[] = {
         {HairScript(), 0x497d7af220ea8853}, {HairCleanupScript, 0xfd9bcf2d62b80885}};
     for (const auto& [script, wanted] : scripts) {
@@ -33,8 +33,8 @@ std::wstring names_in(SceneBuilder& scene) {
     return all;
 }
 
-// How a pass ends, and what has become of the scene by then.
-TEST(Hair, IsInTheSceneForAsLongAsAPassTakes) {
+// The cases are the ways in which a pass can end. It removes its temporary nodes unless it fails.
+TEST(Hair, IsInTheSceneOnlyDuringAPass) {
     using Prepare = void (*)(SceneBuilder&);
     const Prepare nothing = [](SceneBuilder&) {};
     const Prepare cancel = [](SceneBuilder& scene) { scene.host().cancel_at_poll(2); };
@@ -56,7 +56,7 @@ TEST(Hair, IsInTheSceneForAsLongAsAPassTakes) {
         {"not wanted", false, nothing, 0, L"", false},
         {"cancelled", true, cancel, 0, L"Head||", false},
         {"scripts fail", true, fail, 0, L"", false},
-        // What is left then, the user sees and deletes.
+        // Here the temporary nodes stay, and the user has to delete them.
         {"the pass fails", true, spoil, 0, L"Head||", true},
     };
     for (const auto& one : cases) {
@@ -96,8 +96,8 @@ TEST(Hair, IsInTheSceneForAsLongAsAPassTakes) {
     }
 }
 
-// The strands come out where the mesh stands, and below no node that would move them again.
-TEST(Hair, StandsUnderTheNameOfItsMeshInWorldSpace) {
+// The strands are in world space, so no parent node may move them again.
+TEST(Hair, HasTheNameOfItsMeshAndIsInWorldSpace) {
     SceneBuilder scene;
     HairModifier hair;
     hair.strands = 1;

@@ -6,7 +6,7 @@ namespace {
 
 using memhost::SceneBuilder;
 
-// What stands in the root group of a scene that goes by layers.
+// The contents of the root group of a scene that is exported by layers.
 std::string exported_layers(SceneBuilder& scene) {
     Qor::Options options(&scene.host());
     options.Layers = true;
@@ -25,11 +25,11 @@ std::string moved_to(const std::string& x) {
     return "transform 1 0 0 0 0 1 0 0 0 0 1 0 " + x + " 0 0 1\n";
 }
 
-TEST(LayerExport, NodesStandSideBySideInTheGroupsOfTheirLayers) {
+TEST(LayerExport, WritesNodesSideBySideInTheGroupsOfTheirLayers) {
     SceneBuilder scene;
     scene.layer(L"void");
     scene.layer(L"dark").set_hidden();
-    // Neither the tree's order nor that of the making: the one in which they came to the layer.
+    // The order in a layer is that of joining the layer, not that of the tree or of creation.
     const auto arm = scene.node(L"arm").at(1, 0, 0);
     const auto hand = arm.child(L"hand").at(2, 0, 0);
     hand.child(L"ring").at(4, 0, 0).layer(L"gold");
@@ -41,7 +41,7 @@ TEST(LayerExport, NodesStandSideBySideInTheGroupsOfTheirLayers) {
 
     std::vector<std::wstring> titles;
     scene.host().on_progress([&](int, const std::wstring& title) { titles.push_back(title); });
-    scene.host().cancel_at_poll(1);  // nobody asks
+    scene.host().cancel_at_poll(1);  // which never comes
     EXPECT_EQ(exported_layers(scene),
               group("0", group("arm", moved_to("1")) + group("nail", moved_to("11")) +
                              group("glove", "") + group("no object", "")) +
@@ -51,7 +51,7 @@ TEST(LayerExport, NodesStandSideBySideInTheGroupsOfTheirLayers) {
     EXPECT_EQ(titles, (std::vector<std::wstring>{L"arm", L"nail", L"glove", L"no object", L"shade",
                                                  L"ring", L"hand"}));
 
-    // What is deleted leaves its layer, and what was below it stays on its own.
+    // A deleted node leaves its layer, and its children stay in theirs.
     scene.host().delete_node(hand.node());
     scene.host().delete_node(arm.node());
     scene.layer(L"dark").set_hidden(false);
@@ -62,8 +62,8 @@ TEST(LayerExport, NodesStandSideBySideInTheGroupsOfTheirLayers) {
             group("gold", group("ring", moved_to("4"))));
 }
 
-// The matrix and the motion are those in the world, whatever the node's parent does.
-TEST(LayerExport, MotionIsThatInTheWorld) {
+// A node that moves only with its parent gets a motion of its own.
+TEST(LayerExport, WritesMotionInWorldSpace) {
     SceneBuilder scene;
     scene.animation_ticks(0, 160);
     scene.node(L"cart")

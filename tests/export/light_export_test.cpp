@@ -47,10 +47,10 @@ std::string object(const std::string& head, const std::string& shape, const std:
            "\n" + flags + "end_material\nend_object\n";
 }
 
-// What stands for the shape of a light without extent.
+// The triangle of a light without extent.
 const std::string kCarrier = "0 0 0,0.001 0.001 0.001,0.002 0.002 0.002";
 
-// Each light takes a number, whether or not it leaves something.
+// Each light takes a number, even if it writes nothing.
 TEST_F(LightExport, NumbersMaterialsAndWritesOmniLights) {
     const std::shared_ptr<Object> left_out[] = {
         std::make_shared<SpotLight>(),
@@ -77,21 +77,21 @@ TEST_F(LightExport, NumbersMaterialsAndWritesOmniLights) {
     }
 }
 
-// The output is that of time 0, the colour that of the frame.
+// The intensity is read at time 0, and the colour at the time of the frame.
 TEST_F(LightExport, WritesPhotometricPointsWithAWebOnlyIfItsFileIsFound) {
     const TemporaryFolder folder;
     std::ofstream(folder.path() / "lamp.IeS") << "x";
     std::ofstream(folder.path() / "lamp.txt") << "x";
     scene.asset_folder(MaxSDK::AssetManagement::kPhotometricAsset, folder.path().u8string());
     const auto turn = [](qor::qorSceneapi_oo& out) {
-        out.transform(qor::EulerMatrix(100, 20, 30));  // 90 more about x than the web
+        out.transform(qor::EulerMatrix(100, 20, 30));  // the web's rotation, and 90 more about x
     };
     const std::string turned = emitted_calls(turn);
     const std::string file = "file \"" + folder.path().u8string() + "\\lamp.IeS\"\n";
     const std::string plain =
         "lumen on\npower 800\ncolor " + text(qor::BlackbodyColor(3000)) + "\n";
     const struct {
-        const char* file;  // null for a web without a block
+        const char* file;  // null for a web without a parameter block
         Light::DistTypes distribution;
         bool found;
     } cases[] = {
@@ -115,14 +115,14 @@ TEST_F(LightExport, WritesPhotometricPointsWithAWebOnlyIfItsFileIsFound) {
     }
 }
 
-// The rest of the line that starts with the name.
+// The rest of the line that starts with `name`.
 std::string line(const std::string& calls, const std::string& name) {
     const size_t before = calls.find("\n" + name + " ");
     const size_t start = before + name.size() + 2;
     return before == std::string::npos ? "" : calls.substr(start, calls.find('\n', start) - start);
 }
 
-TEST_F(LightExport, WritesAShapeAsAWhole) {
+TEST_F(LightExport, WritesAWholeShape) {
     photometric(Light::AREA_TYPE).shape({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}).kelvin(3000);
     const std::string parameters =
         "color " + text(qor::BlackbodyColor(3000)) + "\nlumen on\npower 1000\n";
@@ -130,9 +130,9 @@ TEST_F(LightExport, WritesAShapeAsAWhole) {
                                   parameters, "set_flags 4096\n"));
 }
 
-// A shape without triangles has no block, only the error that says so. The ring of six is closed:
-// each edge is passed once in either direction, but for the first triangle of each cap.
-TEST_F(LightExport, JoinsThePointsOfShapes) {
+// A shape without triangles writes only an error, and no block. The cylinder of six points is
+// closed: each edge occurs once in either direction, except at the first triangle of each cap.
+TEST_F(LightExport, BuildsTrianglesFromThePointsOfShapes) {
     const std::string ring4 = "[0,0,1,2,3,2,0,2,3,3,1,0,1,2,0,2,1,";
     const std::pair<Light::LightTypes, std::vector<std::string>> kinds[] = {
         {Light::AREA_TYPE, {"", "", "", "[0,1,2]", "[0,1,2,0,2,3]", ""}},
@@ -170,8 +170,8 @@ TEST_F(LightExport, WritesSpheresWithNormals) {
         EXPECT_NEAR(std::hypot(normal[0], normal[1], normal[2]), 1, 3e-6) << i;
     }
     EXPECT_EQ(normals[1], -1);                                      // the first pole
-    EXPECT_NEAR(normals[3 * 30], std::sin(3.14159265 / 29), 1e-6);  // the second ring starts at x
-    EXPECT_GT(normals[3 * 31 + 2], 0);                              // and goes to z
+    EXPECT_NEAR(normals[3 * 30], std::sin(3.14159265 / 29), 1e-6);  // the second ring starts at +x
+    EXPECT_GT(normals[3 * 31 + 2], 0);                              // and turns towards +z
     const std::string triangles = line(calls, "triangles");
     const std::string last = ",868,869,899,868,899,898]";
     EXPECT_EQ(numbers(triangles).size(), 3u * 1682);
@@ -179,8 +179,8 @@ TEST_F(LightExport, WritesSpheresWithNormals) {
     EXPECT_EQ(triangles.rfind(last), triangles.size() - last.size());
 }
 
-// Only polygons take the diffuse output fourfold. A light as cold as these has no colour.
-TEST_F(LightExport, TakesAlongSomeTypesAtAnyTemperature) {
+// Only polygons multiply the diffuse output by four. Lights as cold as these have no colour.
+TEST_F(LightExport, WritesThePowerOfTheSupportedTypes) {
     std::map<int, std::string> powers = {{0x214, "100"}, {0x215, "100"},    {0x218, "401"},
                                          {0x219, "401"}, {0x21D, "100.25"}, {0x21F, "100.25"}};
     for (const bool wanted : {true, false}) {
@@ -195,7 +195,7 @@ TEST_F(LightExport, TakesAlongSomeTypesAtAnyTemperature) {
     }
 }
 
-// Only a picture makes an environment; whatever else the sky shows leaves that of the light before.
+// Only a picture sets the environment; a sky light with anything else keeps the previous one.
 TEST_F(LightExport, KeepsThePictureOfASkyLight) {
     const TemporaryFolder folder;
     auto& drawn = scene.make<ProceduralMap>(solid({1, 2, 3, 255}));

@@ -13,7 +13,7 @@ using memhost::BlockMaterial;
 
 class MaterialConversion : public testing::Test {
 protected:
-    // A map of an image file of that name.
+    // A bitmap map of a new image file with that name.
     Texmap* image(const std::string& name) {
         memhost::write_png((folder_.path() / name).wstring() + L".png", memhost::Image(1, 1));
         return &scene_.bitmap(path(name));
@@ -25,7 +25,7 @@ protected:
         wanted_.set_bump_texture(path(bump));
     }
 
-    // The conversion of `material` at tick 160 is written as `wanted_` is.
+    // Expects that `material`, converted at tick 160, is written like `wanted_`.
     void expect_wanted(Mtl& material) {
         MaterialEntry entry;
         entry.time = 160;
@@ -45,7 +45,7 @@ private:
     TemporaryFolder folder_;
 };
 
-TEST_F(MaterialConversion, TakesTheNamedSlotsOfAStandardMaterialThatAreOn) {
+TEST_F(MaterialConversion, TakesTheEnabledSlotsOfAStandardMaterial) {
     auto& material = scene_.make<memhost::StandardMaterial>(L"M\u0141");
     material.diffuse([](TimeValue t) { return Color(t == 160 ? 0.5f : 0.0f, 2, -1); });
     material.specular({0.5f, 4, 0.1f}).shininess(0.5f);
@@ -60,8 +60,8 @@ TEST_F(MaterialConversion, TakesTheNamedSlotsOfAStandardMaterialThatAreOn) {
     expect_wanted(material);
 }
 
-// What lies past the twentieth slot or parameter block isn't looked at.
-TEST_F(MaterialConversion, TakesWhatOtherClassesHaveInCommon) {
+// Slots and parameter blocks after the twentieth are ignored.
+TEST_F(MaterialConversion, TakesTheCommonPropertiesOfOtherClasses) {
     auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(1, 2));
     material.diffuse({0.1f, 0.2f, 0.3f}).specular({0.4f, 0.5f, 4}).shininess(0.5f);
     material.block(0).number(0, L"bump_map", 1);
@@ -84,7 +84,7 @@ TEST_F(MaterialConversion, TakesWhatOtherClassesHaveInCommon) {
     expect_wanted(material);
 }
 
-TEST_F(MaterialConversion, TakesOneColourAndTheSwitchedMapsOfItsBlocks) {
+TEST_F(MaterialConversion, TakesOneColourAndTheEnabledMapsOfItsBlocks) {
     auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(0x37BF3F2F, 0x7034695C));
     expect_wanted(material);
 
@@ -97,7 +97,7 @@ TEST_F(MaterialConversion, TakesOneColourAndTheSwitchedMapsOfItsBlocks) {
     expect_wanted(material);
 }
 
-TEST_F(MaterialConversion, TakesTheMapsOfABlockByTheirShownNames) {
+TEST_F(MaterialConversion, TakesTheMapsOfABlockByTheirLocalNames) {
     auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(0x3F2C5FAA, 0x750008BC));
     expect_wanted(material);
 

@@ -11,13 +11,13 @@ namespace {
 
 using memhost::StandardMaterial;
 
-// One face for each material id.
+// A mesh with one face for each material id.
 memhost::MeshBuilder mesh_of_ids(const std::vector<MtlID>& ids) {
     const std::vector<memhost::Triangle> faces(ids.size(), {0, 1, 2});
     return memhost::MeshBuilder({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, faces).material_ids(ids);
 }
 
-// The number of slots, the entry of each that has one, and the names of the entries.
+// The number of slots, "slot>entry" for each slot with an entry, and the names of the entries.
 std::string summary(const MaterialTable& table) {
     std::string text = std::to_string(table.slot_count()) + ":";
     for (int slot = 0; slot < table.slot_count(); ++slot) {
@@ -64,7 +64,7 @@ TEST(MaterialTable, HoldsTheMaterialsOfFacesInTheOrderOfTheirFirstUse) {
     }
 }
 
-// The lengths are on both sides of the longest name.
+// The lengths are below, at and above the limit for a name.
 TEST(MaterialTable, GivesFacesWithoutAMaterialTheColourOfTheirNode) {
     for (const size_t length : {1, 226, 227, 2000}) {
         memhost::SceneBuilder scene;

@@ -18,7 +18,7 @@ using Floats = std::vector<float>;
 const Class_ID kPrimitive(0x10, 0);
 const std::vector<Point3> kCorners = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
 
-// So many faces, all alike, with the material ids 0, 1, 2 and so on.
+// Equal faces with the material ids 0, 1, 2 and so on.
 MeshBuilder stack_mesh(size_t faces) {
     std::vector<MtlID> ids;
     for (size_t id = 0; id < faces; ++id) {
@@ -27,7 +27,7 @@ MeshBuilder stack_mesh(size_t faces) {
     return MeshBuilder(kCorners, std::vector<Triangle>(faces, {0, 1, 2})).material_ids(ids);
 }
 
-// Materials of one name.
+// A multi-material of `count` textured materials with the same name.
 Mtl& materials(SceneBuilder& scene, size_t count) {
     std::vector<Mtl*> subs;
     for (size_t i = 0; i < count; ++i) {
@@ -42,7 +42,7 @@ struct Case {
     Class_ID class_id;
     Mesh mesh;
     size_t materials;
-    std::string objects;  // the triangles of each, with "uv" if it has coordinates
+    std::string objects;  // the number of triangles of each, with "uv" if it has coordinates
     void (*change)(NodeBuilder, ConvertibleObject&, Qor::Options&) = nullptr;
 };
 
@@ -57,9 +57,9 @@ std::string summary_of(const std::vector<ExportedMesh>& meshes, const std::strin
     return summary;
 }
 
-// A second node behind the case's own shows that an export goes on. The meshes of both have to be
-// given back.
-TEST(MeshExport, TakesWhatItCanUse) {
+// A second node after the case's own shows that the export goes on. The meshes of both must be
+// freed.
+TEST(MeshExport, WritesOnlyUsableMeshes) {
     const Mesh two = stack_mesh(2);
     const auto without_bones = [](NodeBuilder, ConvertibleObject&, Qor::Options& options) {
         options.Bones = false;
@@ -76,7 +76,7 @@ TEST(MeshExport, TakesWhatItCanUse) {
         MeshBuilder({{NAN, 0, 0}, {INFINITY, 0, -INFINITY}, {0, 0, 0}, {0, 1, 0}},
                     {{0, 1, 2}, {2, 2, 2}, {2, 3, 3}, {1, 2, 3}});
     const Mesh half_mapped = stack_mesh(2).map(1, kCorners, {{0, 1, 2}, {0, 1, 3}});
-    std::string hundred_and_thirty = "2 2 ";  // which share 128 slots
+    std::string hundred_and_thirty = "2 2 ";  // the ids share 128 slots
     for (int i = 0; i < 126; ++i) {
         hundred_and_thirty += "1 ";
     }
@@ -84,20 +84,20 @@ TEST(MeshExport, TakesWhatItCanUse) {
         {"a primitive", kPrimitive, two, 0, "2 "},
         {"a bone", BONE_OBJ_CLASSID, two, 0, "2 "},
         {"a bone that isn't wanted", BONE_OBJ_CLASSID, two, 0, "", without_bones},
-        {"for a plug-in alone", Class_ID(0x608b1c8f, 0x2f0b0d2d), two, 0, ""},
-        {"geometry that is no mesh", kPrimitive, two, 0, "", hold_nothing},
+        {"an excluded class", Class_ID(0x608b1c8f, 0x2f0b0d2d), two, 0, ""},
+        {"geometry without a mesh", kPrimitive, two, 0, "", hold_nothing},
         {"hidden", kPrimitive, two, 0, "", hide},
         {"empty", kPrimitive, MeshBuilder({}, {}), 0, ""},
         {"no faces", kPrimitive, MeshBuilder(kCorners, {}), 0, ""},
         {"no vertices", kPrimitive, MeshBuilder({}, {{0, 0, 0}}), 0, ""},
         {"a face past the end", kPrimitive, MeshBuilder(kCorners, {{0, 1, 3}}), 0, ""},
         {"a face far past it", kPrimitive, MeshBuilder(kCorners, {{~0u, 1, 2}}), 0, ""},
-        {"coordinates nowhere", kPrimitive, half_mapped, 1, "2 "},
-        {"in one part of two", kPrimitive, half_mapped, 2, "1uv 1 "},
-        {"no places, no directions", kPrimitive, no_numbers, 0, "4 "},
+        {"part with a face past the coordinates", kPrimitive, half_mapped, 1, "2 "},
+        {"one such part of two", kPrimitive, half_mapped, 2, "1uv 1 "},
+        {"NaN, infinity and degenerate faces", kPrimitive, no_numbers, 0, "4 "},
         {"ids past the materials", kPrimitive, stack_mesh(5), 2, "3 2 "},
         {"ids past the slots", kPrimitive, stack_mesh(130), 130, hundred_and_thirty},
-        {"changing, wanted at rest", kPrimitive, two, 0, "2 ", deform_unwanted},
+        {"deforming, wanted as still", kPrimitive, two, 0, "2 ", deform_unwanted},
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.name);
@@ -125,7 +125,7 @@ TEST(MeshExport, TakesWhatItCanUse) {
     }
 }
 
-TEST(MeshExport, GivesItsMeshBackWhenAConversionFails) {
+TEST(MeshExport, FreesItsMeshIfAMaterialFails) {
     SceneBuilder scene;
     auto& material = scene.make<StandardMaterial>(L"m").diffuse(
         [](TimeValue) -> Color { throw std::runtime_error("no colour"); });
@@ -136,7 +136,7 @@ TEST(MeshExport, GivesItsMeshBackWhenAConversionFails) {
     EXPECT_EQ(ConvertibleObject::live_conversions(), 0);
 }
 
-// Two sides that meet at a hard edge, whose vertices split. The object offset doubles places alone.
+// Two sides meet at a hard edge, so its vertices split. The object's offset scales only positions.
 TEST(MeshExport, WritesOneBlockByteForByte) {
     SceneBuilder scene;
     const MeshBuilder mesh =

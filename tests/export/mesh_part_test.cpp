@@ -19,7 +19,7 @@ using namespace memhost;
 constexpr int kChannel = 1;
 const Matrix3 kIdentity;
 
-// What is no number is the same whatever its sign and payload, on which processors don't agree.
+// All NaNs count as the same, since processors don't agree on their sign and payload.
 bool same_bits(const std::vector<float>& a, const std::vector<float>& b) {
     const auto same = [](float x, float y) {
         return std::memcmp(&x, &y, sizeof x) == 0 || (std::isnan(x) && std::isnan(y));
@@ -27,9 +27,8 @@ bool same_bits(const std::vector<float>& a, const std::vector<float>& b) {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), same);
 }
 
-// Extracts every part of a mesh with both versions and compares them bit by bit. Materials have
-// texture coordinates in a channel of the mesh, moved as `uv_transform` says; there need be no
-// picture for that.
+// Extracts every part of a mesh with both versions and compares the bits. The materials' textures
+// use a channel of the mesh with `uv_transform`; their picture need not exist for that.
 void expect_same_as_plain(Mesh mesh, MeshPartBuilder& builder, int materials,
                           const Matrix3& offset = kIdentity,
                           const Matrix3& uv_transform = kIdentity) {
@@ -62,9 +61,9 @@ void expect_same_as_plain(Mesh mesh, MeshPartBuilder& builder, int materials,
     }
 }
 
-// A mesh in which everything happens: few places, so that vertices are shared and faces degenerate,
-// groups of all kinds, several materials, coordinates and explicit normals that nearly match, and
-// numbers that are none.
+// A mesh with every special case: few positions, so that faces share vertices and degenerate; all
+// kinds of groups; several materials; coordinates and explicit normals that nearly match; and NaN
+// and infinity.
 Mesh random_mesh(std::mt19937& random) {
     const auto below = [&random](unsigned limit) { return static_cast<DWORD>(random() % limit); };
     const auto number = [&] {
@@ -115,7 +114,7 @@ Mesh random_mesh(std::mt19937& random) {
 
 TEST(MeshPart, EqualsThePlainExtractionOnRandomMeshes) {
     std::mt19937 random(1);
-    MeshPartBuilder builder;  // one for all: nothing of a mesh may reach the next
+    MeshPartBuilder builder;  // used for all meshes: none may affect the next
     for (int i = 0; i < 3000 && !HasFailure(); ++i) {
         Matrix3 offset = rotation_x(static_cast<double>(random() % 360)) * translation(1, 2, 3);
         if (i % 5 == 0) {
@@ -127,8 +126,8 @@ TEST(MeshPart, EqualsThePlainExtractionOnRandomMeshes) {
     }
 }
 
-// A vertex that very many faces share, on both sides of where its output vertices are found in
-// another way, with keys that lie close together.
+// A vertex that many faces share, with keys that are close together. The counts are on both sides
+// of the limit from which its output vertices are found through a hash table.
 TEST(MeshPart, EqualsThePlainExtractionAtCrowdedVertices) {
     std::mt19937 random(2);
     MeshPartBuilder builder;
@@ -140,7 +139,7 @@ TEST(MeshPart, EqualsThePlainExtractionAtCrowdedVertices) {
             std::vector<Triangle> map_faces;
             std::vector<UVVert> coordinates;
             std::vector<Point3> normals;
-            // Each normal and coordinate comes twice, the second time to be found again.
+            // Each normal and coordinate comes twice; the second one must find the first.
             const DWORD distinct = static_cast<DWORD>(count / 2 + 1);
             for (DWORD i = 0; i < static_cast<DWORD>(count); ++i) {
                 rim.emplace_back(place(random), place(random), place(random));
@@ -164,8 +163,8 @@ TEST(MeshPart, EqualsThePlainExtractionAtCrowdedVertices) {
     }
 }
 
-// The time may grow with the faces at a vertex, not with their square, and no stack is used up.
-TEST(MeshPart, TakesAnyNumberOfFacesAtAVertex) {
+// The time must be linear in the faces at a vertex, not quadratic, and the stack must not overflow.
+TEST(MeshPart, HandlesAnyNumberOfFacesAtAVertex) {
     constexpr DWORD kFaces = 100000;
     for (const DWORD groups : {0, 32}) {
         for (const bool explicit_normals : {false, true}) {

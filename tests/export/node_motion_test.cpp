@@ -22,7 +22,7 @@ Matrix3 slide(TimeValue t) {
     return at_x(static_cast<float>(t) / kFrame);
 }
 
-// At x from a tick on.
+// A motion that jumps to each x at its tick.
 LocalTransform steps(const std::vector<std::pair<TimeValue, float>>& xs) {
     std::vector<TransformKey> keys;
     for (const auto& [tick, x] : xs) {
@@ -35,7 +35,7 @@ std::string moved_by(const std::string& x) {
     return "1 0 0 0 0 1 0 0 0 0 1 0 " + (x == "nan" ? "nan nan nan 1" : x + " 0 0 1");
 }
 
-// Each time has a blank behind it.
+// `times` has a blank after each time.
 std::string track(const std::string& duration, const std::string& times, const std::string& xs) {
     std::string matrices;
     std::istringstream places(xs);
@@ -52,7 +52,7 @@ struct MotionCase {
     LocalTransform place;
     std::string written;
     Interval range;
-    TimeValue time;  // of the host, and so of the matrix that the keys are relative to
+    TimeValue time;  // the host's; keys are relative to the matrix at this time
 };
 
 template <typename Place>
@@ -64,15 +64,15 @@ MotionCase row(const char* what, Place place, std::string written, Interval rang
 const MotionCase kCases[] = {
     row("still", at_x(5), ""),
     row(
-        "one matrix, though the host can't tell", [](TimeValue) { return at_x(7); }, ""),
+        "one matrix, which the host doesn't know", [](TimeValue) { return at_x(7); }, ""),
     row("moves outside of the range only", steps({{-1, 7}, {0, 0}, {4 * kFrame, 9}}), ""),
     row("the same up to rounding", steps({{0, 1e-5f}, {1600, 0}}), "", kFour, 1600),
-    row("a little more", steps({{0, std::nextafter(1e-5f, 1.0f)}, {1600, 0}}),
+    row("more than rounding", steps({{0, std::nextafter(1e-5f, 1.0f)}, {1600, 0}}),
         track("0.132", "0 ", "1e-05"), kFour, 1600),
     row("elsewhere at the host's time", steps({{0, 0}, {1600, 5}}), track("0.132", "0 ", "-5"),
         kFour, 1600),
     row(
-        "moves in a larger space", [](TimeValue t) { return scaling(2, 2, 2) * slide(t); },
+        "moves in a scaled space", [](TimeValue t) { return scaling(2, 2, 2) * slide(t); },
         track("0.132", "0 33 66 99 ", "-0.5 0 0.5 1"), kFour, kFrame),
     row("rests up to frame 9, then moves", steps({{0, 0}, {10 * kFrame, 1}, {11 * kFrame, 2}}),
         track("0.429", "0 330 363 ", "0 1 2"), Interval(0, 12 * kFrame)),
@@ -86,37 +86,37 @@ const MotionCase kCases[] = {
         [](TimeValue t) { return slide(std::max(t, kNearEnd) - kNearEnd); },
         track("0.0680625", "0 33 ", "0 1"), Interval(kNearEnd, TIME_PosInfinity)),
     row(
-        "no number equals another", [](TimeValue) { return at_x(NAN); },
+        "NaN equals nothing", [](TimeValue) { return at_x(NAN); },
         track("0.066", "0 33 ", "nan nan"), Interval(0, kFrame)),
 };
 
-// A light that leaves nothing counts as content all the same.
+// A light that writes nothing still counts as content.
 NodeBuilder with_content(NodeBuilder node) {
     return node.object(std::make_shared<PlainObject>(LIGHT_CLASS_ID, Class_ID(1, 2)));
 }
 
-// Behind the first matrix, which is that of the innermost node.
-std::string behind_matrix(const std::string& text) {
+// The text after the first matrix, which is the innermost node's.
+std::string text_after_matrix(const std::string& text) {
     return with_readable_integers(text.substr(text.find('\n', text.find("\ntransform ") + 1) + 1));
 }
 
-TEST(NodeMotion, StandsBehindTheMatrix) {
+TEST(NodeMotion, ComesAfterTheMatrix) {
     for (const MotionCase& wanted : kCases) {
         SceneBuilder scene;
         scene.time(wanted.time).animation_ticks(wanted.range.Start(), wanted.range.End());
         const NodeBuilder node = with_content(scene.node(L"n"));
         node.node().set_local_transform(wanted.place);
-        EXPECT_EQ(behind_matrix(exported_nodes(scene)), wanted.written + "}\n") << wanted.what;
+        EXPECT_EQ(text_after_matrix(exported_nodes(scene)), wanted.written + "}\n") << wanted.what;
 
         Qor::Options options(&scene.host());
         options.TransformAnimations = false;
-        EXPECT_EQ(behind_matrix(exported(scene, options)), "}\n}\n") << wanted.what;
+        EXPECT_EQ(text_after_matrix(exported(scene, options)), "}\n}\n") << wanted.what;
         node.object(std::make_shared<HelperObject>());
-        EXPECT_EQ(behind_matrix(exported_nodes(scene)), "}\n") << wanted.what;
+        EXPECT_EQ(text_after_matrix(exported_nodes(scene)), "}\n") << wanted.what;
     }
 }
 
-// The parent shows nothing but its child, whose place the parent's track tells.
+// The parent has no object, but gets a track because it moves its child.
 TEST(NodeMotion, IsRelativeToAParentThatMoves) {
     const std::string slides = track("0.066", "0 33 ", "0 1");
     for (const bool child_moves : {false, true}) {
@@ -127,7 +127,7 @@ TEST(NodeMotion, IsRelativeToAParentThatMoves) {
             child.motion(slide);
         }
         EXPECT_EQ(
-            behind_matrix(exported_nodes(scene)),
+            text_after_matrix(exported_nodes(scene)),
             (child_moves ? slides : "") + "}\ntransform " + moved_by("0") + "\n" + slides + "}\n");
     }
 }

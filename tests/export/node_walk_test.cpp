@@ -18,7 +18,7 @@ std::string group(const std::string& name, const std::string& content = kIdentit
     return "\ngroup \"" + name + "\" {\n" + content + "}\n";
 }
 
-// Matrices are those of the host's time.
+// Matrices are read at the host's time.
 TEST(NodeWalk, ChildrenComeBeforeTheMatrixOfTheirParent) {
     SceneBuilder scene;
     scene.time(800);
@@ -33,7 +33,7 @@ TEST(NodeWalk, ChildrenComeBeforeTheMatrixOfTheirParent) {
                   group("arm"));
 }
 
-// A node without an object is a group and nothing else; a hidden one keeps its place.
+// A node without an object is only a group; a hidden one keeps its matrix.
 TEST(NodeWalk, NodesWithoutAnObjectHaveNoMatrix) {
     SceneBuilder scene;
     scene.node(L"none").at(1, 0, 0).without_object().child(L"below").at(2, 0, 0);
@@ -44,8 +44,8 @@ TEST(NodeWalk, NodesWithoutAnObjectHaveNoMatrix) {
                                          group("hidden none", moved_to("4")));
 }
 
-// Whatever a node holds, it has its group and matrix; and none of these has anything to write.
-TEST(NodeWalk, ObjectsOfEveryKindHaveTheirPlace) {
+// Nodes with these objects have a group and a matrix, but no contents.
+TEST(NodeWalk, WritesAGroupAndAMatrixForEveryKindOfObject) {
     const std::pair<SClass_ID, Class_ID> kinds[] = {
         {GEOMOBJECT_CLASS_ID, Class_ID(1, 2)}, {GEOMOBJECT_CLASS_ID, Class_ID(TARGET_CLASS_ID, 0)},
         {LIGHT_CLASS_ID, Class_ID(1, 2)},      {SHAPE_CLASS_ID, Class_ID(1, 2)},
@@ -61,8 +61,8 @@ TEST(NodeWalk, ObjectsOfEveryKindHaveTheirPlace) {
     }
 }
 
-// Below a singular place nothing is lost, and what is no number is written as that. The host's
-// product with the root's matrix spreads it over the row.
+// Children of a node with a singular matrix are written. NaN is written too; the host's product
+// with the root's matrix spreads it over the row.
 TEST(NodeWalk, SingularAndInvalidMatrices) {
     SceneBuilder scene;
     scene.node(L"flat").transform(memhost::scaling(1, 1, 0)).child(L"below").at(2, 0, 0);
@@ -73,7 +73,7 @@ TEST(NodeWalk, SingularAndInvalidMatrices) {
                   group("invalid", "transform 1 0 0 0 0 1 0 0 0 0 1 0 nan nan nan 1\n"));
 }
 
-// Far deeper than the host's stack could bear as recursion.
+// Recursion of this depth would overflow the host's stack.
 TEST(NodeWalk, AChainOfAnyDepth) {
     constexpr int kDepth = 100000;
     SceneBuilder scene;
@@ -88,8 +88,8 @@ TEST(NodeWalk, AChainOfAnyDepth) {
     EXPECT_TRUE(exported_nodes(scene) == opening + closing);
 }
 
-// A cancel is asked for before each child; what is open then is completed and closed. The fifth
-// poll never comes.
+// The walk polls before each child. On a cancel, the open groups get their matrices and are closed.
+// The fifth poll never comes.
 TEST(NodeWalk, ACancelLeavesAWellFormedScene) {
     const std::string nodes_by_poll[] = {
         "",

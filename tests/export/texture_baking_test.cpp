@@ -19,8 +19,8 @@ std::string text_of(qor::SmartMaterial& material) {
     return emitted_text([&material](qor::qorSceneapi_oo& scene) { material.emit(scene); });
 }
 
-// Each kind has a texture and a channel of its own; what can't be used leaves both alone.
-TEST(ApplyTexmap, TakesTheFileOfABitmapMapWhereItLies) {
+// Each kind has its own texture and channel. A map that can't be used changes neither.
+TEST(ApplyTexmap, UsesTheFileOfABitmapMapInPlace) {
     using Material = qor::SmartMaterial;
     const TemporaryFolder folder;
     const std::string wood = folder / "wood_";
@@ -56,8 +56,9 @@ TEST(ApplyTexmap, TakesTheFileOfABitmapMapWhereItLies) {
     }
 }
 
-// A file that can't be written isn't tried again in a second export; a picture without memory is.
-TEST(ApplyTexmap, DrawsAnyOtherMapOnceAndNamesItsFileInAnyCase) {
+// A second export doesn't draw a map again if its file couldn't be written, but does if there was
+// no memory for the picture.
+TEST(ApplyTexmap, DrawsOtherMapsOnceAndAlwaysNamesTheirFile) {
     const struct {
         const char* material;
         bool has_memory;  // at the first export

@@ -12,7 +12,7 @@
 
 #include "standins/host/sdk/max.h"
 
-/// A model's motion as assimp's own types have it. Times are ticks of the host.
+/// A model's motion, computed with assimp's own types. Times are ticks of the host.
 class AssimpMotion {
 public:
     AssimpMotion(const std::string& path, double ticks_per_second)
@@ -49,7 +49,7 @@ public:
         return node.mParent ? world(*node.mParent, t) * local(node, t) : local(node, t);
     }
 
-    /// By target.
+    /// One weight for each morph target of `mesh`.
     std::vector<float> morph_weights(const aiNode& node, const aiMesh& mesh, TimeValue t) const {
         std::vector<float> weights;
         for (unsigned i = 0; i < mesh.mNumAnimMeshes; ++i) {
@@ -77,7 +77,7 @@ private:
         aiQuaternion::Interpolate(q, a, b, part);
         return q.Normalize();
     }
-    // The keys before and behind a time, and how much the second one counts.
+    // The keys before and after a time, and the weight of the second one.
     template <typename Key>
     std::tuple<const Key&, const Key&, float> around(const Key* keys, unsigned count,
                                                      TimeValue t) const {

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kTicksPerFrame = 160;
 
-// A mesh as assimp's own types have it at a time, in the space of its node.
+// The shape of a mesh at a time, computed with assimp's own types, in the space of its node.
 struct AssimpShape {
     AssimpShape(const AssimpMotion& motion, const aiNode& node, const aiMesh& mesh, TimeValue t)
         : positions(mesh.mVertices, mesh.mVertices + mesh.mNumVertices),
@@ -71,8 +71,8 @@ struct AssimpShape {
     std::vector<aiVector3D> normals;
 };
 
-// Corner by corner, at the first, the last and some frames in between.
-TEST(DeformingModel, IsExportedAsAssimpHasIt) {
+// Compares corner by corner, at the first, the last and some frames in between.
+TEST(DeformingModel, AgreesWithAssimp) {
     SKIP_WITHOUT_MODELS();
     const std::tuple<std::string, double, std::string, const char*, size_t> models[] = {
         // file, ticks per second, node, its material, frames
@@ -127,11 +127,11 @@ TEST(DeformingModel, IsExportedAsAssimpHasIt) {
     }
 }
 
-// A square of two triangles on the bones "A" and "B", which the test breaks. "A" rises by 10 in the
-// first of two seconds; "B" stays.
+// A square of two triangles, to which the test adds invalid bones and targets. The node "A" rises
+// by 10 in the first of two seconds; "B" stays.
 struct Square : MadeModel {
     Square() : MadeModel({"A", "B", "Square"}), mesh(append(mMeshes, mNumMeshes)) {
-        // The corners 3 and 5 lie on 0 and 2.
+        // The corners 3 and 5 coincide with 0 and 2.
         mesh.mVertices = new aiVector3D[mesh.mNumVertices = 6]{{0, 0, 0}, {1, 0, 0}, {1, 1, 0},
                                                                {0, 0, 0}, {0, 1, 0}, {1, 1, 0}};
         mesh.mFaces = new aiFace[mesh.mNumFaces = 2];
@@ -159,7 +159,7 @@ struct Square : MadeModel {
         target.mWeight = weight;
     }
 
-    // Heights of the vertices after a second.
+    // The heights of the vertices after a second.
     std::vector<float> heights() {
         warnings.clear();
         const NodeIndex nodes(*this);
@@ -180,7 +180,7 @@ struct Square : MadeModel {
     aiMesh& mesh;
 };
 
-TEST(DeformingParts, LeaveOutWhatIsBrokenAndSaySo) {
+TEST(DeformingParts, LeaveOutInvalidBonesAndTargetsWithWarnings) {
     constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     Square square;
     square.bone("A", {{0, 1}, {6, 1}, {1, kNan}, {2, -1}, {0xFFFFFFFF, 1}});
@@ -191,9 +191,9 @@ TEST(DeformingParts, LeaveOutWhatIsBrokenAndSaySo) {
     EXPECT_EQ(square.heights(), (std::vector<float>{10, 0, 0, 0, 0}));
     EXPECT_THAT(square.warnings,
                 testing::UnorderedElementsAre(HasSubstr("bone \"nobody\" is left out: no node"),
-                                              HasSubstr("bone \"B\" is left out: its place"),
-                                              HasSubstr("it has other vertices than its mesh"),
-                                              HasSubstr("left out: 4 are no weights")));
+                                              HasSubstr("bone \"B\" is left out: its matrix"),
+                                              HasSubstr("its number of vertices is not its mesh's"),
+                                              HasSubstr("left out: 4 are invalid")));
 }
 
 }  // namespace

@@ -8,8 +8,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A face is a triangle of the file; the importer hands none on that points nowhere. A point light
-// is a triangle that shines.
+// The triangles that the scene's file must hold: one for each face, and one for each point light.
 std::uint64_t triangles_of(memhost::SceneBuilder& scene) {
     std::uint64_t triangles = 0;
     for (const auto& node : scene.host().nodes()) {
@@ -23,8 +22,8 @@ std::uint64_t triangles_of(memhost::SceneBuilder& scene) {
     return triangles;
 }
 
-// Many of these files are broken on purpose; the others become scenes that hold all of them.
-TEST(EveryModel, EndsAsAWholeSceneOrWithOneLine) {
+// Many of these files are broken on purpose. The others must become scenes that lack nothing.
+TEST(EveryModel, BecomesAWholeSceneOrIsRefusedInOneLine) {
     SKIP_WITHOUT_MODELS();
     const TemporaryFolder folder;
     const std::string target = folder / "scene.vsq";

@@ -22,8 +22,8 @@ struct Corner {
     std::optional<aiVector3D> uv;
 };
 
-// Two corners of a face that lie at one place have one normal in the host.
-bool shares_its_place(const std::vector<Corner>& corners, size_t i) {
+// Two corners of a face at the same position have one normal in the host.
+bool shares_its_position(const std::vector<Corner>& corners, size_t i) {
     const size_t first = i - i % 3;
     return corners[i].position == corners[first + (i + 1) % 3].position ||
            corners[i].position == corners[first + (i + 2) % 3].position;
@@ -37,7 +37,7 @@ std::vector<Corner> corners_of(const std::vector<ExportedMesh>& meshes) {
     std::vector<Corner> corners;
     for (const ExportedMesh& mesh : meshes) {
         if (mesh.normals.empty()) {
-            continue;  // what carries a light
+            continue;  // the mesh of a light
         }
         for (const std::int32_t vertex : mesh.triangles) {
             const size_t v = static_cast<size_t>(vertex);
@@ -51,8 +51,8 @@ std::vector<Corner> corners_of(const std::vector<ExportedMesh>& meshes) {
     return corners;
 }
 
-// The corners of a model as assimp has them, in the order of an export: the nodes below a node
-// first, and at a node the triangles of each material together.
+// The corners of a model, read from assimp in the order of an export: a node's children before the
+// node itself, and a node's triangles grouped by material.
 struct AssimpCorners {
     const aiScene& model;
     std::vector<Corner> corners;
@@ -92,7 +92,7 @@ struct AssimpCorners {
                     corner.normal = (normal_matrix * mesh.mNormals[v]).Normalize();
                 }
                 if (has_uv) {
-                    // A mesh without coordinates beside one with them has them at zero.
+                    // A mesh without coordinates that is joined with one that has them gets zeros.
                     const aiVector3D* uvs = mesh.mTextureCoords[0];
                     corner.uv = uvs ? aiVector3D(uvs[v].x, uvs[v].y, 0) : aiVector3D();
                 }
@@ -101,7 +101,7 @@ struct AssimpCorners {
         }
     }
 
-    // Whether it has a texture that brings coordinates along.
+    // True if the material has a texture for which coordinates are exported.
     static bool is_textured(const aiMaterial& material) {
         const auto types = {aiTextureType_DIFFUSE, aiTextureType_BASE_COLOR, aiTextureType_OPACITY,
                             aiTextureType_HEIGHT};
@@ -111,7 +111,7 @@ struct AssimpCorners {
     }
 };
 
-// Corner by corner, so that the number of triangles and the box agree as well.
+// Comparing corner by corner also compares the number of triangles and the box.
 void expect_agreement(const std::string& path, bool has_textures) {
     const ExportedLibraries installation;
     ImportedModel scene(path);
@@ -120,13 +120,14 @@ void expect_agreement(const std::string& path, bool has_textures) {
     Assimp::Importer importer;
     const aiScene* source = importer.ReadFile(path, aiProcess_Triangulate);
     ASSERT_NE(source, nullptr);
-    // All of them have Y up.
+    // All of these models have Y up.
     AssimpCorners from_assimp = {*source, {}};
     from_assimp.add(*source->mRootNode, {1, 0, 0, 0, 0, 0, -1, 0, 0, 1, 0, 0, 0, 0, 0, 1});
     const std::vector<Corner>& wanted = from_assimp.corners;
     ASSERT_EQ(corners.size(), wanted.size());
 
-    // Matrices have six digits in the file, and normals that nearly match share a vertex.
+    // The tolerances allow for matrices with six digits, and for nearly equal normals that share a
+    // vertex.
     float size = 1;
     for (const Corner& corner : wanted) {
         size = std::max(size, corner.position.Length());
@@ -135,7 +136,7 @@ void expect_agreement(const std::string& path, bool has_textures) {
     for (size_t i = 0; i < wanted.size(); ++i) {
         SCOPED_TRACE("corner " + std::to_string(i));
         ASSERT_LT((corners[i].position - wanted[i].position).Length(), 1e-5f * size);
-        if (wanted[i].normal && !shares_its_place(wanted, i)) {
+        if (wanted[i].normal && !shares_its_position(wanted, i)) {
             ASSERT_LT((*corners[i].normal - *wanted[i].normal).Length(), 1e-3f);
             ++normals;
         }

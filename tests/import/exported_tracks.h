@@ -13,11 +13,11 @@ struct ExportedTrack {
     std::string node;
     std::vector<double> matrix;
     std::vector<double> timestamps;
-    std::vector<double> changes;  // a matrix by timestamp, which the node's is multiplied with
+    std::vector<double> changes;  // for each timestamp the matrix that multiplies the node's
 };
 
-/// The numbers behind `at`, with blanks, commas or line ends between them.
-inline std::vector<double> numbers_behind(const std::string& text, size_t at) {
+/// The first numbers after `at`, separated by blanks, commas or line feeds.
+inline std::vector<double> numbers_after(const std::string& text, size_t at) {
     const std::string digits = "-0123456789";
     const size_t start = text.find_first_of(digits, at);
     const size_t end = text.find_first_not_of(digits + ".e+, \n", start);
@@ -27,7 +27,7 @@ inline std::vector<double> numbers_behind(const std::string& text, size_t at) {
     return {std::istream_iterator<double>(stream), {}};
 }
 
-/// Reads the tracks of nodes, not of cameras, off the bytes of a scene file that is well formed.
+/// The tracks of nodes, but not of cameras, in the bytes of a well-formed scene file.
 inline std::vector<ExportedTrack> tracks_of(const std::string& bytes) {
     const std::string text = with_readable_integers(bytes);
     std::vector<ExportedTrack> tracks;
@@ -35,9 +35,9 @@ inline std::vector<ExportedTrack> tracks_of(const std::string& bytes) {
         const size_t name = text.rfind('"', at) + 1;
         if (name < at) {
             tracks.push_back({text.substr(name, at - name),
-                              numbers_behind(text, text.rfind("\ntransform ", at)),
-                              numbers_behind(text, text.find("\"timestamps\"", at)),
-                              numbers_behind(text, text.find("\"matrices\"", at))});
+                              numbers_after(text, text.rfind("\ntransform ", at)),
+                              numbers_after(text, text.find("\"timestamps\"", at)),
+                              numbers_after(text, text.find("\"matrices\"", at))});
         }
     }
     return tracks;

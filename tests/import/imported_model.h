@@ -12,18 +12,18 @@
 
 inline const std::string kModels = VSQ_TEST_MODELS "/";
 
-/// The tests of real models need the package that holds them.
+/// Tests of real models need the package that contains them.
 #define SKIP_WITHOUT_MODELS()                                              \
     if (!std::filesystem::is_directory(VSQ_TEST_MODELS)) {                 \
         GTEST_SKIP() << "assimp-testmodels is not at " << VSQ_TEST_MODELS; \
     }
 
-/// The scene that a model file becomes.
+/// The scene that is imported from a model file.
 struct ImportedModel : memhost::SceneBuilder {
     explicit ImportedModel(const std::string& path)
         : warnings(vsqexport::import_model(path, *this)) {}
 
-    /// The first node of that name. A test fails where there is none.
+    /// The first node of that name. Throws, which fails the test, if there is none.
     memhost::MemoryNode& find(const std::string& name) {
         for (const auto& node : host().nodes()) {
             if (memhost::utf8_from_units(node->GetName()) == name) {
@@ -33,7 +33,7 @@ struct ImportedModel : memhost::SceneBuilder {
         throw std::runtime_error("the model has no node " + name);
     }
 
-    /// What the node of that name shows.
+    /// The object of the node of that name.
     template <typename ObjectKind>
     ObjectKind& object(const std::string& name) {
         return dynamic_cast<ObjectKind&>(*find(name).EvalWorldState(0).obj);

@@ -9,7 +9,7 @@
 
 #include "tools/vsqexport/import/animation_import.h"
 
-/// Makes something behind the others of one of assimp's lists.
+/// Appends a new element to one of assimp's lists.
 template <typename Element>
 Element& append(Element**& list, unsigned& count) {
     Element** longer = new Element*[count + 1];
@@ -19,7 +19,7 @@ Element& append(Element**& list, unsigned& count) {
     return *(list[count++] = new Element);
 }
 
-/// A model with some nodes below its root, and an animation with a tick a second.
+/// A model with some nodes below its root, and an animation with one tick per second.
 struct MadeModel : aiScene {
     explicit MadeModel(const std::vector<const char*>& names) {
         mRootNode = new aiNode("Root");
@@ -30,7 +30,7 @@ struct MadeModel : aiScene {
         append(mAnimations, mNumAnimations).mTicksPerSecond = 1;
     }
 
-    /// Heights by time; the other components have no keys.
+    /// Adds a channel with keys for the height, given as time and z; rotation and scale have none.
     aiNodeAnim& move(const char* node, const std::vector<std::pair<double, float>>& keys) {
         aiNodeAnim& channel = append(mAnimations[0]->mChannels, mAnimations[0]->mNumChannels);
         channel.mNodeName = node;

@@ -25,11 +25,11 @@ aiMatrix4x4 column_vectors(const std::vector<double>& numbers, size_t matrix = 0
     return rows.Transpose();
 }
 
-// Assimp's up is Y in all of them.
-TEST(ModelAnimation, MovesNodesAsAssimpHasThem) {
+// Assimp has Y up in all of these models.
+TEST(ModelAnimation, MovesNodesAsAssimpDoes) {
     SKIP_WITHOUT_MODELS();
     const std::tuple<const char*, double, int, size_t> models[] = {
-        // file, ticks per second, last frame, how many nodes with something to show move at least
+        // file, ticks per second, last frame, least number of tracks in the scene file
         {"3DS/RotatingCube.3DS", 30, 181, 1},
         {"ASE/anim2.ASE", 4800, 100, 1},
         {"ASE/MotionCaptureROM.ase", 4800, 1355, 20},
@@ -83,7 +83,7 @@ float height_at(const ModelAnimation& animation, const aiNode& node, int seconds
     return place.at(seconds * TIME_TICKSPERSEC, valid).GetTrans().z;
 }
 
-TEST(ModelAnimation, LeavesOutWhatCannotBeAndSaysSo) {
+TEST(ModelAnimation, LeavesOutInvalidKeysAndChannelsWithWarnings) {
     constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     MadeModel model({"A", "B"});
     model.move("A", {{-3, 1}, {kNan, 2}, {1e9, 3}});
@@ -97,7 +97,7 @@ TEST(ModelAnimation, LeavesOutWhatCannotBeAndSaysSo) {
                 testing::UnorderedElementsAre(
                     HasSubstr("\"A\" is left out: the node has another"),
                     HasSubstr("\"B\" is left out: it has no keys"),
-                    HasSubstr("\"nobody\" and 1 more are left out"), HasSubstr("2 hold something"),
+                    HasSubstr("\"nobody\" and 1 more are left out"), HasSubstr("2 hold NaN"),
                     HasSubstr("lasts 1e+09 seconds, the range only 3600")));
     Interval valid = FOREVER;
     EXPECT_EQ(height_at(animation, model.node(1), 3, valid), 5);

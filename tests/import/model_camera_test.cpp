@@ -13,10 +13,10 @@ namespace {
 
 struct Lens {
     float fov_degrees;
-    float near_plane;  // 0: it doesn't clip
+    float near_plane;  // 0 if the camera doesn't clip
 };
 
-// `seen` is a point in the middle of what the camera looks at.
+// `seen` is a point on the camera's axis.
 void expect_camera(const std::string& file, const std::string& name, const Point3& place,
                    const Point3& seen, const Point3& up, const Lens& lens) {
     SCOPED_TRACE(file);
@@ -27,11 +27,11 @@ void expect_camera(const std::string& file, const std::string& name, const Point
     EXPECT_NEAR(state.fov * 57.29578f, lens.fov_degrees, 1e-2f);
     EXPECT_EQ(state.manualClip ? state.hither : 0, lens.near_plane);
 
-    // As it is written: a matrix, or the first of a track.
+    // The file has a matrix, or a track of which this takes the first one.
     const std::string text = exported(scene);
     const size_t block = text.find("camera \"" + name + "\" {");
     ASSERT_NE(block, std::string::npos);
-    const std::vector<double> m = numbers_behind(
+    const std::vector<double> m = numbers_after(
         text, std::min(text.find("\ntransform ", block), text.find("\"matrices\" [ ", block)));
     ASSERT_GE(m.size(), 16u);
     const auto row = [&m](size_t i) {
@@ -43,8 +43,8 @@ void expect_camera(const std::string& file, const std::string& name, const Point
     EXPECT_LT((row(1).Normalize() - up).Length(), 1e-3f);
 }
 
-// Places, targets and angles as the files have them, turned to Z up.
-TEST(ModelCamera, StandsLooksAndOpensAsInTheFile) {
+// Positions, targets and angles are those of the files, rotated to Z up.
+TEST(ModelCamera, HasThePositionDirectionAndAngleOfTheFile) {
     SKIP_WITHOUT_MODELS();
     expect_camera("3DS/CameraRollAnim.3ds", "Camera01", {-153.0771f, 3.272f, 22.7776f},
                   {-37.228f, -0.2205f, 22.7776f}, {0, 0.0009f, 1}, {45, 0});
@@ -61,10 +61,10 @@ TEST(ModelCamera, StandsLooksAndOpensAsInTheFile) {
                   {0.9325f, -0.8912f, -0.4010f}, {-0.3174f, -0.8953f, 0.3125f}, {49.134f, 0.1f});
 }
 
-TEST(ModelLight, IsAnOmniLightWithItsColourAndIntensity) {
+TEST(ModelLight, BecomesAnOmniLightWithItsColourAndIntensity) {
     SKIP_WITHOUT_MODELS();
     const std::tuple<const char*, const char*, Point3, float, Point3> cases[] = {
-        // file, name, place, intensity, colour
+        // file, name, position, intensity, colour
         {"ASE/anim2.ASE", "Sky01", {-38.5409f, -85.6864f, 74.871f}, 1, {0.95f, 0.95f, 1}},
         {"BLEND/box.blend", "Light", {4.0762f, 1.0055f, 5.9039f}, 1000, {1, 1, 1}},
         {"LWS/move_x_oldformat_56.lws", "Light_(20000000)", {-2, -2, 2}, 1, {1, 1, 1}},

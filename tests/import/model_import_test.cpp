@@ -30,7 +30,7 @@ std::string written(const TemporaryFolder& folder, const std::string& name,
     return folder / name;
 }
 
-// Assimp's tree and matrices, computed by its own types, against the host's.
+// Compares assimp's tree and its matrices, computed with its own types, with the host's.
 void expect_same(aiNode* const* expected, unsigned count, const aiMatrix4x4& parent_world,
                  INode& parent, const Matrix3& z_up) {
     ASSERT_EQ(parent.NumberOfChildren(), static_cast<int>(count));
@@ -52,9 +52,9 @@ TEST(ModelImport, AgreesWithAssimpOnNamesTreeAndWorldMatrices) {
     SKIP_WITHOUT_MODELS();
     struct Model {
         std::string path;
-        char up;        // of what assimp makes of it
-        bool has_root;  // its root becomes a node
-        int unit;       // that the format or the file tells
+        char up;        // the axis in assimp's scene
+        bool has_root;  // the root becomes a node
+        int unit;       // from the format or the file; inches if neither has one
     };
     const Model models[] = {
         {kModels + "3DS/cubes_with_alpha.3DS", 'Y', false, UNITS_INCHES},
@@ -92,17 +92,17 @@ TEST(ModelImport, AgreesWithAssimpOnNamesTreeAndWorldMatrices) {
     }
 }
 
-TEST(ModelImport, RefusesWithOneLineThatNamesFileAndReason) {
+TEST(ModelImport, RefusesAFileWithOneLineThatNamesFileAndReason) {
     const std::tuple<std::string, std::string, const char*> refusals[] = {
-        // name and content of a file, where one can be written, and the reason
+        // name and content of a file, which not every name allows, and the reason
         {"empty.obj", "", "the file is empty"},
         {"prose.txt", "Once upon a time\nthere was a file.\n", "its format is not known"},
         {"two\nlines.gltf", "{ \"asset\": ", "its content is not that of a .gltf file"},
         {"faulty.obj", "v 0 0 0\nv 1 0 0\nf 1 2 9\n", "OBJ: vertex index out of range"},
         {"greedy.off", "COFF\n# counts\n99999999999999999999 6 0\n0 0 0\n",
-         "counts more than the file can hold"},
+         "promises more than the file can hold"},
         {"faces.off", "OFF 3 4000000000 0\n0 0 0\n0 0 0\n0 0 0\n",
-         "counts more than the file can hold"},
+         "promises more than the file can hold"},
         {"no nodes.gltf", R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": []}]})",
          "it holds no nodes"},
         {"no folder/model.gltf", "", "there is no such file"},
@@ -123,14 +123,14 @@ TEST(ModelImport, RefusesWithOneLineThatNamesFileAndReason) {
     }
 }
 
-TEST(ModelImport, ReadsNationalCharactersInPathsAndOfAnOldEncoding) {
+TEST(ModelImport, ReadsUnicodePathsAndLatin1Names) {
     const TemporaryFolder folder;
     const std::string name = "T\xc3\xbcr \xe6\xa4\x85.obj";
     ImportedModel scene(written(folder, name, "o caf\xe9\n" + kTriangle));
     EXPECT_NO_THROW(scene.find("caf\xc3\xa9"));
 }
 
-// The model library recurses along it, further than a usual stack goes.
+// The model library recurses along the chain, deeper than a usual stack allows.
 TEST(ModelImport, ReadsAChainOfThirtyThousandNodes) {
     constexpr int kDepth = 30000;
     std::string nodes;

@@ -7,7 +7,7 @@
 namespace qor {
 namespace {
 
-TEST(BezierCurves, LeavesOutWhatItHasNot) {
+TEST(BezierCurves, LeavesOutUnsetParameters) {
     BezierCurves curves("bare");
     curves.set_order(0);
     curves.set_fit_to_cubic(true);

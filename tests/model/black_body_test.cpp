@@ -9,7 +9,7 @@
 namespace qor {
 namespace {
 
-// White light excites all channels nearly alike, so that a slip in any row shows here.
+// White light excites all channels almost equally, so that an error in any row shows here.
 TEST(ColorMatching, HoldsTheStandardObserver) {
     double x = 0, y = 0, z = 0;
     for (const ColorMatching& row : kColorMatching) {
@@ -41,7 +41,7 @@ TEST(BlackBody, GlowsFromRedToBlue) {
     EXPECT_LT(BlackbodyChromaticity(-5000).y, 0);
 }
 
-// Each of these angles, its sign and the order of the turns make a difference.
+// With these angles, a wrong axis, sign or order changes the result.
 TEST(EulerMatrix, TurnsAboutXThenYThenZ) {
     const double wanted[4][4] = {{0, 0, 1, 0}, {0, -1, 0, 0}, {1, 0, 0, 0}, {0, 0, 0, 1}};
     const qorMatrix matrix = EulerMatrix(90, -90, 90);

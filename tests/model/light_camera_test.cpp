@@ -11,7 +11,7 @@
 namespace qor {
 namespace {
 
-// What a camera that nothing was set on has in these places.
+// A camera's defaults.
 const std::string kPerspective = "projection \"perspective\"\n";
 const std::string kLens = kPerspective + "fov 60\n";
 const std::string kOrientation = "position 0 0 0\ndirection 0 0 -1\nup 0 1 0\n";
@@ -40,7 +40,7 @@ TEST(LightCamera, WritesWhatWasSet) {
     const CameraCase cases[] = {
         {[](LightCamera& c) { c.set_fov4(1, 2, 3, 4); }, kPerspective + "fov4 1 2 3 4\n"},
         {[](LightCamera& c) { c.set_fov4(1, 2, 3, 4), c.set_fov(30); }, kPerspective + "fov 30\n"},
-        // A view has a window or an angle.
+        // The projection decides whether the window or the angle is written.
         {[](LightCamera& c) { c.set_projection(1), c.set_window(1, 2, 3, 4); },
          "projection \"orthographic\"\nwindow 1 2 3 4\n"},
         {[](LightCamera& c) { c.set_projection(2), c.set_window(1, 2, 3, 4); }},

@@ -31,7 +31,7 @@ TEST(Materials, AreWrittenInFullUntilTheyAreDefined) {
     EXPECT_EQ(text_of(material), "material \"wood\"\n");
 }
 
-TEST(Diffuse, HoldsColoursToTheUnitRange) {
+TEST(Diffuse, ClampsColoursToTheUnitRange) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float above_one = std::nextafter(1.0f, 2.0f);
     const float below_one = std::nextafter(1.0f, 0.0f);
@@ -46,13 +46,12 @@ TEST(Diffuse, HoldsColoursToTheUnitRange) {
     EXPECT_TRUE(std::isnan(material.get_color().b));
 }
 
-// The nested shader is built between a push and a pop, in a buffer of its own.
-TEST(Diffuse, NestsTheColoursOfVertices) {
+TEST(Diffuse, NestsTheShaderOfVertexColours) {
     Diffuse material("m");
     material.set_use_vertex_color(true);
     material.set_color(1, 0.5f, 0.25f);
 
-    // The push without a pop leaves nothing behind that a later material would meet.
+    // The outer shader is pushed but never popped, which must not affect a later material.
     Diffuse next("next");
     EXPECT_EQ(emitted_text([&](qorSceneapi_oo& scene) {
                   material.emit(scene);
@@ -65,7 +64,7 @@ TEST(Diffuse, NestsTheColoursOfVertices) {
                   text_of(next));
 }
 
-TEST(CurveMaterial, RandomizesAColourOrThatOfVertices) {
+TEST(CurveMaterial, RandomizesItsColourOrTheVertexColours) {
     CurveMaterial material("curve");
     const std::string before =
         "material \"curve\" {\n"
@@ -89,7 +88,7 @@ TEST(CurveMaterial, RandomizesAColourOrThatOfVertices) {
     EXPECT_EQ(text_of(material), before + "\"map\" ! 1,\n\"hue\" 0.25,\n\"value\" 0.5,\n" + after);
 }
 
-TEST(AreaLightMaterial, GivesItsPowerInEitherUnit) {
+TEST(AreaLightMaterial, WritesItsPowerInEitherUnit) {
     AreaLightMaterial material("lamp 7");
     const auto block = [](const std::string& parameters) {
         return "material \"lamp 7\" {\nsurface \"qor_mesh_light\" {\n" + parameters +

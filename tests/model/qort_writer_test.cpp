@@ -31,7 +31,7 @@ struct Arrays {
     std::vector<QorTFrame> frames;
 };
 
-// A mesh that borrows its arrays.
+// A mesh with pointers to arrays that it doesn't own.
 struct LentMesh : QorTMesh {
     explicit LentMesh(const Arrays& all = {}) : arrays(all) {
         const auto lend = [](auto& array, auto*& pointer) {
@@ -63,7 +63,7 @@ const std::vector<float> kBox = {0, 0, 0, 1, 2, 0};
 const std::string kTriangle = block(1, words({0, 1, 2}));
 const std::string kPositions = block(2, floats({0, 0, 0, 1, 0, 0, 0, 2, 0}));
 
-TEST(QorTWriter, WritesEveryFormToTheByte) {
+TEST(QorTWriter, WritesTheExactBytesOfEveryForm) {
     const std::string frame_0 = frame(4, 0.132f, {0, 1, 0, 3, 0, 3, 0, 0});
     const struct {
         const char* what;
@@ -83,16 +83,16 @@ TEST(QorTWriter, WritesEveryFormToTheByte) {
              kTriangle + kPositions + block(3, floats({0, 0, 1})) + block(4, words({0, 0, 0})) +
              block(5, floats({0.5f, 1, 0, 0})) + block(6, words({0, 1, 0})) +
              block(7, floats({1, 1, 1, 0, 0, 0, 1, 0, 0}))},
-        {"indices that lead nowhere", 0, arrays_of([](Arrays& a) {
+        {"indices without their arrays", 0, arrays_of([](Arrays& a) {
              a.normal_indices = {0, 0, 0};
              a.uv_indices = {0, 1, 0};
          }),
          header(false, kBox, 64) + kTriangle + kPositions},
-        {"what is no number, in the box", 0,
+        {"NaN, which the box ignores", 0,
          arrays_of([](Arrays& a) { a.vertices = {kNan, 5, kNan, 3, -1, kNan, 2, 0, kNan}; }),
          header(false, {2, -1, 1e20f, 3, 5, -1e20f}, 64) + kTriangle +
              block(2, floats({kNan, 5, kNan, 3, -1, kNan, 2, 0, kNan}))},
-        {"interleaved as it stands", qor::kWriteInterleaved, arrays_of([](Arrays& a) {
+        {"interleaved without indices", qor::kWriteInterleaved, arrays_of([](Arrays& a) {
              a.normals = kZ3;
              a.uvs = {1, 2, 3, 4, 5, 6};
              a.colours = kZ3;
@@ -110,7 +110,7 @@ TEST(QorTWriter, WritesEveryFormToTheByte) {
              block(8, floats({0, 2, 0, 0, 0, 1,  0, 0, 1, 0, 0, 0, 0, 1,  0, 0,
                               0, 0, 0, 0, 0, 1,  0, 0, 0, 0, 0, 0, 0, -1, 0, 0,
                               1, 0, 0, 0, 0, -1, 0, 0, 0, 2, 0, 0, 0, -1, 0, 0}))},
-        {"unrolled by those of texture coordinates", qor::kWriteInterleaved,
+        {"unrolled by the indices of texture coordinates", qor::kWriteInterleaved,
          arrays_of([](Arrays& a) {
              a.normals = {1, 0, 0, 0, 1, 0, 0, 0, 1};
              a.uvs = {7, 8};
@@ -129,7 +129,7 @@ TEST(QorTWriter, WritesEveryFormToTheByte) {
     }
 }
 
-TEST(QorTWriter, TellsWhyItCantWriteAndLeavesWhatIsThere) {
+TEST(QorTWriter, ReportsWhyItCantWriteAndKeepsTheOldFile) {
     const TemporaryFolder folder;
     const std::string there = folder / "m.qorT";
     const std::string nowhere = folder / "none" + "/m.qorT";
@@ -157,8 +157,8 @@ TEST(QorTWriter, TellsWhyItCantWriteAndLeavesWhatIsThere) {
     EXPECT_EQ(file_contents(there), "old");
 }
 
-// The head has 32 bits for it; the data is never looked at.
-TEST(QorTWriter, RefusesABlockThatItsHeadCantTell) {
+// The head has 32 bits for the size. The data is never read.
+TEST(QorTWriter, RefusesABlockTooLargeForItsHead) {
     const TemporaryFolder folder;
     const QorTMesh mesh;
     std::FILE* file = platform::open_file(folder / "m", "wb");
@@ -170,7 +170,7 @@ TEST(QorTWriter, RefusesABlockThatItsHeadCantTell) {
 }
 
 #ifndef _WIN32
-TEST(QorTWriter, StopsWhereTheFirstWriteFails) {
+TEST(QorTWriter, StopsAtTheFirstFailedWrite) {
     const struct {
         size_t room;  // in bytes
         const char* told;
@@ -190,7 +190,7 @@ TEST(QorTWriter, StopsWhereTheFirstWriteFails) {
         std::fclose(file);
     }
 
-    // What stood in the stream's buffer is told of, too.
+    // A failure to flush the stream's buffer is reported as well.
     LentMesh mesh;
     testing::internal::CaptureStderr();
     EXPECT_FALSE(qor::write_qort_file(mesh, "/dev/full", 0));
@@ -198,8 +198,8 @@ TEST(QorTWriter, StopsWhereTheFirstWriteFails) {
 }
 #endif
 
-// What is freed wrongly or not at all shows with the sanitizers.
-TEST(QorTMesh, OwnsWhatItWasGivenAndWhatItMade) {
+// The sanitizers find wrong and missing frees.
+TEST(QorTMesh, FreesOwnedAndInterleavedArrays) {
     const auto owned = [](const auto& array) {
         const size_t size = array.size() * sizeof array[0];
         void* copy = std::malloc(size);

@@ -14,7 +14,7 @@ std::string text_of(SmartMaterial& material) {
     return emitted_text([&material](qorSceneapi_oo& scene) { material.emit(scene); });
 }
 
-// The types of the shaders in their order, each with the numbers of those that it takes.
+// The types of the shaders in order, each followed by the numbers of its inputs.
 std::string stages(const std::string& text) {
     std::string found;
     const std::regex stage("shader \\d+ (\\w+)|(! \\d+)|\"(blend)_color\" on");
@@ -24,8 +24,7 @@ std::string stages(const std::string& text) {
     return found;
 }
 
-// Which stages there are depends on what is set.
-TEST(SmartMaterial, ChoosesItsStages) {
+TEST(SmartMaterial, ChoosesItsStagesByWhatIsSet) {
     const struct {
         std::function<void(SmartMaterial&)> fill;
         const char* stages;
@@ -49,8 +48,8 @@ TEST(SmartMaterial, ChoosesItsStages) {
     }
 }
 
-// Every value differs from its default and from every other, so that none can stand in for another.
-TEST(SmartMaterial, GlossyFormTakesEachOfItsValues) {
+// Every value differs from its default and from all others, so that no mix-up can pass.
+TEST(SmartMaterial, GlossyFormWritesEachOfItsValues) {
     SmartMaterial material("m");
     material.set_diffuse_color(0.25f, 0.5f, 2);
     material.set_specular_color(-1, 0.75f, 0.125f);
@@ -84,7 +83,7 @@ TEST(SmartMaterial, GlossyFormTakesEachOfItsValues) {
               "surface 8\nflags 4096\n}\n");
 }
 
-// Channel 4 is the last that is taken alone.
+// Channel 4 is the last single channel.
 TEST(ShaderGraph, OpacityInvertsASingleChannel) {
     const auto opacity = [](int channel) {
         return emitted_text([channel](qorSceneapi_oo& scene) {

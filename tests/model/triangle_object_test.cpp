@@ -23,8 +23,8 @@ std::string text_of(TriangleObject& object) {
     return emitted_text([&object](qorSceneapi_oo& scene) { object.emit(scene); });
 }
 
-// With every array, and the material that every object starts with.
-TEST(TriangleObject, StandsInAFileWithItsMaterial) {
+// The object has every array and its initial material.
+TEST(TriangleObject, IsWrittenWithItsMaterial) {
     TriangleObject object = one_triangle();
     object.set_name("Box02");
     object.set_flags(16842752);
@@ -50,21 +50,21 @@ TEST(TriangleObject, StandsInAFileWithItsMaterial) {
         "surface \"qor_diffuse\" {\n\"diffuse\" 0.75 0.5 0.5,\n}\n"
         "flags 4096\n}\n}\n";
     EXPECT_EQ(text_of(object), expected);
-    // Emitting doesn't use the object up.
+    // The object can be emitted again.
     EXPECT_EQ(text_of(object), expected);
     EXPECT_EQ(object.data_size(), 4u * (9 + 3 + 3 + 6 + 3 + 3 + 9));
 }
 
-// What doesn't fit together is told, but keeps no object with triangles out of the scene. All
-// cases have three vertices and one triangle.
-TEST(TriangleObject, TellsWhatDoesNotFit) {
+// Arrays that don't fit are reported, but an object with triangles is still written. All cases have
+// three vertices and one triangle.
+TEST(TriangleObject, ReportsArraysThatDoNotFit) {
     const struct {
         size_t uv_tex, triangles_uv, normals, triangles_norm, vcolors;  // numbers in each
         std::string error;
     } cases[] = {
         {0, 0, 0, 0, 0, ""},
-        {6, 0, 9, 0, 9, ""},  // one of each per vertex
-        {2, 3, 3, 3, 0, ""},  // one, with an index for each corner
+        {6, 0, 9, 0, 9, ""},  // one of each for every vertex
+        {2, 3, 3, 3, 0, ""},  // one of each, with an index for every corner
         {0, 0, 6, 0, 0, "Number of normals does not equal number of vertices"},
         {0, 0, 0, 3, 0, "No normals defined for index"},
         {0, 0, 3, 6, 0, "Normals count does not match number of triangles 6 vs 3"},
@@ -85,14 +85,14 @@ TEST(TriangleObject, TellsWhatDoesNotFit) {
     }
 }
 
-TEST(TriangleObject, IsAReferenceOnceItIsDefined) {
+TEST(TriangleObject, IsWrittenAsAReferenceOnceItIsDefined) {
     TriangleObject object = one_triangle();
     object.set_flags(7);
     const auto material = std::make_shared<Diffuse>("own");
     object.set_material(material);
     EXPECT_EQ(object.get_material(), material);
-    // The first number of the scene goes to something else. The reference has the material that the
-    // definition lacks.
+    // The scene's first number is used up, so the object gets 2. Only the reference has the
+    // material.
     EXPECT_EQ(
         emitted_text([&](qorSceneapi_oo& scene) {
             scene.next_id(), object.define(scene), object.emit(scene);
@@ -107,7 +107,7 @@ TEST(TriangleObject, IsAReferenceOnceItIsDefined) {
     EXPECT_EQ(object.vertices().capacity(), 0u);
 }
 
-TEST(TriangleObject, HandsItsStorageOn) {
+TEST(TriangleObject, PassesOnItsStorage) {
     TriangleObject object = one_triangle();
     const float* const memory = object.vertices().data();
     TriangleArrays storage = object.take_arrays();

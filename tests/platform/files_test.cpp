@@ -26,12 +26,12 @@ TEST(Files, PathsAreUtf8AndTakeEitherSeparator) {
     EXPECT_EQ(open_file(folder / "missing", "rb"), nullptr);
 }
 
-// Bytes that are no well-formed character become units one by one.
-TEST(WideText, HoldsUnitsOf16Bits) {
+// Each byte that isn't valid UTF-8 becomes a unit of its own.
+TEST(WideText, ConvertsFromAndToUtf8) {
     const struct {
         std::string utf8;
         std::wstring units;
-        std::string back;  // empty where the way back gives the same bytes
+        std::string back;  // empty if converting back gives the same bytes
     } kTexts[] = {
         {"C:/\xc2\x80\xdf\xbf\xe0\xa0\x80\xef\xbf\xbf", L"C:/\x80\x7ff\x800\xffff", ""},
         {"\xf0\x90\x80\x80\xf4\x8f\xbf\xbf", {0xD800, 0xDC00, 0xDBFF, 0xDFFF}, ""},
@@ -51,7 +51,7 @@ TEST(WideText, HoldsUnitsOf16Bits) {
               "a\xef\xbf\xbd");
 }
 
-TEST(Clock, TellsTimeInItsForm) {
+TEST(Clock, FormatsTheTimeAndCountsTicks) {
     const auto time = local_time_of_day();
     ASSERT_TRUE(time);
     ASSERT_EQ(time->size(), 8u);

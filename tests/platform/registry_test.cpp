@@ -14,7 +14,7 @@ constexpr char kMachine[] = "HKEY_LOCAL_MACHINE";
 constexpr char kUser[] = "HKEY_CURRENT_USER";
 constexpr char kKey[] = "SOFTWARE\\Quoria test\\Velmora 11";
 
-TEST(Registry, FindsValuesOfItsKindsInAnyCaseOfLetters) {
+TEST(Registry, FindsTextsAndNumbersInAnyLetterCase) {
     const RegistryEntries registry({
         {kMachine, kKey, "BinFolder", "\"C:\\\\Program Files\\\\Velmora \\\"11\\\"\""},
         {kMachine, kKey, "LiveLinkPort", "dword:0000c0de"},

@@ -7,12 +7,11 @@
 #include "tests/support/installation_entries.h"
 #include "tests/support/velmora_process.h"
 
-// The link factory among real renderers, with the live library that their installation registers.
+// Tests the link factory with running renderers and with the live library of their installation.
 
 namespace {
 
-// A program that nobody can start stands for a renderer that doesn't come up, and the one port is
-// that of nobody by now.
+// An installation whose program can't be started, and whose only port has nobody listening.
 std::vector<RegistryEntry> installation(const TemporaryFolder& folder) {
     const std::string program = folder / "text.txt";
     std::ofstream(std::filesystem::u8path(program)) << "no program";
@@ -31,8 +30,8 @@ std::vector<RegistryEntry> installation(const TemporaryFolder& folder) {
 
 class LinkChoice : public testing::Test {
 protected:
-    // Sends a scene of one group to a renderer of version 11, and says on which port that was, 0 if
-    // it was found by its port; -1 if there was none to be had.
+    // Sends a scene of one group to a renderer of version 11. Returns the renderer's announced
+    // port, 0 if it was found through its registered port, or -1 if none was found.
     int send(const std::string& group, const std::string& scene_name) {
         qor::RepeatLinkFactory factory;
         factory.set_min_version(11);
@@ -61,7 +60,7 @@ protected:
     bool found_scene_ = false;
 };
 
-TEST_F(LinkChoice, GoesByVersionAndThenByScene) {
+TEST_F(LinkChoice, PrefersTheVersionAndThenTheScene) {
     const VelmoraProcess old(VELMORA_PROGRAM, "VELMORA_VERSION", "10.4");
     const VelmoraProcess first(VELMORA_PROGRAM, "VELMORA_VERSION", "11.1");
     const VelmoraProcess next(VELMORA_PROGRAM, "VELMORA_VERSION", "12.0");
@@ -76,7 +75,7 @@ TEST_F(LinkChoice, GoesByVersionAndThenByScene) {
     EXPECT_TRUE(found_scene_);
 }
 
-TEST_F(LinkChoice, TriesTheRegisteredPortWhereNoRendererIsKnown) {
+TEST_F(LinkChoice, TriesTheRegisteredPortIfNoRendererIsAnnounced) {
     EXPECT_EQ(send("Hall", ""), -1);
 
     const VelmoraProcess silent(VELMORA_PROGRAM, "VELMORA_SILENT", "1");

@@ -13,7 +13,7 @@
 #include "tests/support/velmora_process.h"
 #include "tests/support/written_scene.h"
 
-// The live library as the system opens it, with a renderer at the other end.
+// Tests the live library, loaded at run time, with a running renderer.
 
 namespace {
 
@@ -40,8 +40,8 @@ void set_array(qorScene_api& api, std::int32_t code, const void* data, std::uint
     api.set_parameter("array", parameter_code::kArray | code, &array);
 }
 
-// Every operation, and every form of a parameter, with the values that go over a link least easily:
-// nulls, empty and large ones, sizes that fill no word.
+// Makes every call, with every form of a parameter, and with difficult values: null, empty and
+// large ones, and sizes that aren't a multiple of a word.
 void make_every_call(qorScene_api& api) {
     const qorMatrix matrix = {{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 0.1}}};
     const unsigned char bytes[] = {0, 255, 7};
@@ -134,7 +134,7 @@ void make_every_call(qorScene_api& api) {
     api.end_object(), api.end_group();
 }
 
-TEST_F(LiveLink, EveryCallArrivesAsTheFileWriterHasIt) {
+TEST_F(LiveLink, EveryCallArrivesAsTheFileWriterWritesIt) {
     VelmoraProcess renderer(VELMORA_PROGRAM);
     EXPECT_FALSE(scene().begin_group("too early", true));
     scene().set_id(7);
@@ -158,7 +158,7 @@ TEST_F(LiveLink, EveryCallArrivesAsTheFileWriterHasIt) {
     EXPECT_FALSE(scene().disconnect());
 }
 
-TEST_F(LiveLink, ARendererTellsItsVersionAndScene) {
+TEST_F(LiveLink, ARendererReportsItsVersionAndScene) {
     VelmoraProcess renderer(VELMORA_PROGRAM, "VELMORA_VERSION", "12.3");
     const auto instances = qor::ReadInstances(query().instances_xml(), 1, 20);
     ASSERT_EQ(instances.size(), 1u);
@@ -200,11 +200,11 @@ TEST_F(LiveLink, ARendererTellsItsVersionAndScene) {
     }
 }
 
-// Wherever a renderer dies or stalls, the scene says no from then on.
-TEST_F(LiveLink, ARendererThatFailsIsGivenUp) {
+// After a renderer has died or hung at any point, all calls of the scene fail.
+TEST_F(LiveLink, GivesUpARendererThatFails) {
     const struct {
         const char* fault;
-        const char* limit_ms;  // a busy machine takes its time for a greeting
+        const char* limit_ms;  // must allow for a slow greeting on a busy machine
         bool connects, dies;
     } kFaults[] = {
         {"die-after=0", "2000", false, true},
@@ -232,8 +232,8 @@ TEST_F(LiveLink, ARendererThatFailsIsGivenUp) {
     }
 }
 
-// When a host dies in the middle of a scene, what has come stays, but counts for no scene.
-TEST_F(LiveLink, AnUnfinishedSceneStaysAsFarAsItCame) {
+// If a host dies in the middle of a scene, the part that has arrived is kept but isn't announced.
+TEST_F(LiveLink, KeepsThePartOfAnUnfinishedScene) {
     VelmoraProcess renderer(VELMORA_PROGRAM);
     ASSERT_TRUE(scene().connect("localhost", renderer.port(), 4));
     scene().begin_group("half", false);

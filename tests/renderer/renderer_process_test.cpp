@@ -28,7 +28,7 @@ void add(Frames& frames, std::uint64_t operation, const Arguments&... arguments)
     frames.end();
 }
 
-// Frames behind a greeting.
+// A greeting, followed by frames.
 template <typename Fill>
 std::string stream_of(Fill fill, std::int64_t sender = 0) {
     Frames frames;
@@ -44,7 +44,7 @@ std::string head(std::uint64_t operation, std::uint64_t size) {
 constexpr std::uint64_t kGroup = kCall<&qorScene_api::begin_group>;
 constexpr std::uint64_t kParameter = kCall<&qorScene_api::set_parameter>;
 
-// A shader that holds itself, again and again until its buffer has to move.
+// Puts a shader into itself, again and again until its buffer has to move.
 void write_shader_into_itself(Frames& frames) {
     add(frames, kCall<&qorScene_api::begin_shader>, static_cast<const char*>(nullptr), "type");
     for (int time = 0; time < 20; ++time) {
@@ -52,7 +52,7 @@ void write_shader_into_itself(Frames& frames) {
     }
 }
 
-// Each shader holds the one before twice, so that its text doubles with a few bytes more.
+// Each shader contains the previous one twice, so that a few bytes double its text.
 void double_shaders(Frames& frames) {
     for (std::uint64_t shader = 1; shader < 60; ++shader) {
         add(frames, kCall<&qorScene_api::begin_shader>, static_cast<const char*>(nullptr), "type");
@@ -63,7 +63,7 @@ void double_shaders(Frames& frames) {
     }
 }
 
-// Whether the renderer takes a connection, and closes it within some seconds.
+// True if the renderer accepts a connection, and closes it within some seconds.
 bool survives(int port, const std::string& bytes) {
     asio::io_context io;
     tcp::socket socket(io);
@@ -80,7 +80,7 @@ bool survives(int port, const std::string& bytes) {
     return io.stopped();
 }
 
-// A whole scene of one group, from this process.
+// Sends a whole scene of one group from this process.
 void send_group(int port, const char* name) {
     velmora::LinkConnection connection;
     ASSERT_TRUE(connection.open("localhost", port));
@@ -91,7 +91,7 @@ void send_group(int port, const char* name) {
     EXPECT_EQ(connection.ask_number(velmora::operation::kFinish), 1u);
 }
 
-TEST(RendererProcess, SurvivesWhatAnybodySends) {
+TEST(RendererProcess, SurvivesAnyInput) {
     const RendererFolder folder;
     VelmoraProcess renderer(VELMORA_PROGRAM);
     const int port = renderer.port();
@@ -133,7 +133,7 @@ TEST(RendererProcess, SurvivesWhatAnybodySends) {
         std::string damaged = whole;
         for (int change = 0; change < 3; ++change) {
             const char byte = static_cast<char>(random());
-            // Not into a request to stop, which would be a sound one.
+            // The change must not make a valid request to stop.
             damaged[32 + random() % (damaged.size() - 32)] =
                 byte == char{velmora::operation::kStop} ? 'x' : byte;
         }
@@ -148,7 +148,7 @@ TEST(RendererProcess, SurvivesWhatAnybodySends) {
     EXPECT_EQ(file_contents(renderer.newest_scene().file), "\ngroup \"sound\" {\n");
 }
 
-// Several hosts may send to one renderer, and each asks for what became of its own scene.
+// Several hosts can send to one renderer, and each looks for its own scene.
 TEST(RendererProcess, KeepsTheNewestSceneOfEachSender) {
     const RendererFolder folder;
     VelmoraProcess renderer(VELMORA_PROGRAM);
@@ -173,8 +173,8 @@ TEST(RendererProcess, KeepsTheNewestSceneOfEachSender) {
     EXPECT_EQ(announced.scenes[1].number, 4u);
 }
 
-// Whether a server passes for a renderer that answers a greeting with `answer`, or with the
-// greeting itself if that is empty, a byte after each pause.
+// True if a server is accepted as a renderer. It answers a greeting with `answer`, or with the
+// greeting itself if that is empty, and pauses before each byte.
 bool passes_for_renderer(std::string answer, std::chrono::milliseconds pause,
                          const char* limit_ms) {
     const EnvironmentVariable limit("VELMORA_LINK_TIMEOUT_MS", limit_ms);
@@ -200,21 +200,21 @@ bool passes_for_renderer(std::string answer, std::chrono::milliseconds pause,
     return passes;
 }
 
-TEST(LinkConnection, TakesNoOtherServerForARenderer) {
+TEST(LinkConnection, RejectsOtherServers) {
     using std::chrono::milliseconds;
     Frames frames;
     add(frames, velmora::operation::kHello | velmora::operation::kAnswer, std::int64_t{4711});
     const std::string answer(frames.bytes().begin(), frames.bytes().end());
     EXPECT_TRUE(passes_for_renderer(answer, milliseconds(0), "10000"));
     EXPECT_FALSE(passes_for_renderer("", milliseconds(0), "10000")) << "an echo";
-    EXPECT_FALSE(passes_for_renderer(answer, milliseconds(50), "300")) << "one that never ends";
+    EXPECT_FALSE(passes_for_renderer(answer, milliseconds(50), "300")) << "a slow answer";
 }
 
 int run_program(const std::string& arguments) {
     return std::system(("\"" VELMORA_PROGRAM "\" " + arguments).c_str());
 }
 
-TEST(RendererProcess, EndsWhenItIsTold) {
+TEST(RendererProcess, EndsOnRequest) {
     const RendererFolder folder;
     VelmoraProcess first(VELMORA_PROGRAM);
     VelmoraProcess second(VELMORA_PROGRAM);

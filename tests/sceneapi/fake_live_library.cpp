@@ -20,7 +20,7 @@ extern "C" void set_behaviour(live_library::Initialize* initialize, void (*unloa
     behaviour.unload = unload;
 }
 
-// Built a second time with another name, the library is one that isn't the renderer's.
+// A second library is built with another name for this, so that it isn't a live library.
 extern "C" live_library::Root* VSQ_INITIALIZE() {
     return behaviour.initialize();
 }

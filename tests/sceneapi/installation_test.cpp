@@ -18,8 +18,8 @@ protected:
     const std::string resources_ = folder_.path().u8string();
 };
 
-// Keys of the user and of the machine, each with itself as its BinFolder.
-TEST_F(InstallationTest, IsLookedForByPathThenByNameThenByNumber) {
+// Each key, of the user or of the machine, has its own text in `keys` as its BinFolder.
+TEST_F(InstallationTest, IsFoundByPathThenByNameThenByNumber) {
     const struct {
         std::vector<std::string> keys;
         const char* path;
@@ -67,8 +67,7 @@ TEST_F(InstallationTest, IsLookedForByPathThenByNameThenByNumber) {
     }
 }
 
-// A registered path may name variables of the environment.
-TEST_F(InstallationTest, TextsAreExpanded) {
+TEST_F(InstallationTest, ExpandsEnvironmentVariablesInTexts) {
     const EnvironmentVariable variable("VSQ_PLACE", folder_.path().u8string());
     auto entries = installation_entries(kUser, "Velmora 11", "", "", "");
     entries[0].value = expandable_text("%VSQ_PLACE%/program");
@@ -81,8 +80,8 @@ TEST_F(InstallationTest, TextsAreExpanded) {
               "%VSQ_NONE%/" + folder_.path().u8string() + "%");
 }
 
-// A text is as long as its buffer when its 16-bit characters and the terminator fill it.
-TEST_F(InstallationTest, TextsBeyondTheirBuffersAreMissing) {
+// A text must fit its buffer in 16-bit characters, with the terminator.
+TEST_F(InstallationTest, IgnoresTextsLongerThanTheirBuffers) {
     const struct {
         size_t length;
         bool is_valid, is_read;
@@ -102,7 +101,7 @@ TEST_F(InstallationTest, PortsAreNumbersOrTexts) {
     const std::string fits = registry_text("4300" + std::string(251, ' '));
     const std::string too_long = registry_text("4300" + std::string(252, ' '));
     const struct {
-        std::string first, last;  // empty for none
+        std::string first, last;  // empty if there is no value
         const char* wanted;       // the status and both ports
     } cases[] = {
         {"dword:000010cc", "dword:000010d0", "0 4300 4304"},
@@ -112,7 +111,7 @@ TEST_F(InstallationTest, PortsAreNumbersOrTexts) {
         {"", "dword:000010d0", "-2 -7 -7"},
         {fits, "\"4304\"", "0 4300 4304"},
         {too_long, "\"4304\"", "-2 -7 -7"},
-        // Numbers of two and of eight bytes, which no port has.
+        // Ports can't be numbers of two or eight bytes.
         {"hex(4):cc,10", "dword:000010d0", "-2 -7 -7"},
         {"dword:000010cc", "hex(4):d0,10,00,00,00,00,00,00", "-1 4300 -7"},
     };

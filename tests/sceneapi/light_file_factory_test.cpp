@@ -18,7 +18,7 @@ std::string opening_lines(const std::string& id_line) {
            build_time() + ")\"\nversion 9\n\n";
 }
 
-// A name in Latin, Greek and beyond 16 bits, to see that it is taken as UTF-8.
+// The file's name has Latin, Greek and 32-bit characters, to test that it is read as UTF-8.
 TEST(LightFileFactory, WritesTheOpeningLinesToTheFileNamed) {
     const std::pair<std::uint32_t, const char*> ids[] = {
         {0, "//---id:1---"},
@@ -55,8 +55,8 @@ TEST(LightFileFactory, NamesThePathThatCantBeOpened) {
               "could not open file: \"" + path + "\"");
 }
 
-// The head of a binary array counts its numbers in 32 bits. The elements aren't looked at.
-TEST(LightFileFactory, TellsOfAnArrayTooLargeForItsHead) {
+// The head of a binary array has 32 bits for the count of numbers. The elements are never read.
+TEST(LightFileFactory, ReportsAnArrayTooLargeForItsHead) {
     for (const std::uint32_t count : {0u, 1431655766u}) {
         const TemporaryFolder folder;
         LightFileFactory factory(folder / "f");
@@ -69,27 +69,27 @@ TEST(LightFileFactory, TellsOfAnArrayTooLargeForItsHead) {
 }
 
 #ifndef _WIN32
-// The device takes everything and then tells that it is full; with little text that comes out only
-// as the stream is closed.
-TEST(LightFileFactory, TellsOfAFullDisk) {
+// The device accepts data and then reports that it is full. With little text, this happens only
+// when the stream is closed.
+TEST(LightFileFactory, ReportsAFullDisk) {
     for (const size_t size : {size_t{10}, size_t{5000000}}) {
         LightFileFactory factory("/dev/full");
         const std::string text(size, 'x');
         for (size_t sent = 0; sent < size; sent += 1000000) {
             factory.get_api()->write_text("%s", text.c_str());
         }
-        errno = EACCES;  // of some other call in between
+        errno = EACCES;  // as if left by another call in between
         testing::internal::CaptureStderr();
         EXPECT_EQ(thrown_text([&factory] { factory.close(); }), "could not close file");
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
                   "closing file: No space left on device\n");
         EXPECT_EQ(factory.get_api(), nullptr);
     }
-    const LightFileFactory dropped("/dev/full");  // a destructor can't throw, and must not
+    const LightFileFactory dropped("/dev/full");  // its destructor must not throw
 }
 #endif
 
-TEST(SceneFile, OpenedByItsOwnName) {
+TEST(SceneFile, OpensItsFileByName) {
     const TemporaryFolder folder;
     {
         qorScene_api_file api(folder / "\xc3\xa9", true);

@@ -43,12 +43,12 @@ std::string listed(const std::vector<Running>& all) {
 
 constexpr std::int64_t kDeafProcess = 5000000000;
 
-// What the library has been asked, and what it finds and gives.
+// The calls that the fake library has received, and how it behaves.
 struct Fake {
     Calls calls;
-    std::vector<std::string> looks = {""};  // the last one stays
-    std::map<std::int64_t, const char*> trees;
-    int open_port = 0;  // every one if it is 0
+    std::vector<std::string> looks = {""};  // lists of renderers, given in turn; the last one stays
+    std::map<std::int64_t, const char*> trees;  // by process
+    int open_port = 0;                          // 0 opens every port
     bool throws_at_the_end = false;
     enum { kNothing, kRoot, kQuery, kScene } gives = kScene;
 };
@@ -129,7 +129,7 @@ protected:
         registry_.emplace(all);
     }
 
-    // Puts the library there, and keeps it loaded as the same one until `keeper_` goes.
+    // Installs the fake library, and keeps it loaded until `keeper_` is reset.
     void add_library(const std::string& name = "qorvelmoralive6_64.so") {
         fs::copy_file(VSQ_FAKE_LIVE_LIBRARY, folder_.path() / name);
         keeper_ = platform::DynamicLibrary::open(folder_ / name);
@@ -146,8 +146,8 @@ protected:
     RepeatLinkFactory factory_;
 };
 
-// The host goes on, and the log tells. It is opened once in a process, so this test comes first.
-TEST_F(LinkFactoryTest, KeepsWhatTheLibraryThrowsAtTheEndToItself) {
+// A process opens the log only once, so this test comes first.
+TEST_F(LinkFactoryTest, LogsWhatTheLibraryThrowsOnClosing) {
     add_library();
     fake.throws_at_the_end = true;
     EXPECT_NE(factory_.get_api(), nullptr);
@@ -208,7 +208,7 @@ TEST_F(LinkFactoryTest, ConnectsOnceAndUnloadsOnClosing) {
     EXPECT_EQ(factory_.error(),
               "Failed to connect. Could not connect on any known port. Please check your Velmora "
               "installation and Live Link settings.");
-    factory_.close();  // nothing is connected, so the library stays
+    factory_.close();  // without a connection, the library stays loaded
     const Calls attempt = {"look", "into 7", "out", "into 5000000000", "id 5", "localhost 70 4"};
     EXPECT_EQ(std::exchange(fake.calls, {}), attempt);
 
@@ -259,7 +259,7 @@ TEST_F(LinkFactoryTest, StartsARendererOrTriesTheRegisteredPorts) {
         EXPECT_EQ(fake.calls, c.calls);
         factory_.close();
 
-        // The program tells how many arguments it got, once it runs.
+        // The program writes the number of its arguments when it runs.
         const std::string wanted = c.program == std::string("started.exe") ? "0" : "";
         for (int tries = 0; tries < 1000 && file_contents(mark) != wanted; ++tries) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -270,13 +270,13 @@ TEST_F(LinkFactoryTest, StartsARendererOrTriesTheRegisteredPorts) {
     }
 }
 
-TEST_F(LinkFactoryTest, TellsWhatIsMissing) {
+TEST_F(LinkFactoryTest, ReportsWhatIsMissing) {
     const auto check = [this](const std::string& missing) {
         EXPECT_EQ(factory_.get_api(), nullptr);
         EXPECT_EQ(factory_.error(), "Failed to connect. Could not get a " + missing +
                                         " api. Please check your Velmora installation.\n");
     };
-    check("query");  // for lack of a library
+    check("query");  // without a library
     add_library();
     for (const auto gives : {Fake::kNothing, Fake::kRoot, Fake::kQuery}) {
         fake.gives = gives;
@@ -285,10 +285,10 @@ TEST_F(LinkFactoryTest, TellsWhatIsMissing) {
     unload();
     registry_.reset();
     registry_.emplace(std::vector<RegistryEntry>{});
-    check("query");  // for lack of an installation
+    check("query");  // without an installation
 }
 
-TEST_F(LinkFactoryTest, SweepsOnlyPortsThatThereAre) {
+TEST_F(LinkFactoryTest, TriesOnlyValidPorts) {
     add_library();
     install("Velmora 11", "velmora.exe", "\"-2147483648\"", "\"2\"");
     fake.open_port = -1;
@@ -297,8 +297,8 @@ TEST_F(LinkFactoryTest, SweepsOnlyPortsThatThereAre) {
     EXPECT_THAT(fake.calls, testing::Not(testing::Contains("127.0.0.1 0 1")));
 }
 
-// The first library of a fitting name is taken even if it is of no use.
-TEST_F(LinkFactoryTest, LooksForTheLibraryUnderItsNames) {
+// The first library with a matching name is used, even if it isn't a live library.
+TEST_F(LinkFactoryTest, FindsTheLibraryByItsNames) {
     fs::create_directory(folder_.path() / "here");
     fs::current_path(folder_.path() / "here");
     const struct {
@@ -327,7 +327,7 @@ TEST_F(LinkFactoryTest, LooksForTheLibraryUnderItsNames) {
     fs::current_path(fs::temp_directory_path());
 }
 
-TEST(SceneTree, IsSearchedAsDeepAsTheVersionHasItsScenes) {
+TEST(SceneTree, IsSearchedToTheDepthThatTheVersionUses) {
     const struct {
         const char* xml;
         int version;

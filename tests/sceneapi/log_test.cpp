@@ -9,14 +9,14 @@
 namespace qor {
 namespace {
 
-// The log stays open as long as the process lives, so each test here runs in one of its own.
+// The log stays open until the process ends, so each test here runs in a process of its own.
 class LogTest : public testing::Test {
 protected:
     LogTest() { std::ofstream(folder_.path() / "program") << "no program"; }
-    // So that the folder can go, with what may be a large file in it.
+    // Closes the log, so that the folder with its large file can be deleted.
     ~LogTest() override { std::fclose(Output2FILE::stream()); }
 
-    // The file has that size before a statement, which may or may not be kept.
+    // Writes a statement to a log of `size` bytes. `is_kept` says whether those must stay.
     void check_growth(std::uintmax_t size, bool is_kept) {
         const RegistryEntries registry(installation_);
         std::ofstream(log_).close();
@@ -59,11 +59,11 @@ TEST_F(LogTest, WritesOneLineForEachStatementOnceItCanBeOpened) {
         << text;
 }
 
-TEST_F(LogTest, GrowsOnBelowTheLimit) {
+TEST_F(LogTest, GrowsBelowTheLimit) {
     check_growth(20 * 1024 * 1024 - 1, true);
 }
 
-TEST_F(LogTest, StartsAnewAtTheLimit) {
+TEST_F(LogTest, StartsAgainAtTheLimit) {
     check_growth(20 * 1024 * 1024, false);
 }
 

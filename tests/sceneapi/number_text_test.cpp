@@ -22,8 +22,8 @@ void expect_as_printf(double value) {
     ASSERT_STREQ(printed, wanted);
 }
 
-// What a scene is made of, and where printf changes its form or rounds on the edge.
-TEST(NumberText, EqualsPrintfOnTheEdges) {
+// Common numbers, and those at which printf changes its form or rounds a tie.
+TEST(NumberText, EqualsPrintfInEdgeCases) {
     constexpr double kLargest = std::numeric_limits<double>::max();
     for (const double edge :
          {0.0,   -0.0,        1.0,      -1.0,         0.5,      999999.5, 999999.4, 1000000.0,
@@ -38,7 +38,7 @@ TEST(NumberText, EqualsPrintfOnTheEdges) {
     expect_as_printf(std::numeric_limits<double>::quiet_NaN());
 }
 
-// Six digits and a tie behind them, around every power of ten.
+// Six digits followed by a tie, around every power of ten.
 TEST(NumberText, EqualsPrintfAroundPowersOfTen) {
     for (int exponent = -30; exponent < 30; ++exponent) {
         for (const double digits : {1.0, 9.999994, 9.999995, 9.999996, 1.0000005, 2.000015, 5.5}) {
@@ -75,10 +75,10 @@ TEST(NumberText, EqualsPrintfOnAMillionRandomValues) {
                 value = static_cast<double>(static_cast<float>(
                     static_cast<double>(static_cast<std::int64_t>(bits)) / 9.3e18));
                 break;
-            default:  // a place, with few decimals
+            default:  // a position with few decimals
                 value = static_cast<double>(static_cast<std::int64_t>(bits) % 10000000) / 1000;
         }
-        if (!std::isnan(value)) {  // not every system's printf tells the sign of one
+        if (!std::isnan(value)) {  // not every system's printf shows the sign of NaN
             expect_as_printf(value);
         }
     }

@@ -57,10 +57,10 @@ TEST(SceneArrays, TextForms) {
         {10, kTexts, 2, "\"a\",\nxX620a \n"},
         {13, kTexts, 2, "\"a\",\nxX620a \n"},
         {3, nullptr, 0, ""},
-        // The first line holds nine elements and the others eight.
+        // The first line has nine elements, and the others have eight.
         {6, counting, 9, "0,1,2,3,4,5,6,7,8 \n"},
         {6, counting, 18, "0,1,2,3,4,5,6,7,8,\n9,10,11,12,13,14,15,16,\n17 "},
-        // What is no number, or too large for a float, becomes minus one.
+        // NaN, and numbers too large for a float, become -1.
         {3, odd_floats, 4, "-1,-1,-1,1 "},
         {4, odd_doubles, 4,
          "-1.0000000000000000,-1.0000000000000000,-1.0000000000000000,2.0000000000000000 "},
@@ -70,7 +70,7 @@ TEST(SceneArrays, TextForms) {
                   "\"n\" [ "s + form.body + "] ,\n")
             << "code " << form.code;
     }
-    // What is no kind of array has not even brackets.
+    // Codes that have no arrays get no brackets.
     for (const std::int32_t code : {0, 8, 12, 14, 0x10000}) {
         EXPECT_EQ(array_text(code, kFloats, 1, kText), "\"n\" ,\n") << "code " << code;
     }
@@ -102,15 +102,15 @@ TEST(SceneArrays, BinaryForms) {
             << "code " << form.code;
     }
     EXPECT_EQ(array_text(3, nullptr, 0, kBinary), "\"n\" [ \1\2\3f\0\0\0\0] ,\n"s);
-    // These have a text form only.
+    // These have only a text form.
     for (const std::int32_t code : {2, 5, 9, 10}) {
         const void* const data = code == 10 ? static_cast<const void*>(kTexts) : kMatrices;
         EXPECT_EQ(array_text(code, data, 1, kBinary), array_text(code, data, 1, kText));
     }
 }
 
-// Bodies on both sides of what still gathers in the buffer, with text around them.
-TEST(SceneArrays, LargeBodiesKeepTheirPlace) {
+// The sizes are on both sides of the limit up to which bodies go through the text's buffer.
+TEST(SceneArrays, LargeBodiesStayInOrder) {
     for (const std::uint32_t count : {16383u, 16384u, 16385u, 600000u}) {
         std::vector<float> floats(count);
         std::iota(floats.begin(), floats.end(), 0.0f);
@@ -127,8 +127,8 @@ void add_ints(Api& a, int count) {
     }
 }
 
-// As text, a line takes two colours or six of anything else. Other kinds are text in any mode, and
-// the gathered ones come last.
+// A line of text has two colours, or six of other kinds. Some kinds are text in both modes, and
+// then the binary elements come last.
 TEST(SceneArrays, ElementByElement) {
     const auto add_colours = [](Api& a) {
         for (int i = 0; i < 5; ++i) {

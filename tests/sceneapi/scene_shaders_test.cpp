@@ -13,7 +13,7 @@ void put_one(Api& a) {
     a.set_parameter("n", parameter_code::kInt, &one);
 }
 
-TEST(SceneShaders, NamedAndNumberedOnesStandInTheStream) {
+TEST(SceneShaders, NamedAndNumberedShadersAreWrittenAtOnce) {
     EXPECT_EQ(written_by([](Api& a) {
                   a.begin_material("m", true);
                   EXPECT_TRUE(a.begin_shader("s", "qor_diffuse"));
@@ -30,7 +30,7 @@ TEST(SceneShaders, NamedAndNumberedOnesStandInTheStream) {
               "}\n");
 }
 
-TEST(SceneShaders, AnonymousOnesStandWhereTheyAreUsed) {
+TEST(SceneShaders, AnonymousShadersAreWrittenWhereTheyAreUsed) {
     EXPECT_EQ(written_by([](Api& a) {
                   a.begin_material("m", true);
                   a.begin_shader(nullptr, "qor_diffuse");
@@ -43,7 +43,7 @@ TEST(SceneShaders, AnonymousOnesStandWhereTheyAreUsed) {
                   a.end_shader();
                   const qorShaderHandle outer = a.current_shader();
                   a.assign_shader(shader_kind::kSurface, outer);
-                  // A handle is good for as long as the writer lives.
+                  // A handle is valid as long as the writer exists.
                   a.assign_shader(shader_kind::kShadow, inner);
                   a.end_material();
               }),
@@ -76,8 +76,8 @@ TEST(SceneShaders, KindsAndNullHandles) {
     }
 }
 
-// Its buffer may move while it grows, so what is copied into it must not be itself.
-TEST(SceneShaders, AnOpenShaderCantGoIntoItself) {
+// The buffer of an open shader can move as it grows, so it must not be copied into itself.
+TEST(SceneShaders, AnOpenShaderCantContainItself) {
     EXPECT_EQ(written_by([](Api& a) {
                   a.begin_shader(nullptr, "t");
                   const qorShaderHandle self = a.current_shader();
@@ -90,7 +90,7 @@ TEST(SceneShaders, AnOpenShaderCantGoIntoItself) {
               "surface \"t\" {\n\"n\" ,\n}\n");
 }
 
-// A binary array in a buffer holds zero bytes, and the buffer grows far beyond its first size.
+// A binary array brings zero bytes into a shader's buffer, which grows far beyond its first size.
 TEST(SceneShaders, BinaryArraysSurviveInABuffer) {
     const std::vector<std::int32_t> zeros(5000);
     const qorArray array = {zeros.data(), 5000};
@@ -103,13 +103,13 @@ TEST(SceneShaders, BinaryArraysSurviveInABuffer) {
                           "] ,\n}\n");
 }
 
-// An opened options block leads back to the stream, whatever was open.
-TEST(SceneShaders, ExclusiveBlocksStandInTheStream) {
+// An options block switches the output back to the stream, whatever is open.
+TEST(SceneShaders, OptionsInAShaderAreWrittenToTheStream) {
     EXPECT_EQ(written_by([](Api& a) {
                   a.begin_shader(nullptr, "t");
                   a.begin_options(), a.end_options();
               }),
-              // The indent of the shader is of no consequence without indentation.
+              // The open shader would only matter in the output mode with indentation.
               "\noptions {\n}\n");
 }
 

@@ -15,7 +15,7 @@ struct Statement {
     std::string text;
 };
 
-TEST(SceneStatements, AreWrittenToTheLetter) {
+TEST(SceneStatements, AreWrittenExactly) {
     const unsigned char bytes[] = {0x00, 0x7f, 0xff};
     const Statement statements[] = {
         {[](Api& a) { a.begin_group("g", true), a.end_group(); }, "\ngroup \"g\" {\n}\n"},
@@ -63,7 +63,7 @@ TEST(SceneStatements, AreWrittenToTheLetter) {
         {[](Api& a) { a.begin_frame(-3), a.end_frame(); }, "frame -3 {\n}\n"},
         {[](Api& a) { a.write_motion(0.5, kCounting); },
          "motion 0.5 {\ntransform " + kNumbers + "}\n"},
-        // What begins a geometry in a defined one says yes and writes nothing.
+        // Beginning a geometry inside a definition succeeds and writes nothing.
         {[](Api& a) {
              a.begin_geometry_definition("n", "triangles");
              EXPECT_TRUE(a.begin_geometry("triangles"));
@@ -73,7 +73,7 @@ TEST(SceneStatements, AreWrittenToTheLetter) {
         {[](Api& a) { a.print_message(nullptr), a.set_binary_parameter(nullptr, nullptr, -1); },
          "#print \"\"\n bX\n"},
         {[](Api& a) { a.write_instance("n"); }, "instance \"n\"\n"},
-        // What only a link or a back end of another kind does.
+        // Only a link or another back end does something here.
         {[](Api& a) {
              a.reserved_hook(), a.set_option_flag(true);
              EXPECT_FALSE(a.connect("localhost", 1, 0));
@@ -91,7 +91,7 @@ TEST(SceneStatements, AreWrittenToTheLetter) {
     }
 }
 
-TEST(SceneStatements, NamesThatCantStandInQuotesAreHexadecimal) {
+TEST(SceneStatements, NamesThatCantBeQuotedAreHexadecimal) {
     const std::pair<std::string, std::string> names[] = {
         {"Mesh 01", "\"Mesh 01\""},
         {"", "\"\""},
@@ -110,7 +110,7 @@ TEST(SceneStatements, NamesThatCantStandInQuotesAreHexadecimal) {
     EXPECT_EQ(written_by([](Api& a) { a.use_material(nullptr); }), "material \"\"\n");
 }
 
-// Blocks that may not stand in another one write nothing and leave what is open alone.
+// Inside another block, these write nothing and leave the open block alone.
 TEST(SceneStatements, ExclusiveBlocksAreRefusedInsideAnother) {
     EXPECT_EQ(written_by([](Api& a) {
                   a.begin_object("o", true);
@@ -126,7 +126,7 @@ TEST(SceneStatements, ExclusiveBlocksAreRefusedInsideAnother) {
               "object \"o\" {\n}\n\noptions {\n}\n");
 }
 
-// An end without its begin writes nothing, but takes the state of the block that is open along.
+// An end without its begin writes nothing, but resets the state of the open block.
 TEST(SceneStatements, UnmatchedEndsWriteNothing) {
     EXPECT_EQ(written_by([](Api& a) { a.end_options(), a.end_camera(), a.end_image(); }), "");
     EXPECT_EQ(written_by([](Api& a) {
@@ -137,7 +137,8 @@ TEST(SceneStatements, UnmatchedEndsWriteNothing) {
               "\ncamera \"c\" {\n\nimage {\n");
 }
 
-// Which blocks hold `name value` lines and which `"name" value,`, also behind an inner block.
+// Some blocks have `name value` lines and others `"name" value,`. This also holds after an inner
+// block.
 TEST(SceneStatements, BlocksChooseTheFormOfTheirParameters) {
     const std::int32_t one = 1;
     const auto put = [&one](Api& a) { a.set_parameter("n", parameter_code::kInt, &one); };
@@ -162,7 +163,7 @@ TEST(SceneStatements, BlocksChooseTheFormOfTheirParameters) {
              put(a);
          },
          "\ngroup \"g\" {\nanimation \"k\" \"n\" {\n" + quoted + "}\n" + plain},
-        // Behind a camera the quoted form stays, whatever the camera stands in.
+        // After a camera the quoted form stays, whatever block the camera is in.
         {[&](Api& a) { group(a), a.begin_camera("c"), put(a), a.end_camera(), put(a); },
          "\ngroup \"g\" {\n\ncamera \"c\" {\n" + plain + "}\n" + quoted},
         {[&](Api& a) { a.begin_output("a", "b", "c"), put(a), a.end_output(), put(a); },
@@ -185,7 +186,7 @@ TEST(SceneStatements, IndentationFollowsTheBlocks) {
               "\ngroup \"g\" {\n object xX612262 {\n  flags 0\n  one\n  \n  two\n }\n}\n");
 }
 
-// The longest text of one write is what fits the buffer; the file goes on behind the cut.
+// One write is cut to the size of the buffer; the next one follows the cut.
 TEST(SceneStatements, TextOverTheLimitIsCut) {
     constexpr size_t kLimit = 1048574;
     for (const size_t length : {kLimit - 1, kLimit, kLimit + 1, 3 * kLimit}) {
@@ -197,7 +198,7 @@ TEST(SceneStatements, TextOverTheLimitIsCut) {
                     }) == kept + "\n")
             << length;
 
-        // The spaces of the indentation count, too.
+        // The blanks of the indentation count as well.
         EXPECT_TRUE(written_by([&](Api& a) {
                         a.begin_load("l");
                         a.set_output_mode(1);

@@ -14,7 +14,7 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 constexpr float kLargest = std::numeric_limits<float>::max();
 
-// One parameter in the quoted form, without its name and comma.
+// The text of a parameter's value in the quoted form, without name and comma.
 std::string value_text(std::int32_t code, const void* value) {
     const std::string line = written_by([&](Api& a) { a.set_parameter("n", code, value); });
     EXPECT_EQ(line.substr(0, 4), "\"n\" ");
@@ -59,7 +59,7 @@ TEST(SceneValues, EachCodeHasItsForm) {
     for (const auto& form : forms) {
         EXPECT_EQ(value_text(form.code, form.value), form.text) << "code " << form.code;
     }
-    // What carries nothing for a file, and codes that nobody knows.
+    // Codes that have no form in a file, and unknown codes.
     for (const std::int32_t code : {8, 11, 12, 19, 0x2000, 0x4000, -1 & ~0x8000}) {
         EXPECT_EQ(value_text(code, floats), "") << code;
     }
@@ -67,8 +67,8 @@ TEST(SceneValues, EachCodeHasItsForm) {
     EXPECT_EQ(value_text(parameter_code::kShader, &no_shader), "");
 }
 
-// Only a single float is looked at: what the renderer can't take becomes -1.
-TEST(SceneValues, AFloatThatIsNoOrdinaryNumberIsMinusOne) {
+// Only the code of a single float is checked: values that the renderer can't read become -1.
+TEST(SceneValues, AnInvalidFloatBecomesMinusOne) {
     const std::pair<float, const char*> floats[] = {
         {kNan, "-1"},
         {kInfinity, "-1"},
@@ -100,9 +100,9 @@ TEST(SceneValues, PlainParametersHaveABareName) {
               "\ncamera \"c\" {\nfov 35.5\nnothing \n\"shader\" ! 3,\n}\n");
 }
 
-// A program of another country may have set its locale; the point stays a point, and the locale is
-// back afterwards.
-TEST(SceneValues, TheLocaleOfTheProcessPlaysNoPart) {
+// The host may use a locale with a decimal comma. Numbers still have a point, and the locale is
+// restored afterwards.
+TEST(SceneValues, TheLocaleOfTheProcessHasNoEffect) {
     const char* chosen = nullptr;
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "German_Germany", "C"}) {
         chosen = chosen == nullptr ? std::setlocale(LC_NUMERIC, name) : chosen;

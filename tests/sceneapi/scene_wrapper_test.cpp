@@ -11,20 +11,20 @@
 namespace qor {
 namespace {
 
-TEST(SceneWrapper, TellsWhenItWasBuilt) {
+TEST(SceneWrapper, KnowsItsBuildTime) {
     const std::regex form(
         "[A-Z][a-z]{2} [A-Z][a-z]{2} [ 1-3][0-9] [0-2][0-9]:[0-5][0-9]:[0-5][0-9] [0-9]{4}");
     EXPECT_TRUE(std::regex_match(build_time(), form)) << build_time();
 }
 
-// A link that found no renderer has no API to offer.
-TEST(SceneWrapper, WithoutAnApiNothingIsWritten) {
+// A link without a renderer has no API.
+TEST(SceneWrapper, HasNoApiIfItsFactoryHasNone) {
     PassThroughFactory factory(nullptr);
     qorSceneapi_oo scene(factory);
     EXPECT_EQ(scene.get_api(), nullptr);
 }
 
-TEST(SceneWrapper, BuiltOfNothingSwallowsEverything) {
+TEST(SceneWrapper, IgnoresAllCallsWithoutAFactory) {
     qorSceneapi_oo scene;
     EXPECT_FALSE(scene.begin_group("g"));
     EXPECT_FALSE(scene.set_parameter("n", 1));
@@ -46,7 +46,7 @@ TEST(SceneWrapper, TypesChooseTheCodes) {
                   scene.set_array("ints", std::vector<int>{1, -2});
                   scene.set_array("floats", std::vector<float>{0.5f});
                   scene.set_array("doubles", std::vector<double>{0.5});
-                  // Two floats too many for the elements.
+                  // The last two floats don't make an element.
                   scene.set_vec3_array("points", {1, 2, 3, 4, 5});
                   scene.transform({}, false);
                   scene.transform({}, true);
@@ -67,7 +67,7 @@ template <typename Value>
 constexpr bool kCanBeSet<Value, std::void_t<decltype(std::declval<qorSceneapi_oo&>().set_parameter(
                                     "name", std::declval<Value>()))>> = true;
 
-// A pointer would go out as a bool.
+// Without the refusal, a pointer would be written as a bool.
 TEST(SceneWrapper, RefusesLiteralTexts) {
     static_assert(kCanBeSet<bool> && kCanBeSet<const char*>);
     static_assert(!kCanBeSet<const wchar_t*> && !kCanBeSet<wchar_t*> && !kCanBeSet<const int*>);
@@ -84,7 +84,7 @@ TEST(SceneWrapper, NumbersShadersAndObjectsFromOne) {
                   scene.end_shader();
                   EXPECT_EQ(scene.begin_shader("b"), 2);
                   scene.end_shader();
-                  scene.set_api(scene.get_api());  // starts both anew
+                  scene.set_api(scene.get_api());  // restarts both counts
                   EXPECT_EQ(scene.next_id(), 1);
                   EXPECT_EQ(scene.begin_shader("c"), 1);
                   scene.end_shader();

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs scripts/check_includes.py over small trees made for the purpose."""
+"""Runs scripts/check_includes.py on small trees of sources."""
 
 import subprocess
 import sys
@@ -19,7 +19,7 @@ tool           -> high/keys.h
 tests          -> *
 """
 
-# A tree without a breach; each case below adds one file to it.
+# A tree without breaches. Each case below adds one file to it.
 SOUND = {
     "cmake/layers.txt": TABLE,
     "low/base.h": "#include <string>\n",
@@ -51,7 +51,7 @@ class CheckIncludes(unittest.TestCase):
     def test_a_sound_tree_passes(self):
         self.assertEqual(check(SOUND), (0, ["10 includes checked, 0 breaches"]))
 
-    def test_each_breach_is_told_with_file_line_and_arrow(self):
+    def test_each_breach_is_reported_with_file_line_and_arrow(self):
         missing = "is missing in cmake/layers.txt)"
         no_row = "has no row in cmake/layers.txt"
         no_file = "(no such file from the project's root)"
@@ -61,7 +61,7 @@ class CheckIncludes(unittest.TestCase):
              f"low/up.cpp:3: may not include high/border.h (low -> high {missing}"),
             ("low/up.h", "#include <high/border.h>\n",
              f"low/up.h:1: may not include high/border.h (low -> high {missing}"),
-            # What only one file may include; and that file may not what its folder may.
+            # A file with a row of its own has only the arrows of that row, not its folder's.
             ("high/b.cpp", '#include "low/system/api.h"\n',
              f"high/b.cpp:1: may not include low/system/api.h (high -> low/system {missing}"),
             ("high/border.h", '#include "low/base.h"\n',

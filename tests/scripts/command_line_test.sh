@@ -1,6 +1,7 @@
 #!/bin/bash
-# command_line_test.sh VSQEXPORT VSQINFO SAMPLES MODELS: the programs as a user runs them: exit
-# codes, what goes to which output, and what is left behind. MODELS is assimp's folder of models.
+# command_line_test.sh VSQEXPORT VSQINFO SAMPLES MODELS: runs the programs as a user does, and
+# checks their exit codes, both outputs and the files that they leave. MODELS is assimp's folder of
+# models.
 set -u
 vsqexport=$1
 vsqinfo=$2
@@ -9,12 +10,12 @@ models=$4
 out=$(mktemp -d)
 trap 'chmod -R u+w "$out"; rm -rf "$out"' EXIT
 cd "$out" || exit 1
-# No renderer is registered, so that no texture is drawn into the user's folders.
+# No renderer is registered here, so that no textures are written to the user's folders.
 export XDG_CONFIG_HOME=$out/config XDG_DATA_HOME=$out/data
 failures=0
 
-# expect CODE LINES PATTERN COMMAND... runs a command; its exit code and the number of lines on
-# standard error must be these, and what it says there must match.
+# expect CODE LINES PATTERN COMMAND... runs a command and checks its exit code, its number of lines
+# on standard error, and that these match the pattern.
 expect() {
     local code=$1 lines=$2 pattern=$3 got
     shift 3
@@ -27,7 +28,7 @@ expect() {
     fi
 }
 
-# check TEXT COMMAND... must succeed.
+# check TEXT COMMAND... reports TEXT unless the command succeeds.
 check() {
     local text=$1
     shift
@@ -37,22 +38,22 @@ check() {
     fi
 }
 
-# Every sample exports, says what it holds, and reads back. There are some of each format.
+# Every sample can be exported and read back, and gets a summary. There are samples of each format.
 for sample in "$samples"/*.gltf "$samples"/*.dae "$samples"/*.obj; do
     expect 0 0 '' "$vsqexport" export "$sample" sample.vsq
     check "$sample: a summary of two lines" test "$(wc -l <stdout)" = 2
     expect 0 0 '' "$vsqinfo" sample.vsq
 done
 
-# Standard output takes the scene and nothing else.
+# Standard output gets only the scene.
 expect 0 0 '' "$vsqexport" export demo:hierarchy file.vsq
 expect 0 0 '' "$vsqexport" export demo:hierarchy -
 check "the same scene in a file and on standard output" cmp file.vsq stdout
 expect 0 0 '' "$vsqexport" export demo:hierarchy $'\xce\xa9 \xf0\x9f\x98\x80.vsq'
 check "a path with national characters" cmp file.vsq $'\xce\xa9 \xf0\x9f\x98\x80.vsq'
 
-# So do a file and a pipe to which standard output leads, and what else is no file: nothing but the
-# scene comes out there, whenever its reader comes.
+# The same holds if standard output is a file or a pipe, and for other devices and pipes, whether
+# the reader or the writer of a pipe comes first.
 expect 0 0 '' "$vsqexport" export demo:hierarchy /dev/stdout
 check "the device of standard output" cmp file.vsq stdout
 check "standard output as a pipe" cmp file.vsq \
@@ -71,7 +72,7 @@ for reader in {1..12}; do
     check "reader $reader of a pipe" cmp file.vsq read
 done
 
-# An animation, and what it refuses.
+# Animations, and targets that they refuse.
 expect 0 0 '' "$vsqexport" animation demo:motion film.vsq --frames 2:4
 check "the files of an animation" test "$(echo film*)" = \
     'film.py film0000.vsq film0001.vsq film0002.vsq'
@@ -93,7 +94,7 @@ else
     echo "SKIPPED: there is no $model"
 fi
 
-# A mesh file is told by what is in it.
+# A mesh file is recognised by its contents.
 printf 'qorT\3\0\0\0' >mesh.vsq
 expect 1 1 'mesh.vsq: offset 8: the file ends' "$vsqinfo" mesh.vsq
 
@@ -103,7 +104,7 @@ expect 0 0 '' "$vsqexport" export demo:hierarchy options.vsq --set Layers=1 --un
 check "the unit" grep -q '"meter_scale" 1000,' options.vsq
 check "a setting" grep -q '^flags 1$' options.vsq
 
-# What can't be done is told in one line, and leaves no file behind.
+# Failures are reported in one line and leave no file.
 echo 'no model' >broken.gltf
 expect 1 1 'missing.glb' "$vsqexport" export missing.glb none.vsq
 expect 1 1 'broken.gltf' "$vsqexport" export broken.gltf none.vsq
@@ -118,10 +119,10 @@ expect 2 1 'OUT' "$vsqexport" export demo:hierarchy
 expect 2 1 'subcommand' "$vsqexport"
 check "no file is left" test ! -e none.vsq
 
-# Targets that can't be written.
+# Some targets can't be written.
 expect 1 2 'No space left on device.*could not close file' "$vsqexport" export demo:hierarchy \
     /dev/full
-# A disk that is full after so many kilobytes of each file.
+# limited KILOBYTES COMMAND... limits the size of each file, as a full disk does.
 limited() {
     (trap '' XFSZ && ulimit -f "$1" && shift && "$@")
 }

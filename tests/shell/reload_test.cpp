@@ -1,4 +1,4 @@
-// The plug-in's library, loaded and unloaded over and over.
+// Loads and unloads the plug-in's library repeatedly.
 
 #include <gtest/gtest.h>
 
@@ -9,14 +9,14 @@
 
 namespace {
 
-// A stopped plug-in isn't freed, nor is the table of its actions, and neither is what they hold.
-// Kept here, they are no leak; whatever else stays behind is, and the address sanitizer tells.
-std::vector<void*>& what_stays() {
-    static auto* const kept = new std::vector<void*>;
-    return *kept;
+// Nobody frees a stopped plug-in or the table of its actions. Pointers kept here keep the sanitizer
+// from reporting them and what they own, so that it reports only other leaks.
+std::vector<void*>& kept_objects() {
+    static auto* const objects = new std::vector<void*>;
+    return *objects;
 }
 
-TEST(PluginLibrary, ComesAndGoesWithoutATrace) {
+TEST(PluginLibrary, CanBeReloadedWithoutLeaks) {
     const TemporaryFolder folder;
     for (int round = 0; round < 10; ++round) {
         const auto library = platform::DynamicLibrary::open(PLUGIN_LIBRARY);
@@ -29,7 +29,7 @@ TEST(PluginLibrary, ComesAndGoesWithoutATrace) {
                 reinterpret_cast<ClassDesc* (*)(int)>(library->find("LibClassDesc"))(0);
             host.actions().add_tables(*class_desc);
             GUP* const plugin = static_cast<GUP*>(class_desc->Create(FALSE));
-            what_stays().insert(what_stays().end(), {plugin, class_desc->GetActionTable(0)});
+            kept_objects().insert(kept_objects().end(), {plugin, class_desc->GetActionTable(0)});
             plugin->Start();
             scene.node(L"Box").mesh(memhost::box_mesh(1, 1, 1));
             host.events().deliver();

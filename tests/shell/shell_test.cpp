@@ -1,4 +1,4 @@
-// The plug-in as the library that the host loads.
+// Tests the plug-in as a library that the host loads.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@
 
 namespace {
 
-// As in the host, it's never unloaded.
+// As in the host, the library is never unloaded.
 const platform::DynamicLibrary& library() {
     static const auto* loaded =
         new std::optional<platform::DynamicLibrary>(platform::DynamicLibrary::open(PLUGIN_LIBRARY));
@@ -55,7 +55,7 @@ protected:
             host().actions().add_tables(class_desc());
         }
         plugin_ = static_cast<GUP*>(class_desc().Create(FALSE));
-        static auto* const kept = new std::vector<GUP*>;  // nobody ever frees a plug-in
+        static auto* const kept = new std::vector<GUP*>;  // the host never frees a plug-in
         kept->push_back(plugin_);
         EXPECT_EQ(plugin_->Start(), GUPRESULT_KEEP);
     }
@@ -75,7 +75,7 @@ protected:
     GUP* plugin_;
 };
 
-TEST(PluginLibrary, TellsTheHostWhatItIs) {
+TEST(PluginLibrary, DescribesItselfToTheHost) {
     memhost::MemoryHost host;
     EXPECT_EQ(exported<const wchar_t*>("LibDescription"),
               std::wstring(L"Velmora VSQ File Exporter for 3D Studio Max"));
@@ -99,19 +99,19 @@ TEST(PluginLibrary, TellsTheHostWhatItIs) {
     EXPECT_EQ(description.GetActionTable(0), description.GetActionTable(0));
 }
 
-TEST_F(StartedPlugin, TakesItsMenuOutOfTheUsersMenuFile) {
+TEST_F(StartedPlugin, KeepsItsMenuOutOfTheUsersMenuFile) {
     const struct {
         const char* what;
         int code;
         bool menu;
         int activations;
     } steps[] = {
-        {"a menu file was read, with the menu in place", NOTIFY_CUI_MENUS_POST_LOAD, true, 2},
-        {"is about to be written", NOTIFY_CUI_MENUS_PRE_SAVE, false, 2},
-        {"and again, without a menu", NOTIFY_CUI_MENUS_PRE_SAVE, false, 2},
-        {"was written", NOTIFY_CUI_MENUS_POST_SAVE, true, 3},
-        {"and again, with the menu in place", NOTIFY_CUI_MENUS_POST_SAVE, true, 4},
-        {"something else", 244, true, 4},
+        {"a menu file was read, and the menu is shown", NOTIFY_CUI_MENUS_POST_LOAD, true, 2},
+        {"the file is about to be written", NOTIFY_CUI_MENUS_PRE_SAVE, false, 2},
+        {"the same while no menu is shown", NOTIFY_CUI_MENUS_PRE_SAVE, false, 2},
+        {"the file was written", NOTIFY_CUI_MENUS_POST_SAVE, true, 3},
+        {"the same while the menu is shown", NOTIFY_CUI_MENUS_POST_SAVE, true, 4},
+        {"another event", 244, true, 4},
     };
     EXPECT_EQ(shown_menu(), kMenu);
     EXPECT_EQ(host().actions().activations(kActionTableId), 1);
@@ -132,11 +132,11 @@ struct EarlyPlugin : StartedPlugin {
     EarlyPlugin() : StartedPlugin(false) {}
 };
 
-TEST_F(EarlyPlugin, HasItsWholeMenuBeforeTheHostTakesItsActionsUp) {
+TEST_F(EarlyPlugin, ShowsItsWholeMenuBeforeTheHostKnowsItsActions) {
     EXPECT_EQ(shown_menu(), kMenu);
 }
 
-TEST_F(StartedPlugin, LeavesAMenuThatTheUserHasChanged) {
+TEST_F(StartedPlugin, KeepsAMenuThatTheUserHasChanged) {
     host().menus().FindMenu(L"Velmora")->RemoveItem(0);
     host().notifications().broadcast(NOTIFY_CUI_MENUS_POST_LOAD);
     host().menus().UpdateMenuBar();
@@ -149,7 +149,7 @@ void press(HWND dialog, int control) {
     SendDlgItemMessageW(dialog, control, BM_CLICK, 0, 0);
 }
 
-// Of this thread: other programs have such windows too.
+// A dialog of this thread, since other programs have dialogs with such titles too.
 HWND own_dialog(const wchar_t* title) {
     HWND dialog = nullptr;
     do {
@@ -158,7 +158,7 @@ HWND own_dialog(const wchar_t* title) {
     return dialog;
 }
 
-// The user before the windows that come up, who turns the cameras on or off.
+// A user who answers the windows that come up, and turns the cameras on or off.
 class User {
 public:
     explicit User(bool cameras) : timer_(SetTimer(nullptr, 0, 20, act)) {
@@ -175,7 +175,7 @@ public:
     std::function<void(HWND dialog)> in_settings;
 
 private:
-    // A timer fires once all posted messages are done, so the windows are as the user finds them.
+    // A timer fires after all posted messages, so that the windows are complete by then.
     static void CALLBACK act(HWND, UINT, UINT_PTR, DWORD) {
         if (const HWND box = own_dialog(L"Error")) {
             PostMessageW(box, WM_COMMAND, IDOK, 0);
@@ -199,7 +199,8 @@ std::string label_at(HWND dialog, int position) {
     return text;
 }
 
-// Turns every box over and gives what they were. The trackbar is left alone if `position` is 0.
+// Toggles every check box and returns their previous states. Moves the trackbar unless `position`
+// is 0.
 std::string change_everything(HWND dialog, int position, int button) {
     const HWND trackbar = GetDlgItem(dialog, IDC_RADIUS_TRACKBAR);
     EXPECT_EQ(SendMessageW(trackbar, TBM_GETRANGEMIN, 0, 0), 1);
@@ -221,17 +222,17 @@ std::string change_everything(HWND dialog, int position, int button) {
     return shown;
 }
 
-// The boxes wait for OK, but the trackbar's value holds from the moment it is moved.
-TEST_F(StartedPlugin, TakesOverAndSavesWhatIsConfirmed) {
+// The check boxes take effect with OK, but the trackbar as soon as it is moved.
+TEST_F(StartedPlugin, UsesAndSavesSettingsThatAreConfirmed) {
     const std::string saved =
         "[Curves]HairAndFur=0GeneralCurves=1[Lights]PhotometricLights=0SkyLights=1"
         "[Animation]Bones=0TransformAnimations=0CameraAnimations=0Deformable=0"
         "[General]cameras=0Layers=1";
     const struct {
         int button, position;
-        std::string shown;   // boxes at the opening
-        std::string file;    // its lines afterwards, without their ends
-        std::string radius;  // of the curve that is then exported, if any is
+        std::string shown;   // check boxes when the dialog opens
+        std::string file;    // lines of the settings file afterwards, without their ends
+        std::string radius;  // of the curve in the next export, if there is one
     } cases[] = {
         {IDCANCEL, 0, "101111110", "", ""},
         {IDOK, 0, "101111110", saved, "\"radius\" 0.999063,"},
@@ -266,7 +267,7 @@ TEST_F(StartedPlugin, TakesOverAndSavesWhatIsConfirmed) {
 
 #else
 
-// The user at the terminal, who turns the cameras on or off.
+// A user at the terminal who turns the cameras on or off.
 class User {
 public:
     explicit User(bool cameras)
@@ -284,7 +285,7 @@ private:
 
 #endif
 
-TEST_F(StartedPlugin, CarriesOutEachCommandAsOftenAsItIsPressed) {
+TEST_F(StartedPlugin, CarriesOutEachCommandRepeatedly) {
     const RegistryEntries no_renderer({});
     scene_.node(L"a");
     scene_.animation_frames(0, 1);
@@ -312,7 +313,7 @@ TEST_F(StartedPlugin, CarriesOutEachCommandAsOftenAsItIsPressed) {
         EXPECT_NE(settings.find(cameras ? "cameras=1" : "cameras=0"), std::string::npos)
             << settings;
         EXPECT_EQ(settings.find("HairAndFur=0"), std::string::npos);
-        // Export Animation has turned it off, and OK saves it so.
+        // Export Animation has turned this off, and OK saves it.
         EXPECT_NE(settings.find("TransformAnimations=0"), std::string::npos) << settings;
     }
 }

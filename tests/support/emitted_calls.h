@@ -7,10 +7,10 @@
 #include "tests/support/recording_api.h"
 #include "tests/support/written_scene.h"
 
-/// What somebody does to a scene.
+/// Calls that a test makes on a scene.
 using SceneUse = std::function<void(qor::qorSceneapi_oo&)>;
 
-/// The calls that reach the scene API, a line for each, without the opening ones of a stream.
+/// The calls that `use` causes on the scene API, one per line.
 inline std::string emitted_calls(const SceneUse& use) {
     RecordingApi recorded;
     qor::qorSceneapi_oo scene;
@@ -19,7 +19,7 @@ inline std::string emitted_calls(const SceneUse& use) {
     return recorded.calls;
 }
 
-/// The bytes of the same in a scene file, with arrays in text form.
+/// The bytes that `use` writes to a scene file, with arrays in text form.
 inline std::string emitted_text(const SceneUse& use) {
     return written_by(
         [&use](qorScene_api_file& api) {

@@ -9,8 +9,8 @@
 #include "platform/wide_text.h"
 #endif
 
-/// Sets a variable of this process and of those that it starts, and gives what it was before; empty
-/// means that there is none.
+/// Sets a variable of this process and of those that it starts, and returns the previous value. An
+/// empty value means that the variable isn't set.
 inline std::string set_environment(const std::string& name, const std::string& value) {
 #ifdef _WIN32
     const std::wstring wide_name = platform::wide_from_utf8(name);
@@ -27,7 +27,7 @@ inline std::string set_environment(const std::string& name, const std::string& v
 #endif
 }
 
-/// A variable that has another value while the object lives.
+/// Gives a variable another value during the object's lifetime.
 class EnvironmentVariable {
 public:
     EnvironmentVariable(const std::string& name, const std::string& value)

@@ -11,8 +11,8 @@
 #include "tests/support/installation_entries.h"
 #include "tests/support/temporary_folder.h"
 
-/// An installation of the renderer, registered while the object lives, with a resource folder that
-/// exports put their mesh libraries in.
+/// An installation of the renderer that is registered during the object's lifetime. Exports put
+/// their mesh files into its resource folder.
 class ExportedLibraries {
 public:
     ExportedLibraries()
@@ -23,10 +23,10 @@ public:
         std::filesystem::create_directories(animations());
     }
 
-    /// The folder in which the exports' own is made.
+    /// The folder in which exports create theirs.
     std::filesystem::path animations() const { return folder_.path() / "Animations"; }
 
-    /// Of the files so far, by name.
+    /// The paths of the mesh files so far, sorted.
     std::vector<std::string> paths() const {
         std::vector<std::string> found;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(animations())) {
@@ -38,7 +38,7 @@ public:
         return found;
     }
 
-    /// The same without their folder.
+    /// The names of the mesh files so far, without their folder.
     std::vector<std::string> names() const {
         std::vector<std::string> result = paths();
         for (std::string& path : result) {
@@ -52,7 +52,7 @@ private:
     RegistryEntries entries_;
 };
 
-/// The blocks of a library as numbers. It takes the file to be well formed.
+/// The blocks of a mesh file as numbers. The file must be well-formed.
 struct LibraryArrays {
     using Vector = std::array<float, 3>;
     struct Frame {

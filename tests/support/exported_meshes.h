@@ -9,8 +9,7 @@
 
 #include "standins/host/sdk/max.h"
 
-/// An array of numbers as a block of a scene file has it. All systems of the host are
-/// little-endian.
+/// A parameter of a scene file that is a binary array. All systems of the host are little-endian.
 template <typename Number>
 std::string array_text(const std::string& name, char tag, const std::vector<Number>& numbers) {
     const auto count = static_cast<std::uint32_t>(numbers.size());
@@ -20,20 +19,19 @@ std::string array_text(const std::string& name, char tag, const std::vector<Numb
     return text + "] ,\n";
 }
 
-/// A triangle object of a scene file, brought into world space.
+/// A triangle object of a scene file, transformed to world space.
 struct ExportedMesh {
     using Vector = std::array<double, 3>;
 
     std::string name;      // both names with their quotes, or in hexadecimal form
     std::string material;  // empty for an object without one
     std::vector<Vector> vertices;
-    std::vector<Vector> normals;  // of unit length in the file, not so in a scaled world
+    std::vector<Vector> normals;  // not of unit length if a node is scaled
     std::vector<std::array<float, 2>> uvs;
     std::vector<std::int32_t> triangles;
 };
 
-/// Reads the triangle objects off the bytes of a scene file, in their order. It takes the file to
-/// be well formed.
+/// Reads the triangle objects of a scene file in order. The file must be well-formed.
 class ExportedMeshReader {
 public:
     static std::vector<ExportedMesh> read(const std::string& text) {
@@ -54,7 +52,7 @@ private:
         };
         const size_t array = line.find("\" [ \1\2\3");
         if (array != std::string::npos) {
-            at_ += array + 8;  // with the tag
+            at_ += array + 8;  // past the tag
             read_array(line.substr(1, array - 1));
         } else if (line == "}" || line == "},") {
             groups_.pop_back();
@@ -99,8 +97,8 @@ private:
         at_ += bytes;
     }
 
-    // A group's matrix comes behind what it holds. Normals go through the inverse of the transposed
-    // matrix.
+    // A group's matrix comes after the group's contents. Normals are transformed by the transposed
+    // inverse.
     void place(const std::string& matrix) {
         std::istringstream numbers(matrix);
         Matrix3 world;
@@ -125,6 +123,6 @@ private:
 
     const std::string& text_;
     size_t at_ = 0;
-    std::vector<size_t> groups_;  // of open blocks the first mesh in it, if they are groups
+    std::vector<size_t> groups_;  // for each open block that is a group, its first mesh; else npos
     std::vector<ExportedMesh> meshes_;
 };

@@ -7,7 +7,7 @@
 #include "standins/host/memory/scene_builder.h"
 #include "tests/support/temporary_folder.h"
 
-/// The scene file that Export writes for a scene built in code.
+/// The bytes that Export writes for a scene built in code.
 inline std::string exported(memhost::SceneBuilder& scene, const Qor::Options& options) {
     const TemporaryFolder folder;
     SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
@@ -20,7 +20,7 @@ inline std::string exported(memhost::SceneBuilder& scene) {
     return exported(scene, Qor::Options(&scene.host()));
 }
 
-/// What stands in the root group of that file, between its flags and its closing brace.
+/// The contents of the root group of that file, from its flags to its closing brace.
 inline std::string exported_nodes(memhost::SceneBuilder& scene) {
     const std::string text = exported(scene);
     const std::string opening = "\ngroup \"object\" {\nflags 0\n";

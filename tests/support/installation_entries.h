@@ -7,7 +7,7 @@
 #include "platform/wide_text.h"
 #include "tests/support/registry_entries.h"
 
-/// A text as a value of a `RegistryEntry`.
+/// The value of a `RegistryEntry` that holds a text.
 inline std::string registry_text(const std::string& text) {
     std::string value = "\"";
     for (const char c : text) {
@@ -16,7 +16,8 @@ inline std::string registry_text(const std::string& text) {
     return value + "\"";
 }
 
-/// The same of the kind that may name variables of the environment, as Windows exports it.
+/// The value of a `RegistryEntry` whose text may contain environment variables, in the form in
+/// which Windows exports it.
 inline std::string expandable_text(const std::string& text) {
     std::string value = "hex(2):";
     for (const wchar_t unit : platform::wide_from_utf8(text) + L'\0') {
@@ -25,10 +26,10 @@ inline std::string expandable_text(const std::string& text) {
         value += bytes;
     }
     value.pop_back();
-    return value.insert(20, "\\\r\n  ");  // long values go over several lines
+    return value.insert(20, "\\\r\n  ");  // Windows breaks long values into lines
 }
 
-/// What registers an installation of the renderer under a name such as "Velmora 11".
+/// The entries that register an installation of the renderer under a name such as "Velmora 11".
 inline std::vector<RegistryEntry> installation_entries(const char* hive, const std::string& name,
                                                        const std::string& program,
                                                        const std::string& bin_folder,

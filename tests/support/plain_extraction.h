@@ -7,11 +7,11 @@
 
 #include "plugins/3dsmax/export/host.h"
 
-/// The extraction of a mesh part step by step, with a list for each vertex and nothing made fast:
-/// what the product's extraction must equal in every bit.
+/// A plain and slow extraction of a mesh part, with a list for each vertex. The product's
+/// extraction must give the same bits.
 namespace plain {
 
-/// A vertex normal with the records behind it.
+/// A vertex normal, and the records of other smoothing groups as a linked list.
 struct VertexNormal {
     Point3 normal = Point3(0, 0, 0);
     DWORD smoothing = 0;
@@ -109,13 +109,13 @@ inline std::vector<VertexNormal> compute_vertex_normals(Mesh& mesh) {
     return normals;
 }
 
-/// The arrays of one part, as the renderer gets them.
+/// The arrays of one part in the form that the renderer gets.
 struct Part {
     std::vector<float> vertices, normals, uvs;
     std::vector<int> triangles;
 };
 
-/// `wanted` says which faces are in the part. Without a channel (below 0) there are no coordinates.
+/// `wanted(face)` is true for the faces of the part. A `channel` below 0 gives no coordinates.
 template <typename Wanted>
 Part extract(Mesh& mesh, const std::vector<VertexNormal>& vertex_normals, const Matrix3& offset,
              int channel, const Matrix3& uv_transform, Wanted wanted) {

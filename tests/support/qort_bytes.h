@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// The bytes of mesh files, put together by hand.
+/// The bytes of mesh files, built without the product's writer.
 namespace qort_bytes {
 
 inline std::string words(const std::vector<std::uint32_t>& numbers) {

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <string>
 
-/// A scene file's text with the numbers of binary integer arrays in place of their bytes, each
-/// with a blank behind it.
+/// Replaces the binary integer arrays in a scene file with their numbers, each with a blank after
+/// it.
 inline std::string with_readable_integers(const std::string& text) {
     const std::string mark = "\1\2\3i";
     std::string readable;

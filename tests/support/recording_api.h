@@ -12,16 +12,15 @@
 #include "importers/sceneapi/dev/parameter_codes.h"
 #include "importers/sceneapi/dev/qorscene_api.h"
 
-/// Keeps one line for each call that an object causes, so that tests can compare whole streams. It
-/// hears every operation of the interface and says yes to each.
+/// Records each call as a line, so that tests can compare whole streams. Every operation succeeds.
 ///
-/// Numbers have as many digits as tell them from their neighbours; arrays stand in brackets, a
-/// comma between their elements. A shader's handle is its type.
+/// Numbers have as few digits as identify them. Arrays are in brackets with commas between their
+/// elements. A shader's handle is shown as its type.
 class RecordingApi final : public qorScene_api {
 public:
     std::string calls;
 
-    /// What `set_parameter` writes behind the name.
+    /// The text that `set_parameter` records after the name.
     static std::string value_text(std::int32_t type, const void* value) {
         using namespace parameter_code;
         if ((type & kArray) == 0) {
@@ -30,7 +29,7 @@ public:
         const auto& array = *static_cast<const qorArray*>(value);
         std::string elements;
         for (std::uint32_t i = 0; i < array.count; ++i) {
-            // In an array, a text is a pointer to one.
+            // The texts of an array are pointers.
             const std::int32_t code = (type & ~kArray) == kText ? kTextPointer : type & ~kArray;
             elements += (i > 0 ? "," : "") + element_text(code, array.data, i);
         }
@@ -169,7 +168,7 @@ public:
     void print_error(const char* text) override { add("print_error", text); }
 
 private:
-    std::deque<std::string> shader_types_;  // a handle points to one
+    std::deque<std::string> shader_types_;  // handles point to these
 
     template <typename... Arguments>
     bool add(const std::string& call, const Arguments&... arguments) {
@@ -203,7 +202,7 @@ private:
         return text;
     }
 
-    // Of the element at that place.
+    // The text of the element at `place`.
     static std::string element_text(std::int32_t code, const void* data, size_t place) {
         using namespace parameter_code;
         constexpr struct {

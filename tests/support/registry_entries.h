@@ -6,8 +6,8 @@
 #include "tests/support/environment_variable.h"
 #include "tests/support/temporary_folder.h"
 
-/// One value of a key below the machine's or the user's hive, as the text form of a registry
-/// export has it: `value` is "\"text\"" or "dword:0000000b".
+/// One value of a key below the machine's or the user's hive. `value` has the form of a registry
+/// export, such as "\"text\"" or "dword:0000000b".
 struct RegistryEntry {
     const char* hive;
     std::string key;
@@ -15,9 +15,9 @@ struct RegistryEntry {
     std::string value;
 };
 
-/// A registry that holds some entries while the object lives. On Windows they are really written
-/// to the registry and the keys taken out again; elsewhere they are the registry file of a
-/// configuration folder of the test's own.
+/// A registry with some entries during the object's lifetime. On Windows they are written to the
+/// real registry and their keys are deleted again. Elsewhere they are in the registry file of the
+/// test's own configuration folder.
 class RegistryEntries {
 public:
     explicit RegistryEntries(const std::vector<RegistryEntry>& entries);

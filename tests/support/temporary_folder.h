@@ -13,7 +13,7 @@
 #include <unistd.h>
 #endif
 
-/// A folder of a test's own that goes with the test.
+/// A new folder that is deleted with the object.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -25,7 +25,7 @@ public:
 #endif
         path_ = std::filesystem::temp_directory_path() /
                 ("vsq_test_" + std::to_string(process) + "_" + std::to_string(++count));
-        // An earlier process with this number can have left a file that it couldn't remove.
+        // An earlier process with this id may have left a file that it couldn't delete.
         std::filesystem::remove_all(path_);
         std::filesystem::create_directories(path_);
     }
@@ -40,7 +40,7 @@ public:
         return path_;
     }
 
-    /// The path of something in the folder, as UTF-8.
+    /// The path of a name in the folder, as UTF-8.
     std::string operator/(const std::string& name_utf8) const {
         return (path_ / std::filesystem::u8path(name_utf8)).u8string();
     }
@@ -49,7 +49,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// All bytes of a file, or none if there is no such file.
+/// All bytes of a file; empty if there is no such file.
 inline std::string file_contents(const std::string& path_utf8) {
     std::ifstream file(std::filesystem::u8path(path_utf8), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

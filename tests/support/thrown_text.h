@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-/// What an action throws says, or "" if it throws nothing.
+/// The text of the exception that an action throws, or "" if it throws none.
 template <typename Exception = std::runtime_error, typename Action>
 std::string thrown_text(const Action& action) {
     try {

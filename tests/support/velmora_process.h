@@ -19,7 +19,7 @@
 #include <unistd.h>
 #endif
 
-/// Looks for some seconds until `holds` says yes, and tells whether it has.
+/// Polls for some seconds until `holds()` is true; returns whether it became so.
 template <typename Condition>
 bool comes_to_hold(const Condition& holds) {
     for (int look = 0; look < 1000; ++look) {
@@ -31,7 +31,7 @@ bool comes_to_hold(const Condition& holds) {
     return false;
 }
 
-/// Keeps the running renderers of a test, and their scenes, apart from the user's own.
+/// Separates the running renderers of a test, and their scenes, from the user's own.
 class RendererFolder {
 public:
     std::filesystem::path scenes() const { return folder_.path() / "quoria/scenes"; }
@@ -42,10 +42,11 @@ private:
     EnvironmentVariable windows_data_{"LOCALAPPDATA", folder_.path().u8string()};
 };
 
-/// A running renderer, which ends when the object goes and when the test dies.
+/// A running renderer. It ends with the object, and if the test dies.
 class VelmoraProcess {
 public:
-    /// `variable` stands in its environment alone. Throws if it isn't announced after some seconds.
+    /// `variable` is set only for the renderer. Throws if the renderer isn't announced after some
+    /// seconds.
     explicit VelmoraProcess(const std::string& program,
                             const std::string& variable = "VELMORA_VERSION",
                             const std::string& value = "")
@@ -54,7 +55,7 @@ public:
         start(program);
         if (variable != "VELMORA_SILENT" &&
             !comes_to_hold([this] { return announced().has_value(); })) {
-            throw std::runtime_error("the renderer doesn't come up");
+            throw std::runtime_error("the renderer does not start");
         }
     }
     VelmoraProcess(const VelmoraProcess&) = delete;
@@ -72,7 +73,7 @@ public:
         return std::nullopt;
     }
 
-    /// These throw where it isn't announced.
+    /// This and the following operations throw if the renderer isn't announced.
     velmora::RunningRenderer announcement() const {
         if (const auto renderer = announced()) {
             return *renderer;
@@ -80,7 +81,7 @@ public:
         throw std::runtime_error("no renderer is announced for process " + std::to_string(id_));
     }
     int port() const { return announcement().port; }
-    /// Its number is 0 if there is none.
+    /// The scene's number is 0 if there is none.
     velmora::AnnouncedScene newest_scene() const {
         const std::vector<velmora::AnnouncedScene> scenes = announcement().scenes;
         return scenes.empty() ? velmora::AnnouncedScene() : scenes.back();
@@ -92,7 +93,9 @@ public:
     }
 
 private:
-    VelmoraProcess() = default;  // once it is done, the destructor ends what was started
+    // The other constructor delegates to this one, so that the destructor runs even if it throws.
+    VelmoraProcess() = default;
+
     void start(const std::string& program);
     bool has_ended();
 

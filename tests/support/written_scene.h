@@ -7,7 +7,7 @@
 #include "platform/files.h"
 #include "tests/support/temporary_folder.h"
 
-/// What the file back end writes for some calls, byte for byte.
+/// The bytes that the file back end writes for some calls.
 inline std::string written_by(const std::function<void(qorScene_api_file&)>& calls,
                               bool binary_arrays = true) {
     const TemporaryFolder folder;

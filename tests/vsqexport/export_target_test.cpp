@@ -12,7 +12,7 @@ std::string refusal(const std::string& target, const std::string& source) {
     return thrown_text([&] { vsqexport::check_export_target(target, source); });
 }
 
-TEST(ExportTarget, IsCheckedBeforeTheExportAndLeftAsItIs) {
+TEST(ExportTarget, IsCheckedWithoutBeingChanged) {
     const TemporaryFolder folder;
     const std::string model = folder / "model.obj";
     std::ofstream(std::filesystem::u8path(model), std::ios::binary) << "v 0 0 0\n";
@@ -34,10 +34,10 @@ TEST(ExportTarget, IsCheckedBeforeTheExportAndLeftAsItIs) {
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(folder / "new.vsq")));
 }
 
-TEST(SceneSource, NamesTheDemoScenesWhereOneIsUnknown) {
+TEST(SceneSource, ListsTheDemoScenesIfANameIsUnknown) {
     memhost::SceneBuilder scene;
     EXPECT_THAT(thrown_text([&] { vsqexport::load_scene("demo:none", scene); }),
-                testing::HasSubstr("'none' (there are: hierarchy"));
+                testing::HasSubstr("'none' (known: hierarchy"));
 }
 
 }  // namespace

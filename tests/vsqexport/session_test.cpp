@@ -25,7 +25,7 @@ protected:
     vsqexport::Session session_{scene_.host(), plugin_, "demo:none"};
 };
 
-TEST_F(SessionTest, TellsOfEdits) {
+TEST_F(SessionTest, ReportsEdits) {
     const std::pair<const char*, const char*> lines[] = {
         {"", ""},
         {"nodes", "  Lid\n    T\u00f6n (hidden)\n  Left Arm\n  Lid\n    5\" disc"},
@@ -46,7 +46,7 @@ TEST_F(SessionTest, TellsOfEdits) {
     EXPECT_EQ(scene_.host().time(), 12 * scene_.host().ticks_per_frame());
 }
 
-TEST_F(SessionTest, MovesANodeInItsParentsSpaceAsItIsTurned) {
+TEST_F(SessionTest, MovesANodeInItsParentsSpaceAndKeepsItsRotation) {
     session_.carry_out("move T\u00f6n 1 0 0");
     session_.carry_out("move Lid 0 0 5");
     const Matrix3 world = lid_.node().children()[0]->GetNodeTM(0);
@@ -57,22 +57,22 @@ TEST_F(SessionTest, MovesANodeInItsParentsSpaceAsItIsTurned) {
 TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
     const TemporaryFolder folder;
     const std::pair<std::string, std::string> lines[] = {
-        {"HIDE Lid", "no command is named 'HIDE' (help lists what there is)"},
-        {"\"\"", "no command is named '' (help lists what there is)"},
+        {"HIDE Lid", "no command is named 'HIDE' (help lists the commands)"},
+        {"\"\"", "no command is named '' (help lists the commands)"},
         {"hide", "hide takes NODE"},
         {"hide Left Arm", "hide takes NODE"},
         {"update now", "update takes nothing"},
-        {"hide \"Left Arm", "a quotation mark has no partner"},
-        {"hide \"Scene Root\"", "no node is named 'Scene Root' (nodes lists what there is)"},
-        {"delete \"a\x1b\"", "no node is named 'a\\x1b' (nodes lists what there is)"},
-        {"move Lid 1 2 three", "'three' is no coordinate"},
-        {"move Lid 1 2 inf", "'inf' is no coordinate"},
-        {"move Lid 1e9999 2 3", "'1e9999' is no coordinate"},
-        {"frame 1.5", "'1.5' is no frame"},
-        {"frame 99999999999", "'99999999999' is no frame"},
-        {"export -", "standard output is the session's own"},
+        {"hide \"Left Arm", "a quotation mark is not closed"},
+        {"hide \"Scene Root\"", "no node is named 'Scene Root' (nodes lists the nodes)"},
+        {"delete \"a\x1b\"", "no node is named 'a\\x1b' (nodes lists the nodes)"},
+        {"move Lid 1 2 three", "'three' is not a coordinate"},
+        {"move Lid 1 2 inf", "'inf' is not a coordinate"},
+        {"move Lid 1e9999 2 3", "'1e9999' is not a coordinate"},
+        {"frame 1.5", "'1.5' is not a frame number"},
+        {"frame 99999999999", "'99999999999' is not a frame number"},
+        {"export -", "the session itself uses standard output"},
         {"export \"\"", "the name of the scene file is empty"},
-        {"animation -", "the name for an animation ends in .vsq, unlike '-'"},
+        {"animation -", "the name of an animation must end in .vsq, not '-'"},
     };
     const std::string nodes = session_.carry_out("nodes");
     for (const auto& [line, refusal] : lines) {

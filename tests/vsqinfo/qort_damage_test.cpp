@@ -16,7 +16,7 @@ vsqinfo::QortSummary read(const std::string& bytes) {
     return vsqinfo::read_qort(stream);
 }
 
-// The place of the fault that the reader finds; none if it takes the file.
+// The offset of the fault that the reader finds; nothing if it accepts the file.
 std::optional<std::uint64_t> fault_at(const std::string& bytes) {
     try {
         read(bytes);
@@ -38,7 +38,7 @@ std::string library() {
            block(3, floats(std::vector<float>(18, 0.5f))) + block(5, floats({0, 0, 1, 0, 0, 1}));
 }
 
-// With everything that frames don't go with. Blocks begin at 64, 84, 128, 148, 168, 192 and 212.
+// Has all blocks that a file with frames can't have. They begin at 64, 84, 128, 148, 168, 192, 212.
 std::string mesh() {
     return header(false, kBox, 64) + block(1, words({0, 1, 2})) +
            block(2, floats({0, 0, 0, 1, 0, 0, 0, 2, 3})) + block(3, floats({0, 0, 1})) +
@@ -51,7 +51,7 @@ std::string interleaved() {
            block(1, words({0, 1, 2})) + block(8, floats(std::vector<float>(24, 0.25f)));
 }
 
-TEST(QortReader, SaysWhatAFileHolds) {
+TEST(QortReader, SummarisesAFile) {
     EXPECT_EQ(vsqinfo::summary_text(read(library())),
               "size          364 bytes\n"
               "format        mesh, version 3, separate arrays\n"
@@ -71,7 +71,7 @@ TEST(QortReader, SaysWhatAFileHolds) {
                                    "colours       3\n"));
     EXPECT_THAT(vsqinfo::summary_text(read(interleaved())),
                 testing::HasSubstr("interleaved\nframes        1  "));
-    // What is no number lies in any box.
+    // NaN counts as inside the box.
     EXPECT_FALSE(fault_at(library().replace(180, 4, words({0x7fc00000}))));
 }
 
@@ -81,7 +81,7 @@ TEST(QortReader, RefusesAFileCutAtAnyByte) {
             EXPECT_EQ(fault_at(file.substr(0, length)), length);
         }
     }
-    // Without frames nothing tells of arrays to come: a mesh is whole with fewer of them, too.
+    // Without frames the header doesn't announce the arrays, so a mesh with fewer of them is whole.
     std::vector<size_t> whole;
     for (size_t length = 0; length < mesh().size(); ++length) {
         const auto fault = fault_at(mesh().substr(0, length));
@@ -93,12 +93,12 @@ TEST(QortReader, RefusesAFileCutAtAnyByte) {
     EXPECT_EQ(whole, (std::vector<size_t>{128, 168, 212}));
 }
 
-TEST(QortReader, NamesThePlaceOfTheFault) {
+TEST(QortReader, ReportsTheOffsetOfTheFault) {
     const struct {
         const char* what;
         std::string file;
-        size_t at;          // where the file is changed,
-        std::string bytes;  // to this
+        size_t at;          // the offset of the change
+        std::string bytes;  // the new bytes there
         std::uint64_t offset;
     } cases[] = {
         {"magic", library(), 3, "t", 3},
@@ -106,18 +106,18 @@ TEST(QortReader, NamesThePlaceOfTheFault) {
         {"offset of frames", library(), 12, words({72}), 12},
         {"offset without frames", mesh(), 12, words({64}), 12},
         {"box too small", library(), 32, floats({1.5f}), 208},
-        {"box that is none", library(), 16, words({0x7fc00000}), 180},
+        {"NaN in the box", library(), 16, words({0x7fc00000}), 180},
         {"box of interleaved vertices", interleaved(), 28, floats({0.125f}), 140},
         {"data ends early", library(), 40, words({300}), 332},
         {"data ends late", library(), 40, words({325}), 364},
         {"data ends beyond 32 bits", mesh(), 44, words({1}), 40},
         {"reserved", library(), 63, "\1", 63},
         {"unknown tag", library(), 152, words({10}), 152},
-        {"no frames where they belong", library(), 64, words({7, 72}), 64},
+        {"another block instead of frames", library(), 64, words({7, 72}), 64},
         {"triangles missing", mesh(), 64, words({3}), 64},
         {"a block twice", mesh(), 212, words({2}), 212},
         {"indices without an array", mesh().erase(128, 20), 0, "q", 128},
-        {"size of no whole triangles", library(), 156, words({16}), 156},
+        {"size not of whole triangles", library(), 156, words({16}), 156},
         {"size beyond the end", library(), 336, words({32}), 364},
         {"triangles of a frame", library(), 80, words({1}), 80},
         {"vertices of a frame", library(), 128, words({4}), 128},
@@ -132,8 +132,8 @@ TEST(QortReader, NamesThePlaceOfTheFault) {
         {"index of texture coordinates", mesh(), 204, words({2}), 204},
         {"fewer colours than vertices", mesh().replace(212, 44, block(7, floats({1, 1, 1}))), 0,
          "q", 216},
-        {"bytes behind a library", library() + "a", 0, "q", 364},
-        {"bytes behind colours", mesh() + mesh(), 0, "q", 256},
+        {"bytes after a library", library() + "a", 0, "q", 364},
+        {"bytes after colours", mesh() + mesh(), 0, "q", 256},
     };
     for (const auto& test : cases) {
         std::string file = test.file;

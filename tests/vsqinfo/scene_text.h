@@ -9,7 +9,7 @@
 #include "tests/support/qort_bytes.h"
 #include "tools/vsqinfo/vsq_reader.h"
 
-/// The texts of small scene files, put together by hand: no writer has a part in these tests.
+/// The texts of small scene files, built without the product's writer.
 namespace scene_text {
 
 inline const std::string kHeader =
@@ -17,7 +17,7 @@ inline const std::string kHeader =
     "// This is a Velmora scene file\n\n";
 inline const std::string kStart = kHeader + "version 9\n\n";
 
-/// A whole file whose root group holds `content`.
+/// A whole file with `content` in its root group.
 inline std::string in_root(const std::string& content) {
     return kStart + "\ngroup \"object\" {\n" + content + "}\n";
 }
@@ -26,8 +26,8 @@ inline std::string in_object(const std::string& content) {
     return in_root("object \"o\" {\n" + content + "}\n");
 }
 
-/// The body of a binary array with its head. `words` are the numbers' bits: two of them make a
-/// number of tag 'r'.
+/// The body of a binary array with its head. `words` are the bits of the numbers; with the tag 'r',
+/// two words make one number.
 inline std::string body(char tag, const std::vector<std::uint32_t>& words) {
     const std::size_t count = tag == 'r' ? words.size() / 2 : words.size();
     return "\1\2\3" + std::string(1, tag) + qort_bytes::words({static_cast<std::uint32_t>(count)}) +
@@ -45,7 +45,7 @@ inline vsqinfo::VsqSummary read(const std::string& file, vsqinfo::VsqListener* l
     return vsqinfo::read_vsq(stream, listener);
 }
 
-/// What the reader has against a file; nothing if it takes it.
+/// The error with which the reader refuses a file; nothing if it accepts it.
 inline std::optional<vsqinfo::MalformedFile> refusal(const std::string& file) {
     try {
         read(file);

@@ -43,7 +43,7 @@ std::string rich_file() {
            "\n}\n}\n";
 }
 
-TEST(VsqReader, SaysWhatAFileHolds) {
+TEST(VsqReader, SummarisesAFile) {
     std::ostringstream tree;
     vsqinfo::GroupTree listener(tree);
     EXPECT_EQ(summary_text(read(rich_file(), &listener)), R"(size          1547 bytes
@@ -78,19 +78,19 @@ errors        1
 )");
 }
 
-TEST(DamagedFile, IsRefusedIfCutAtAnyByte) {
+TEST(DamagedFile, IsRefusedIfCutShortAtAnyByte) {
     const std::string file = rich_file();
     ASSERT_FALSE(refusal(file));
     for (std::size_t length = 0; length < file.size(); ++length) {
         const auto refused = refusal(file.substr(0, length));
-        ASSERT_TRUE(refused) << "cut to " << length << " bytes, it is accepted";
+        ASSERT_TRUE(refused) << "cut to " << length << " bytes";
         EXPECT_LE(refused->offset(), length);
     }
 }
 
-// Many a flipped byte gives another legal file. What must hold: the reader comes to its end, with
-// a place in the file if it refuses.
-TEST(DamagedFile, DoesNotBreakTheReaderWithAnyByteFlipped) {
+// Many files stay legal with one byte changed. The reader must come to its end, and an offset that
+// it reports must lie in the file.
+TEST(DamagedFile, DoesNotBreakTheReaderIfAnyByteIsChanged) {
     const std::string bytes = {'\0', '\1', '\2', '\n', ' ', '"', ',', '[',    ']',    '{',   '}',
                                '#',  '!',  '/',  '9',  'x', 'b', '-', '\x7f', '\x80', '\xff'};
     std::string file = rich_file();
@@ -109,7 +109,7 @@ TEST(DamagedFile, DoesNotBreakTheReaderWithAnyByteFlipped) {
     EXPECT_GT(refused, file.size() * bytes.size() / 2);
 }
 
-// Two files run into each other, as after a write that failed half-way.
+// A write that failed half-way can leave a gap, or two files run together.
 TEST(DamagedFile, IsRefusedWithAHoleInIt) {
     const std::string file = rich_file();
     const std::size_t root = file.find("\ngroup \"object\"");

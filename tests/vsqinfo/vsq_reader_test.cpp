@@ -27,7 +27,7 @@ std::string in_animation(const std::string& content) {
     return in_root("animation \"fbx_animation_2\" \"a\" {\n" + content + "}\n");
 }
 
-// What a file can hold that an export seldom writes, or that counts for less than it seems.
+// Contents that an export seldom writes, or that don't count as often as they occur.
 TEST(VsqReader, CountsWhatAFileHolds) {
     const std::string triangle =
         "\"vertices\" [ 0 0 0,1 1 1,2 2 2 ] ,\n\"triangles\" [ 0,1,2 ] ,\n";
@@ -61,7 +61,7 @@ TEST(VsqReader, CountsWhatAFileHolds) {
     }
 }
 
-// Whatever the grammar allows stands in some file, also what no export writes.
+// The grammar allows more than exports write.
 TEST(VsqReader, AcceptsEveryStatementAndValueForm) {
     const std::string numbered = "#define shader 3 qor_diffuse {\n}\n";
     const std::string accepted[] = {
@@ -74,7 +74,7 @@ TEST(VsqReader, AcceptsEveryStatementAndValueForm) {
             "frame 3 {\ntranslate 1 2 3\n}\n\ngroup \"r\" {\n}\n\nrender\n",
         in_root("scale 1 1 1\nrotate 0 nan 0\ninstance \"i\"\nmotion 0.5 {\ntransform " +
                 kIdentity + "\n}\n"),
-        // Plain and quoted parameters in one block, as behind a camera in a group.
+        // Plain and quoted parameters in one block, as after a camera in a group.
         in_root("fov 35.5\n\ncamera {\n}\n\"fov\" 35.5,\nname \n\"name\" ,\nthumbnail bX\n"
                 "xX612262 1 2 3,\nuv set name \"x\"\nprojection \"orthographic\"\n"),
         in_root(
@@ -83,14 +83,14 @@ TEST(VsqReader, AcceptsEveryStatementAndValueForm) {
         in_root("bodies [ " + body('f', {1, 2}) + "] \n\"built\" [\n" + body('i', {1, 2}) +
                 " ],\n\"text\" [\n1, 2, 3,\n4 ],\n\"doubles\" [ " + body('r', {1, 2, 3, 4}) +
                 "] ,\n" + binary("none", 'c', {})),
-        // More elements than stand on one line.
+        // More elements than fit on one line.
         in_root("\"f\" [ 0,1,2,3,4,5,6,7,8,\n9 ] ,\n"),
         in_material(numbered + "surface 3\n// assuming surface shader\nsurface  3\nshadow 3\n"
                                "volume 3\nreflection map 3\nflags 4096\n"),
         in_material("surface \"a\" {\n\"b\" ! \"c\" {\n\"d\" ! xX22 {\n" + binary("e", 'f', {1}) +
                     "},\n},\n\"f\" ! ,\n}\nreflection map \"a\" {\n}\n"),
         in_material("surface \"a\" {\n\"list\" [\n\"b\" {\n\"n\" 1,\n}, \"c\" {\n} ],\n}\n"),
-        // Indented, as with an output mode of its own.
+        // Indented, as in one of the writer's output modes.
         in_root(" \n  group \"a\" {\n    flags 0\n  }\n"),
         in_root("animation \"deformable\" \"d\" {\n\"start_time\" 0,\n#error \"a\"\n}\n"),
         in_root("#print \"\"\n#error \"a \"quote\" and {\"\n#print \"two\nlines\"\n"),
@@ -106,7 +106,7 @@ TEST(VsqReader, RefusesAMalformedFileWithOffsetAndReason) {
     const std::string many = std::string("\1\2\3f", 4) + qort_bytes::words({0xffffffff});
     const struct {
         std::string file;
-        const char* at;  // the last place of this text is the offset; null for the end of the file
+        const char* at;  // its last occurrence is the offset; null means the end of the file
         const char* reason;
     } cases[] = {
         {"", nullptr, "inside its header"},
@@ -117,7 +117,7 @@ TEST(VsqReader, RefusesAMalformedFileWithOffsetAndReason) {
         {kStart + "\n#define group \"a\" {\n}\n", nullptr, "root group"},
         {kStart + "\ngroup \"a\" {\n}", nullptr, "but the file ends"},
         {in_root("") + "}\n", "}\n", "no block is open"},
-        {kStart + "fov 3\n", "fov", "no statement"},
+        {kStart + "fov 3\n", "fov", "not a statement"},
         {in_root("fov\n"), "fov", "no value"},
         {in_root("\"a\" 1\n"), "\n}", "is expected, not a line feed"},
         {in_root("object \"a {\n}\n"), "\n}\n}", "not closed"},
@@ -128,17 +128,17 @@ TEST(VsqReader, RefusesAMalformedFileWithOffsetAndReason) {
         {in_root("object xX612 {\n}\n"), " {\n}\n}", "second hexadecimal"},
         {in_root("transform 1 2 3\n"), "\n}", "16 numbers, not 3"},
         {in_animation("\"matrices\" [ 1 2 ,\n] ,\n"), ",\n] ", "16 numbers, not 2"},
-        {in_root("geometry \"a\" {\n}\n"), "geometry", "stand in a group"},
-        {in_object("object \"a\" {\n}\n"), "object", "stand in an object"},
-        {in_root("\noptions {\n\ncamera \"a\" {\n}\n}\n"), "camera", "stand in the options"},
-        {in_root("#define load \"a\" {\n}\n"), "#define", "in front of"},
+        {in_root("geometry \"a\" {\n}\n"), "geometry", "not allowed in a group"},
+        {in_object("object \"a\" {\n}\n"), "object", "not allowed in an object"},
+        {in_root("\noptions {\n\ncamera \"a\" {\n}\n}\n"), "camera", "not allowed in the options"},
+        {in_root("#define load \"a\" {\n}\n"), "#define", "is not allowed before"},
         {in_material("surface 1\n"), "1\n", "not defined"},
-        {in_root("\"a\" [ \1\2\3xxxxx] ,\n"), "xxxxx", "none of c"},
+        {in_root("\"a\" [ \1\2\3xxxxx] ,\n"), "xxxxx", "not c, f"},
         {in_root("\"a\" [ " + many + "] ,\n"), "\1\2\3", "17179869180"},
         {in_root(binary("a", 'c', {8, 9})), "\2", "whole triples"},
         {in_root("\"a\" [ " + body('f', {}) + "1 ] ,\n"), "1 ]", "bracket"},
         {in_triangles(binary("triangles", 'i', {0, 0})), "[", "whole triangles"},
-        {in_triangles(binary("triangles", 'f', {0, 0, 0})), "f\3", "no integers"},
+        {in_triangles(binary("triangles", 'f', {0, 0, 0})), "f\3", "not hold integers"},
         {in_triangles(vertices + binary("triangles", 'i', {0, 2, 1})), "\2",
          "holds the index 2, but \"vertices\" has 2 points"},
         {in_triangles("\"triangles\" [ 0,1,7 ] ,\n" + vertices), "7 ]", "holds the index 7"},
@@ -154,7 +154,7 @@ TEST(VsqReader, RefusesAMalformedFileWithOffsetAndReason) {
     }
 }
 
-// A stream without a length: the body's count can't be checked ahead.
+// A pipe has no length, so the count of a body can't be checked in advance.
 TEST(VsqReader, ReadsAPipe) {
     struct Pipe : std::stringbuf {
         using std::stringbuf::stringbuf;

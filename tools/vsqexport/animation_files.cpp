@@ -30,7 +30,7 @@ bool is_scene_file_name(std::string path) {
 
 AnimationFiles::AnimationFiles(const std::string& target) {
     if (!is_scene_file_name(target)) {
-        throw std::invalid_argument("the name for an animation ends in " + kEnding + ", unlike '" +
+        throw std::invalid_argument("the name of an animation must end in " + kEnding + ", not '" +
                                     target + "'");
     }
     base_ = target.substr(0, target.size() - kEnding.size());
@@ -42,7 +42,7 @@ std::string AnimationFiles::frame(int number) const {
     return base_ + digits + kEnding;
 }
 
-// An older script may stand where none could be written.
+// If the plug-in couldn't write its script, an older one may still be there.
 void AnimationFiles::check_script(int last_frame) const {
     const std::filesystem::path path = std::filesystem::u8path(script());
     std::string text;
@@ -63,7 +63,7 @@ void AnimationFiles::check_script(int last_frame) const {
         }
     }
     if (!ends_with(text, "\nmain()\n")) {
-        throw std::runtime_error(script() + ": the script was not written to its end");
+        throw std::runtime_error(script() + ": the script is incomplete");
     }
 }
 

@@ -4,7 +4,7 @@
 
 namespace vsqexport {
 
-/// The files of an animation, by the path that the user chose for it. All paths are UTF-8.
+/// The paths of an animation's files, derived from the one that the user chose. All are UTF-8.
 ///
 ///     AnimationFiles files("film/shot.vsq");
 ///     files.frame(7);    // film/shot0007.vsq
@@ -20,12 +20,12 @@ public:
     /// The script that renders the frames.
     std::string script() const { return base_ + ".py"; }
 
-    /// Throws `std::runtime_error` unless the script is there, whole, and renders the frames 1 to
-    /// `last_frame` of these files.
+    /// Throws `std::runtime_error` unless the script exists, is complete, and renders the frames 1
+    /// to `last_frame` of these files.
     void check_script(int last_frame) const;
 
 private:
-    std::string base_;  // the path without its ending
+    std::string base_;  // the path without ".vsq"
 };
 
 }  // namespace vsqexport

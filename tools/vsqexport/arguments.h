@@ -5,8 +5,8 @@
 
 namespace vsqexport {
 
-/// The arguments behind the program's name, as UTF-8 on every system. From then on a console of
-/// Windows takes what is printed as UTF-8, too.
+/// The arguments after the program's name, as UTF-8 on every system. On Windows this also sets the
+/// console's output to UTF-8.
 std::vector<std::string> utf8_arguments(int argc, char** argv);
 
 }  // namespace vsqexport

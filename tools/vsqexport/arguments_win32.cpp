@@ -1,5 +1,5 @@
 #include <windows.h>
-// windows.h comes first.
+// shellapi.h needs windows.h before it.
 #include <shellapi.h>
 
 #include "standins/host/memory/host_text.h"
@@ -7,7 +7,7 @@
 
 namespace vsqexport {
 
-// `argv` is in the code page of the system, which can't hold every name.
+// `argv` is in the system's code page, which can't represent every name.
 std::vector<std::string> utf8_arguments(int, char**) {
     SetConsoleOutputCP(CP_UTF8);
     int count = 0;

@@ -29,7 +29,7 @@ std::vector<std::string> command_words(const std::string& line) {
         }
     }
     if (in_quotes) {
-        throw std::invalid_argument("a quotation mark has no partner");
+        throw std::invalid_argument("a quotation mark is not closed");
     }
     return words;
 }

@@ -100,7 +100,7 @@ std::vector<std::string> warnings_of(const vsqinfo::VsqSummary& summary) {
                            " a number that is not finite");
     }
     for (const std::string& error : summary.error_texts) {
-        warnings.push_back("the scene tells of an error: " + vsqinfo::display_text(error));
+        warnings.push_back("the scene reports an error: " + vsqinfo::display_text(error));
     }
     return warnings;
 }

@@ -38,12 +38,13 @@ void check_export_target(const std::string& target, const std::string& source) {
     if (fs::equivalent(path, fs::u8path(source), ignored)) {
         refuse(target, "it is the scene to be exported");
     }
-    // A pipe isn't tried: its reader would take the end of the trial for the end of the scene.
+    // A pipe isn't probed: its reader would take the end of the probe for the end of the scene.
     const fs::file_status status = fs::status(path, ignored);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         return;
     }
-    // What is there keeps its contents, and nothing stays behind if the export never starts.
+    // The probe appends, so that an existing file keeps its contents. A new file is removed again,
+    // so that nothing is left behind if the export never starts.
     const bool is_new = !fs::exists(fs::symlink_status(path, ignored));
     errno = 0;
     std::ofstream probe(path, std::ios::binary | std::ios::app);

@@ -14,7 +14,7 @@ namespace {
 
 using velmora::RunningRenderer;
 
-// Shows how far the host's export is while it lives.
+// Shows the progress of the host's export during its lifetime.
 class ShownProgress {
 public:
     explicit ShownProgress(memhost::MemoryHost& host) : host_(host) {
@@ -31,13 +31,13 @@ private:
 };
 
 struct Outcome {
-    std::vector<std::string> told;  // of a failure
+    std::vector<std::string> told;  // texts about failures
     bool is_cancelled;
     double seconds;
 };
 
-// A cancel counts only if the plug-in has asked for it. It doesn't ask everywhere, and then it
-// writes the whole scene.
+// A cancel counts only if the plug-in has polled for it. Where the plug-in doesn't poll, it writes
+// the whole scene.
 Outcome carry_out(memhost::MemoryHost& host,
                   const std::function<std::vector<std::string>()>& command) {
     const ShownProgress shown(host);
@@ -86,7 +86,8 @@ ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
     const int times_set_before = host.times_set();
     const Outcome outcome = carry_out(host, [&] { return plugin.export_animation_to(target); });
 
-    // Each frame sets the host's time before it opens its file, and nothing sets it back.
+    // The plug-in sets the host's time before it opens the file of a frame, and never sets it back,
+    // so the time tells which frame was reached.
     const bool has_begun = host.times_set() > times_set_before;
     const std::string reached =
         has_begun ? files.frame((host.time() - range.Start()) / host.ticks_per_frame()) : target;
@@ -105,8 +106,8 @@ std::string SentScene::renderer_text() const {
            std::to_string(renderer.process_id) + ", port " + std::to_string(renderer.port) + ")";
 }
 
-// The plug-in doesn't say which renderer it chose: it is the one that has a newer scene of this
-// process than before. Others may send there at the same time.
+// The plug-in doesn't say which renderer it chose. It is the one that now has a newer scene from
+// this process; other processes may send scenes at the same time.
 SentScene send_scene(memhost::MemoryHost& host, PluginCommands& plugin, Sending sending) {
     std::map<std::int64_t, std::uint64_t> scenes_before;  // by the renderer's process id
     for (const RunningRenderer& renderer : velmora::list_running_renderers()) {
@@ -126,7 +127,7 @@ SentScene send_scene(memhost::MemoryHost& host, PluginCommands& plugin, Sending 
                     report_on_file(renderer.own_scene()->file, outcome.seconds)};
         }
     }
-    throw std::runtime_error("no running renderer says that the whole scene has come");
+    throw std::runtime_error("no running renderer has received the whole scene");
 }
 
 }  // namespace vsqexport

@@ -10,30 +10,31 @@
 
 namespace vsqexport {
 
-/// Thrown where the user stopped a command, with one line that says what has become of the scene.
+/// Thrown when the user has cancelled a command, with one line that says what was written or sent.
 class Cancelled : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// The plug-in's commands with what the host does around them: a progress bar on a terminal, the
-// user's cancel, and a look at what came out. Each throws `Cancelled` or, with what the plug-in
-// told the user, `std::runtime_error`.
+// These run the plug-in's commands with a progress bar on a terminal, notice a cancel, and check
+// the result. Each throws `Cancelled`, or `std::runtime_error` with the text that the plug-in has
+// shown the user.
 
-/// Export. Gives nothing for a target that can't be read back, such as standard output.
+/// Export. Returns nothing for a target that can't be read back, such as standard output.
 std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginCommands& plugin,
                                          const std::string& target);
 
-/// Export Animation. `target` ends in ".vsq", and its frames have a number in front of that. What a
-/// cancel finds written stays. A failure names the file of the frame that it stopped.
+/// Export Animation. `target` ends in ".vsq"; the files of the frames have a number before that.
+/// Files that were written before a cancel are kept. A failure names the file of the frame at which
+/// it happened.
 ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
                               const std::string& target);
 
-/// A scene that went over the live link.
+/// A scene that was sent over the live link.
 struct SentScene {
     velmora::RunningRenderer renderer;
-    bool was_started;     ///< by the command
-    ExportReport report;  ///< on what the renderer received
+    bool was_started;     ///< the command started the renderer
+    ExportReport report;  ///< on the scene as the renderer received it
 
     /// "Velmora 11.0 (process 4711, port 7400)".
     std::string renderer_text() const;

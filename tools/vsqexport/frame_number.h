@@ -5,11 +5,11 @@
 
 namespace vsqexport {
 
-/// A frame's number lies between this and its negative. At any rate, the ticks of such a frame and
-/// those between two of them fit 32 bits.
+/// Frame numbers lie between this and its negative. At every frame rate, the ticks of such a frame
+/// and the ticks between two of them fit 32 bits.
 constexpr int kLargestFrame = 100000;
 
-/// The number of the frame that the whole text names; nothing if it names none.
+/// Parses a frame number; nothing unless the whole text is one.
 std::optional<int> parse_frame(const std::string& text);
 
 }  // namespace vsqexport

@@ -4,17 +4,17 @@
 
 namespace vsqexport {
 
-/// Turns Ctrl-C into the host's cancel while it lives, as the Esc key is in the host. A second
+/// During its lifetime, Ctrl-C cancels the host's export, as the Esc key does in the host. A second
 /// Ctrl-C ends the program at once.
 class Interruption {
 public:
-    /// Borrows `host`. At most one lives at a time.
+    /// Borrows `host`. Only one may exist at a time.
     explicit Interruption(memhost::MemoryHost& host);
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
     ~Interruption();
 
-    /// True once Ctrl-C was pressed.
+    /// True once Ctrl-C has been pressed.
     bool happened() const;
 };
 

@@ -18,7 +18,7 @@
 
 namespace {
 
-// Takes down the message boxes that come up while it lives, one at a time.
+// Records the message boxes that come up during its lifetime. Only one may exist at a time.
 class BoxRecord {
 public:
     BoxRecord() { open_record = this; }
@@ -35,8 +35,8 @@ BoxRecord* BoxRecord::open_record = nullptr;
 
 }  // namespace
 
-// Found by this name by whoever is loaded into the process and has something to tell: the headless
-// host takes down what would else come up in a box.
+// Libraries in the process find this function by its name, and give it the texts that they would
+// otherwise show in a message box.
 extern "C" VSQ_EXPORTED void vsq_host_message_box(const char* text, const char*, std::uint32_t) {
     if (BoxRecord::open_record != nullptr) {
         BoxRecord::open_record->texts.push_back(text);
@@ -51,14 +51,14 @@ namespace {
 
 constexpr char kPluginFile[] = "VSQExportR2023.dle";
 
-// It stays loaded until the process ends, as in the host.
+// The library stays loaded until the process ends, as in the host.
 const PluginLibrary& plugin_library() {
     static const auto* const library =
         new PluginLibrary(platform::program_folder() + platform::kSeparator + kPluginFile);
     return *library;
 }
 
-// A utility is the host's until the process ends, also when it has been stopped.
+// The host keeps utilities until the process ends, even after they have been stopped.
 std::vector<GUP*>& utilities() {
     static auto* const all = new std::vector<GUP*>;
     return *all;
@@ -106,8 +106,8 @@ std::vector<std::string> PluginCommands::settings() {
 std::vector<std::string> PluginCommands::press(const wchar_t* entry) {
     BoxRecord record;
     if (!host_.menus().press(entry)) {
-        throw std::runtime_error("the plug-in shows no '" + memhost::utf8_from_units(entry) +
-                                 "' in the menu");
+        throw std::runtime_error("the plug-in has no menu entry '" +
+                                 memhost::utf8_from_units(entry) + "'");
     }
     return std::move(record.texts);
 }

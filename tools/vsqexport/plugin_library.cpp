@@ -8,7 +8,7 @@ PluginLibrary::PluginLibrary(const std::string& path_utf8) : path_(path_utf8) {
     std::string reason;
     library_ = platform::DynamicLibrary::open(path_, &reason);
     if (!library_) {
-        // The system's own reason may name the library already.
+        // The system's reason may already name the library.
         const bool names_it = reason.rfind(path_, 0) == 0;
         throw std::runtime_error(names_it ? reason : path_ + ": " + reason);
     }
@@ -29,7 +29,7 @@ template <typename Function>
 Function* PluginLibrary::find_function(const char* name) const {
     void* const found = library_->find(name);
     if (found == nullptr) {
-        throw std::runtime_error(path_ + ": it is no plug-in, for it has no " + name);
+        throw std::runtime_error(path_ + ": it is not a plug-in, it has no " + name);
     }
     return reinterpret_cast<Function*>(found);
 }

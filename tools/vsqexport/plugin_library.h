@@ -8,14 +8,14 @@
 
 namespace vsqexport {
 
-/// A plug-in's library, found and checked as the host does it. It stays loaded while this lives.
+/// A plug-in's library, loaded and checked as by the host. It is unloaded with the object.
 class PluginLibrary {
 public:
-    /// Throws `std::runtime_error` with one line if there is no such library, if it isn't one of
-    /// the host's, or if it was made for another release.
+    /// Throws `std::runtime_error` with one line if the library can't be loaded, isn't a plug-in
+    /// for the host, or was made for another release of it.
     explicit PluginLibrary(const std::string& path_utf8);
 
-    /// The first class in it.
+    /// The first class in the library, which owns it.
     ClassDesc& class_desc() const { return *class_desc_; }
 
 private:

@@ -5,7 +5,7 @@
 
 namespace vsqexport {
 
-/// One line on a terminal that shows how far an export is: `[=====     ]  50 % Box01`.
+/// Shows the progress of an export on one line of a terminal: `[=====     ]  50 % Box01`.
 class ProgressBar {
 public:
     /// Draws nothing unless `visible`.
@@ -13,10 +13,10 @@ public:
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    /// Wipes the line, so that what is printed next stands alone.
+    /// Clears the line for whatever is printed next.
     ~ProgressBar();
 
-    /// Draws at most some twenty times a second.
+    /// Draws at most about twenty times a second.
     void update(int percent, const std::wstring& title);
 
 private:

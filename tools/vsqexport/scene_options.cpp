@@ -30,7 +30,7 @@ int parse_unit(const std::string& name) {
         }
         known += (known.empty() ? "" : ", ") + std::string(unit.name);
     }
-    throw std::invalid_argument("no unit is named '" + name + "' (there are: " + known + ")");
+    throw std::invalid_argument("no unit is named '" + name + "' (known: " + known + ")");
 }
 
 void apply_frames(const std::string& frames, memhost::SceneBuilder& scene) {
@@ -56,7 +56,8 @@ void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene) {
         unit = parse_unit(options.unit);
     }
 
-    // A model's range is counted in frames of this rate, and a demo scene's own rate gives way.
+    // The range of a model is counted in frames, so the rate is set before the scene is loaded. A
+    // demo scene sets a rate of its own, which the second call replaces.
     scene.frames_per_second(options.frames_per_second);
     load_scene(options.scene, scene);
     scene.frames_per_second(options.frames_per_second);

@@ -21,8 +21,7 @@ void load_demo(const std::string& name, memhost::SceneBuilder& scene) {
         for (const memhost::DemoScene& candidate : memhost::demo_scenes()) {
             known += (known.empty() ? "" : ", ") + std::string(candidate.name);
         }
-        throw std::runtime_error("no demo scene is named '" + name + "' (there are: " + known +
-                                 ")");
+        throw std::runtime_error("no demo scene is named '" + name + "' (known: " + known + ")");
     }
     demo->build(scene);
 }

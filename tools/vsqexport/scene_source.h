@@ -6,9 +6,9 @@
 
 namespace vsqexport {
 
-/// Fills `scene` from what the user calls a scene: "demo:NAME", or the path of a model file in
-/// UTF-8. What a model file has to be left out of the scene is told on standard error. Throws
-/// `std::runtime_error` with one line that names the scene and the reason.
+/// Fills `scene` from `source`: "demo:NAME", or the path of a model file in UTF-8. Warnings on
+/// standard error name what is left out of a model file. Throws `std::runtime_error` with one line
+/// that names the scene and the reason.
 void load_scene(const std::string& source, memhost::SceneBuilder& scene);
 
 /// The demo scenes with their descriptions, one to a line.

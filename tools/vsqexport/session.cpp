@@ -28,7 +28,7 @@ float parse_coordinate(const std::string& text) {
     float number = 0;
     char behind = 0;
     if (std::sscanf(text.c_str(), "%f%c", &number, &behind) != 1 || !std::isfinite(number)) {
-        throw std::invalid_argument("'" + text + "' is no coordinate");
+        throw std::invalid_argument("'" + text + "' is not a coordinate");
     }
     return number;
 }
@@ -52,11 +52,11 @@ const Session::Command Session::kCommands[] = {
     {"export", "FILE", "write the whole scene to a scene file", &Session::write},
     {"animation", "FILE", "write each frame to a scene file of its own, and a script beside them",
      &Session::write_animation},
-    {"hide", "NODE", "leave the node's object out", &Session::hide},
-    {"unhide", "NODE", "take it in again", &Session::unhide},
-    {"move", "NODE X Y Z", "put the node there in its parent's space, as it is turned now",
+    {"hide", "NODE", "hide the node, which leaves its object out", &Session::hide},
+    {"unhide", "NODE", "show the node again", &Session::unhide},
+    {"move", "NODE X Y Z", "move the node to X Y Z in its parent's space; its rotation stays",
      &Session::move},
-    {"delete", "NODE", "take the node out; those below it go to its parent", &Session::remove},
+    {"delete", "NODE", "delete the node; its children go to its parent", &Session::remove},
     {"rename", "NODE NAME", "give the node another name", &Session::rename},
     {"frame", "N", "go to that frame", &Session::go_to_frame},
     {"nodes", "", "list the nodes of the scene", &Session::list_nodes},
@@ -82,7 +82,7 @@ std::string Session::carry_out(const std::string& line) {
             throw std::invalid_argument(words.front() + " takes " +
                                         (wanted.empty() ? "nothing" : command.arguments));
         }
-        // Also after a failure: the host tells its events whatever becomes of a command.
+        // As in the host, the events are delivered even if the command fails.
         struct Idle {
             ~Idle() { events.deliver(); }
             memhost::SceneEvents& events;
@@ -90,7 +90,7 @@ std::string Session::carry_out(const std::string& line) {
         return (this->*command.act)(words);
     }
     throw std::invalid_argument("no command is named " + shown(words.front()) +
-                                " (help lists what there is)");
+                                " (help lists the commands)");
 }
 
 std::string Session::help() {
@@ -102,11 +102,9 @@ std::string Session::help() {
                 command.help + "\n";
     }
     return list +
-           "A name with blanks stands in quotation marks; of several nodes with one name the "
-           "first\n"
-           "in the list is meant. When the session starts, all of the scene is new: a first "
-           "update\n"
-           "sends everything, too.";
+           "Put a name with blanks in quotation marks. If several nodes share a name, it means\n"
+           "the first one in the list of nodes. When a session starts, the whole scene is new, so\n"
+           "the first update sends everything.";
 }
 
 std::string Session::render(const Words&) {
@@ -122,7 +120,7 @@ std::string Session::update(const Words&) {
 std::string Session::write(const Words& words) {
     const std::string& target = words[1];
     if (is_standard_output(target)) {
-        throw std::runtime_error("standard output is the session's own");
+        throw std::runtime_error("the session itself uses standard output");
     }
     check_export_target(target, scene_);
     const Interruption interruption(host_);
@@ -180,7 +178,7 @@ std::string Session::rename(const Words& words) {
 std::string Session::go_to_frame(const Words& words) {
     const std::optional<int> frame = parse_frame(words[1]);
     if (!frame) {
-        throw std::invalid_argument(shown(words[1]) + " is no frame");
+        throw std::invalid_argument(shown(words[1]) + " is not a frame number");
     }
     host_.SetTime(*frame * host_.ticks_per_frame());
     return "frame " + std::to_string(*frame);
@@ -219,7 +217,7 @@ std::string Session::quit(const Words&) {
     return "";
 }
 
-// The root isn't the user's to name.
+// Skips the root, which users can't name.
 MemoryNode& Session::node_named(const std::string& name) const {
     const std::wstring units = memhost::units_from_utf8(name);
     std::vector<MemoryNode*> waiting(host_.root().children().rbegin(),
@@ -232,7 +230,7 @@ MemoryNode& Session::node_named(const std::string& name) const {
         }
         waiting.insert(waiting.end(), node->children().rbegin(), node->children().rend());
     }
-    throw std::invalid_argument("no node is named " + shown(name) + " (nodes lists what there is)");
+    throw std::invalid_argument("no node is named " + shown(name) + " (nodes lists the nodes)");
 }
 
 bool run_session(Session& session) {

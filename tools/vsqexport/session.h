@@ -8,27 +8,27 @@
 
 namespace vsqexport {
 
-/// The host with a scene open and a person before it: edits of nodes and the plug-in's commands, a
-/// line of text for each.
+/// A user's session with an open scene. Each line of text is a command: an edit of a node, or one
+/// of the plug-in's commands.
 ///
 ///     Session session(scene.host(), plugin, "lamp.gltf");
 ///     session.carry_out("hide Shade");
 ///     session.carry_out("update");  // "update: 0 objects, ... sent to Velmora 11.0 ..."
 class Session {
 public:
-    /// Borrows `host`, whose scene is open, and `plugin`. `scene` is what the scene was opened
-    /// from.
+    /// Borrows `host`, whose scene is open, and `plugin`. `scene` is the model file, or the
+    /// demo:NAME, of that scene.
     Session(memhost::MemoryHost& host, PluginCommands& plugin, std::string scene);
 
-    /// Says what happened, in a line without its line feed; `help` and `nodes` give several, and an
-    /// empty line nothing. The host's events are told before this returns. Throws with one line if
-    /// the command is wrong or fails.
+    /// Returns one line, without a line feed, that says what happened; `help` and `nodes` return
+    /// several lines, and an empty command returns an empty text. Delivers the host's events before
+    /// it returns. Throws an exception with one line if the command is wrong or fails.
     std::string carry_out(const std::string& line);
 
     /// True after `quit`.
     bool is_over() const { return is_over_; }
 
-    /// The list that `help` gives.
+    /// The list that the command `help` prints.
     static std::string help();
 
 private:
@@ -67,8 +67,8 @@ private:
     bool is_over_ = false;
 };
 
-/// A session on standard input and output: with a prompt on a terminal, else to be piped to. False
-/// if something failed in a session without a person, who would have seen it.
+/// Runs a session on standard input and output, with a prompt on a terminal. Returns false if a
+/// command failed and no terminal was there for a person to see it.
 bool run_session(Session& session);
 
 }  // namespace vsqexport

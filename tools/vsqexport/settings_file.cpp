@@ -26,7 +26,6 @@ std::wstring file_in(const std::string& folder) {
     return memhost::units_from_utf8((fs::u8path(folder) / Qor::kSettingsFile).u8string());
 }
 
-// "1", "on" and "true" are on.
 bool parse_switch(const std::string& key, const std::string& value) {
     for (const char* on : {"1", "on", "true"}) {
         if (value == on) {
@@ -55,7 +54,7 @@ Change parse_setting(const std::string& setting) {
         }
         known += (known.empty() ? "" : ", ") + std::string(one.key);
     }
-    throw std::invalid_argument("no setting is named '" + key + "' (there are: " + known + ")");
+    throw std::invalid_argument("no setting is named '" + key + "' (known: " + known + ")");
 }
 
 fs::path new_temporary_folder() {
@@ -73,7 +72,7 @@ fs::path new_temporary_folder() {
 
 std::string user_settings_folder() {
     const fs::path folder = fs::u8path(platform::user_configuration_folder()) / "plugcfg";
-    std::error_code ignored;  // a file that can't be read is one that isn't there
+    std::error_code ignored;  // without the folder, the settings have their defaults
     fs::create_directories(folder, ignored);
     return folder.u8string();
 }
@@ -119,7 +118,7 @@ SettingsOfRun::SettingsOfRun(const std::vector<std::string>& settings)
         return;
     }
     copy_.emplace();
-    std::error_code ignored;  // the user needn't have one
+    std::error_code ignored;  // the user may have no settings file
     fs::copy_file(fs::u8path(users_folder_) / Qor::kSettingsFile,
                   fs::u8path(folder()) / Qor::kSettingsFile, ignored);
     change_settings(folder(), settings);

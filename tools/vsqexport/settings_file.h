@@ -6,19 +6,19 @@
 
 namespace vsqexport {
 
-/// The user's folder for the settings files of plug-ins, as UTF-8; it is made if it is missing.
+/// The user's folder for the settings files of plug-ins, as UTF-8; created if it is missing.
 std::string user_settings_folder();
 
-/// Changes the settings file in a folder, in the order of `settings`, each KEY=VALUE. Throws
-/// `std::invalid_argument` with one line, and changes nothing, if one of them is no setting, and
+/// Changes the settings file in a folder. `settings`, each KEY=VALUE, are applied in order. Throws
+/// `std::invalid_argument` with one line, and changes nothing, if one of them is invalid; throws
 /// `std::runtime_error` if the file can't be written.
 void change_settings(const std::string& folder, const std::vector<std::string>& settings);
 
-/// What is in force, a line KEY=VALUE for each setting.
+/// The settings in force, each on a line KEY=VALUE; defaults for those that the file doesn't set.
 std::string list_settings(const std::string& folder);
 
-/// Where the plug-in finds the settings of one run: the user's own folder, or, if the run has
-/// settings of its own, a copy that goes with the object.
+/// The folder from which the plug-in reads the settings of one run: the user's own folder, or, if
+/// the run has settings of its own, a temporary copy that is deleted with the object.
 class SettingsOfRun {
 public:
     /// Throws as `change_settings` does.
@@ -27,7 +27,7 @@ public:
     const std::string& folder() const { return copy_ ? copy_->path : users_folder_; }
 
 private:
-    /// A new folder, which goes with the object.
+    /// A new folder, deleted with the object.
     struct TemporaryFolder {
         TemporaryFolder();
         TemporaryFolder(const TemporaryFolder&) = delete;

@@ -2,10 +2,10 @@
 
 namespace vsqexport {
 
-/// True if a person types standard input on a terminal.
+/// True if standard input comes from a terminal, where a person types.
 bool input_is_terminal();
 
-/// True if a person watches standard error on a terminal.
+/// True if standard error goes to a terminal, where a person reads.
 bool error_output_is_terminal();
 
 }  // namespace vsqexport

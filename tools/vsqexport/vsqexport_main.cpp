@@ -13,15 +13,15 @@
 #include "tools/vsqexport/session.h"
 #include "tools/vsqexport/settings_file.h"
 
-// The headless host: a scene comes from a model file or from code, and a command line takes the
-// place of menus and dialogs.
+// The headless host: scenes come from model files or from code, and the command line replaces menus
+// and dialogs.
 
 namespace {
 
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kMisused = 2;
-constexpr int kCancelled = 130;  // what a shell gives for a program that Ctrl-C ended
+constexpr int kCancelled = 130;  // the status that a shell reports for a program ended by Ctrl-C
 
 struct CommandLine {
     vsqexport::SceneOptions options;
@@ -90,7 +90,7 @@ int run_render(const CommandLine& command) {
 int run_session(const CommandLine& command) {
     Host host(command.options.settings);
     {
-        // In the session itself each command has its own, and Ctrl-C at the prompt ends it.
+        // Each command of the session handles Ctrl-C itself; at the prompt it ends the program.
         const vsqexport::Interruption interruption(host.scene.host());
         open_scene(host, command, interruption);
     }
@@ -98,7 +98,7 @@ int run_session(const CommandLine& command) {
     return vsqexport::run_session(session) ? kDone : kFailed;
 }
 
-// With values, changes the file; without, opens the dialog, which only a person can answer.
+// Changes the file if there are values. Otherwise opens the dialog, which only a person can answer.
 int run_settings(const CommandLine& command) {
     const std::string folder = vsqexport::user_settings_folder();
     if (command.options.settings.empty()) {
@@ -122,7 +122,7 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
     added->add_option("--frames", options.frames, "The animation range")->type_name("FIRST:LAST");
     added->add_option("--fps", options.frames_per_second, "Frames per second")
         ->check(CLI::Range(1, 4800));
-    added->add_option("--unit", options.unit, "What a unit of the scene is: mm, cm, m, ...");
+    added->add_option("--unit", options.unit, "The unit of the scene: mm, cm, m, ...");
     added->footer("Demo scenes:\n" + vsqexport::list_of_demo_scenes());
     return added;
 }
@@ -138,9 +138,9 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
                 "Write each frame to a .vsq scene file of its own, and a script that renders them",
                 command)
         ->add_option("OUT", command.target,
-                     "As in shot.vsq, for shot0000.vsq, shot0001.vsq, ... and shot.py")
+                     "shot.vsq, for example, makes shot0000.vsq, shot0001.vsq, ... and shot.py")
         ->required();
-    add_command(parser, "render", "Send a scene to a running renderer, or to one that is started",
+    add_command(parser, "render", "Send a scene to the renderer, which is started if none runs",
                 command);
     parser.add_subcommand("settings", "Open the settings dialog, or change the settings file")
         ->add_option("SETTINGS", command.options.settings, "Settings, each as KEY=1 or KEY=0")
@@ -171,18 +171,18 @@ int run(const std::string& name, const CommandLine& command) {
 
 int main(int argc, char** argv) {
     CommandLine command;
-    CLI::App parser("Hands a scene to the renderer, as the plug-in does in the host.");
+    CLI::App parser("Exports scenes to the renderer, as the plug-in does in the host.");
     describe_command_line(parser, command);
     try {
         std::vector<std::string> arguments = vsqexport::utf8_arguments(argc, argv);
-        std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
+        std::reverse(arguments.begin(), arguments.end());  // the parser wants the last one first
         parser.parse(arguments);
     } catch (const CLI::CallForHelp&) {
         const auto chosen = parser.get_subcommands();
         std::fputs((chosen.empty() ? parser : *chosen.front()).help().c_str(), stdout);
         return kDone;
     } catch (const CLI::ParseError& error) {
-        complain(std::string(error.what()) + " (--help lists what there is)");
+        complain(std::string(error.what()) + " (see --help)");
         return kMisused;
     }
 

@@ -29,7 +29,7 @@ ByteSource::ByteSource(std::istream& stream)
     : stream_(stream), buffer_(new unsigned char[kBufferSize]), length_(length_of(stream)) {}
 
 std::optional<std::uint64_t> ByteSource::bytes_left() const {
-    // A device, or a file that has grown meanwhile, gives more bytes than its length says.
+    // A device, or a file that has grown meanwhile, has more bytes than its length says.
     if (!length_ || *length_ < offset()) {
         return std::nullopt;
     }

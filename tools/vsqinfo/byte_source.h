@@ -8,41 +8,41 @@
 
 namespace vsqinfo {
 
-/// The bytes of a stream in order, with their offsets and a look at the next two.
+/// Reads the bytes of a stream in order, with their offsets and a look-ahead of two bytes.
 ///
-/// It holds one buffer of fixed size, whatever the length of the stream. Every operation throws
-/// `UnreadableFile` if the stream fails in reading, as opposed to coming to its end.
+/// Holds one buffer of fixed size, whatever the length of the stream. Every operation throws
+/// `UnreadableFile` on a read error; the end of the stream is not an error.
 class ByteSource {
 public:
     static constexpr int kEnd = -1;
 
-    /// Reads from where `stream` stands; that byte has the offset 0. The stream is borrowed.
+    /// Reads from the current position of `stream`, which has the offset 0. Borrows the stream.
     explicit ByteSource(std::istream& stream);
 
-    /// The offset of the next byte, so also the number of bytes taken.
+    /// The offset of the next byte, which is also the number of bytes taken.
     std::uint64_t offset() const { return buffer_offset_ + position_; }
 
-    /// The number of bytes up to the end, if the stream tells its length; a pipe doesn't.
+    /// The number of bytes up to the end. Nothing if the length is unknown, as for a pipe.
     std::optional<std::uint64_t> bytes_left() const;
 
     /// The next byte, or `kEnd`.
     int peek() { return position_ < filled_ || fill(1) ? buffer_[position_] : kEnd; }
 
-    /// The byte behind the next one, or `kEnd`.
+    /// The byte after the next one, or `kEnd`.
     int peek_second() { return position_ + 1 < filled_ || fill(2) ? buffer_[position_ + 1] : kEnd; }
 
     /// Takes the byte that `peek` has just shown.
     void drop() { ++position_; }
 
-    /// Takes up to `count` bytes into `target` and gives the number taken, which is smaller only
-    /// at the end of the stream.
+    /// Takes up to `count` bytes into `target` and returns the number taken, which is smaller than
+    /// `count` only at the end of the stream.
     std::size_t read(unsigned char* target, std::size_t count);
 
-    /// The same without a target.
+    /// Takes up to `count` bytes and drops them; returns the number taken.
     std::uint64_t skip(std::uint64_t count);
 
 private:
-    /// Reads on until `count` bytes, 1 or 2, lie ahead in the buffer; false if there are fewer.
+    /// Reads until the buffer holds `count` bytes, 1 or 2, ahead; false if there are fewer.
     bool fill(std::size_t count);
 
     std::istream& stream_;

@@ -7,7 +7,7 @@
 namespace vsqinfo {
 namespace {
 
-// A terminal obeys the control characters from 0x80 to 0x9f as it does those below the blank.
+// A terminal also obeys the control characters from 0x80 to 0x9f.
 bool is_control(const std::string& bytes, std::size_t start) {
     const auto first = static_cast<unsigned char>(bytes[start]);
     return first < ' ' || first == 0x7f ||

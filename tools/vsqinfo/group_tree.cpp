@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view kShownBlocks[] = {"group", "object", "light", "camera"};
 
-// Lines of a scene that is nested thousands deep would else be mostly blanks.
+// Without this limit, the lines of a scene nested thousands deep would be mostly blanks.
 constexpr std::size_t kDeepestIndent = 32;
 
 }  // namespace

@@ -8,9 +8,9 @@
 
 namespace vsqinfo {
 
-/// Prints the groups of a scene while it is read, one line each and indented by their depth, with
-/// the objects, lights, cameras and matrices that stand in them. A group's matrix follows the
-/// groups in it, as it does in the file.
+/// Prints the groups of a scene while it is read, with the objects, lights, cameras and matrices in
+/// them: one line each, indented by depth. A group's matrix comes after the groups in it, as in the
+/// file.
 class GroupTree final : public VsqListener {
 public:
     explicit GroupTree(std::ostream& out) : out_(out) {}
@@ -23,8 +23,8 @@ private:
     void begin_line();
 
     std::ostream& out_;
-    std::vector<bool> is_shown_;  // of each block that is open
-    std::size_t depth_ = 0;       // shown blocks that are open
+    std::vector<bool> is_shown_;  // for each open block
+    std::size_t depth_ = 0;       // the number of open blocks that are shown
 };
 
 }  // namespace vsqinfo

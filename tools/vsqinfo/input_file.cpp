@@ -12,8 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A mesh file can be named after a node, whose name needn't be UTF-8. Where names of files are
-// bytes it has just that name; elsewhere such a byte stands for the character of its number.
+// A mesh file can be named after a node, whose name need not be UTF-8. Where file names are bytes,
+// the file has exactly that name; on Windows such a byte becomes the character of its number.
 fs::path path_of(const std::string& bytes) {
     if constexpr (std::is_same_v<fs::path::value_type, char>) {
         return bytes;

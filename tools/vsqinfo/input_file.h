@@ -5,8 +5,8 @@
 
 namespace vsqinfo {
 
-/// Opens the file at `path` in binary mode: UTF-8, or what a scene says of a mesh file. Throws
-/// `UnreadableFile` for a folder, and for what isn't there or can't be opened.
+/// Opens the file at `path` in binary mode. `path` is UTF-8, or the bytes with which a scene names
+/// a mesh file. Throws `UnreadableFile` if the file is missing, is a folder, or can't be opened.
 std::ifstream open_input_file(const std::string& path);
 
 }  // namespace vsqinfo

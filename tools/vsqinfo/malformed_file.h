@@ -14,11 +14,10 @@ public:
           offset_(offset),
           reason_(reason) {}
 
-    /// The byte, counted from 0, at which the file stops making sense. For a file that is cut
-    /// short it is the file's length.
+    /// The first byte, counted from 0, that breaks a rule; the file's length if it is cut short.
     std::uint64_t offset() const { return offset_; }
 
-    /// The reason alone, in one line.
+    /// One line, without the offset.
     const std::string& reason() const { return reason_; }
 
 private:
@@ -26,7 +25,7 @@ private:
     std::string reason_;
 };
 
-/// The bytes of the file can't be had at all: it is missing, a folder, or fails to read.
+/// The file can't be read: it is missing, a folder, or causes a read error.
 class UnreadableFile : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -124,12 +124,12 @@ void QortParser::read_header() {
     const uint32_t has_frames = read_word(kHeader);
     if (has_frames > 1) {
         fail(kHasFramesOffset,
-             std::to_string(has_frames) + " where 1 or 0 says if there are frames");
+             "the mark for frames is " + std::to_string(has_frames) + ", not 0 or 1");
     }
     has_frames_ = has_frames == 1;
     const uint32_t frames_offset = read_word(kHeader);
     if (frames_offset != (has_frames_ ? kHeaderSize : 0)) {
-        fail(kFramesOffsetOffset, "the frames don't begin at " + std::to_string(frames_offset));
+        fail(kFramesOffsetOffset, "the frames do not begin at " + std::to_string(frames_offset));
     }
     for (std::array<float, 3>* corner : {&summary_.box_minimum, &summary_.box_maximum}) {
         for (float& coordinate : *corner) {
@@ -187,13 +187,15 @@ void QortParser::read_separate_arrays(const LargestIndex& largest_vertex) {
     }
 }
 
-// What the frames and the end of the data say is of the arrays before they were interleaved.
+// The frames and the end of the data describe the arrays before they were interleaved, so they are
+// not checked here.
 void QortParser::read_interleaved(const LargestIndex& largest_vertex) {
     summary_.vertices = read_positions(kInterleaved);
     check_largest(largest_vertex, summary_.vertices, "vertices");
 }
 
-// Normals or texture coordinates, if there are any: with indices of their own, or one to a vertex.
+// Reads normals or texture coordinates, if there are any. They have indices of their own, or there
+// is one for each vertex.
 void QortParser::read_attributes(uint32_t tag, uint32_t index_tag, const FrameRange& range,
                                  uint64_t& count, uint64_t& index_count) {
     if (!block_is(tag)) {
@@ -235,7 +237,7 @@ QortParser::LargestIndex QortParser::read_indices(uint32_t tag, uint64_t& count)
     return largest;
 }
 
-// The position comes first in a vertex of either form. What is no number lies in any box.
+// The position comes first in both forms of a vertex. NaN counts as inside the box.
 uint64_t QortParser::read_positions(uint32_t tag) {
     const uint64_t count = begin_block(tag);
     const std::size_t words_per_vertex = kTags[tag].element_size / kWordSize;
@@ -256,7 +258,7 @@ uint64_t QortParser::read_positions(uint32_t tag) {
 
 void QortParser::check_end() const {
     if (block_) {
-        fail(block_->offset, block_text(block_->tag) + " can't stand here");
+        fail(block_->offset, block_text(block_->tag) + " is not allowed here");
     }
 }
 
@@ -277,8 +279,8 @@ void QortParser::read_block_head() {
     }
     const uint32_t size = read_word(kHead);
     if (size == 0 || size % kTags[tag].element_size != 0) {
-        fail(offset + kSizeInHead, block_text(tag) + " can't have " + std::to_string(size) +
-                                       " bytes, but a multiple of " +
+        fail(offset + kSizeInHead, block_text(tag) + " has " + std::to_string(size) +
+                                       " bytes, not a positive multiple of " +
                                        std::to_string(kTags[tag].element_size));
     }
     const std::optional<uint64_t> left = source_.bytes_left();
@@ -288,30 +290,29 @@ void QortParser::read_block_head() {
     block_ = Block{tag, offset, size};
 }
 
-// Gives the number of its elements.
+// Returns the number of the block's elements.
 uint64_t QortParser::begin_block(uint32_t tag) {
     if (!block_) {
         fail(source_.offset(), "the file ends before " + block_text(tag));
     }
     if (block_->tag != tag) {
-        fail(block_->offset,
-             block_text(block_->tag) + " stands where " + block_text(tag) + " belongs");
+        fail(block_->offset, block_text(block_->tag) + " comes instead of " + block_text(tag));
     }
     return block_->size / kTags[tag].element_size;
 }
 
-// Goes on to the head of the next one.
+// Reads the head of the next block as well.
 void QortParser::end_block() {
     const uint32_t tag = block_->tag;
     data_size_ += block_->size;
     if (has_frames_ && !summary_.is_interleaved && data_size_ > data_end_) {
-        fail(kDataEndOffset, "the data is longer than the header tells");
+        fail(kDataEndOffset, "the data is longer than the header says");
     }
     const bool may_be_whole = tag != kFrames && tag != kTriangles;
     const bool is_whole = tag == kColours || tag == kInterleaved ||
                           (may_be_whole && has_frames_ && data_size_ == data_end_);
     if (is_whole && source_.peek() != ByteSource::kEnd) {
-        fail(source_.offset(), "something follows behind the end of the data");
+        fail(source_.offset(), "the file goes on after the end of the data");
     }
     read_block_head();
 }
@@ -323,22 +324,22 @@ void QortParser::check_ranges(const FrameRange& range, uint64_t total) const {
         const uint64_t end = uint64_t{frame.*range.start} + frame.*range.count;
         if (end > total) {
             fail(record_offset(i) + range.offset,
-                 "a frame has " + std::string(range.what) + " up to " + std::to_string(end) +
+                 "a frame uses " + std::string(range.what) + " up to " + std::to_string(end) +
                      ", but the file has " + std::to_string(total));
         }
         used = std::max(used, end);
     }
     if (has_frames_ && used < total) {
         fail(record_offset(summary_.frames.size() - 1) + range.offset,
-             "no frame has the last " + std::to_string(total - used) + " " + range.what);
+             "no frame uses the last " + std::to_string(total - used) + " " + range.what);
     }
 }
 
-// Without indices of their own, elements belong to the vertices one by one.
+// Without indices of their own, there must be one element for each vertex.
 void QortParser::check_parallel(const FrameRange& range, uint64_t total,
                                 uint64_t block_offset) const {
     const std::string reason =
-        std::string("there are not as many ") + range.what + " as vertices, and no indices";
+        std::string("there are not as many ") + range.what + " as vertices, but no indices";
     if (!has_frames_ && total != summary_.vertices) {
         fail(block_offset + kSizeInHead, reason);
     }
@@ -357,7 +358,8 @@ void QortParser::check_largest(const LargestIndex& largest, uint64_t count,
     }
 }
 
-// Each frame has all the triangles as a rule, and an index counts from where the frame begins.
+// Indices count from the start of a frame's range. If every frame has all the triangles, the
+// smallest range limits the indices.
 uint64_t QortParser::indexed_count(const FrameRange& range, uint64_t total) const {
     uint64_t smallest = total;
     for (const QortFrame& frame : summary_.frames) {

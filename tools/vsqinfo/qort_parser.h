@@ -10,28 +10,28 @@
 
 namespace vsqinfo {
 
-/// The work of `read_qort`: one pass over the bytes.
+/// Reads one mesh file in one pass, for `read_qort`.
 class QortParser {
 public:
     explicit QortParser(std::istream& stream) : source_(stream) {}
 
-    /// To be called once.
+    /// Call this only once.
     QortSummary read();
 
 private:
     struct Block {
         std::uint32_t tag;
-        std::uint64_t offset;  // of its head
+        std::uint64_t offset;  // of the block's head
         std::uint64_t size;    // of its payload in bytes
     };
 
-    // The largest of the indices into an array, which may come behind them.
+    // The largest index into an array, kept because the array may come after its indices.
     struct LargestIndex {
         std::uint64_t index = 0;
         std::uint64_t offset = 0;
     };
 
-    // A range of elements in the record of a frame.
+    // A range of array elements in the record of a frame.
     struct FrameRange {
         std::uint32_t QortFrame::*start;
         std::uint32_t QortFrame::*count;
@@ -77,9 +77,9 @@ private:
     ByteSource source_;
     QortSummary summary_;
     bool has_frames_ = false;
-    std::uint64_t data_end_ = 0;   // as the header has it
-    std::uint64_t data_size_ = 0;  // of the header and the payloads so far
-    std::optional<Block> block_;   // the one whose head was read last; nothing at the end
+    std::uint64_t data_end_ = 0;   // from the header
+    std::uint64_t data_size_ = 0;  // bytes of the header and the payloads so far
+    std::optional<Block> block_;   // the block whose head was read last; nothing at the end
 };
 
 }  // namespace vsqinfo

@@ -8,24 +8,23 @@
 
 namespace vsqinfo {
 
-/// Reads a mesh file from first to last byte and checks what can be checked of it.
+/// Reads a whole mesh file and checks everything that can be checked.
 ///
-/// A file that is read without complaint is whole: its blocks come in their order and have the
-/// sizes that they announce, frames lie within the arrays, indices lead to elements that exist, the
-/// box encloses all positions, and nothing follows the last block. docs/qort-format.md tells the
-/// format.
+/// A file that passes is whole: its blocks are in order and have the sizes that they announce,
+/// frames lie within the arrays, indices refer to elements that exist, the box encloses all
+/// positions, and nothing follows the last block. docs/qort-format.md describes the format.
 ///
-/// Memory goes to buffers of fixed size and the frames.
+/// Uses buffers of fixed size, and memory for the frames.
 ///
 /// `stream` must be in binary mode. Throws `MalformedFile`, or `UnreadableFile` if the stream
 /// fails.
 QortSummary read_qort(std::istream& stream);
 
-/// The same for the file at `path`, which is UTF-8.
+/// Reads the file at `path`, which is UTF-8, in the same way.
 QortSummary read_qort_file(const std::string& path);
 
-/// True if what follows in `stream`, which stays where it is, begins as a mesh file does. No scene
-/// file does.
+/// True if the next byte of `stream` begins a mesh file, which no scene file begins with. Leaves
+/// the stream's position alone.
 bool begins_as_qort(std::istream& stream);
 
 }  // namespace vsqinfo

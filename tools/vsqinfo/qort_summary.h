@@ -20,16 +20,16 @@ struct QortFrame {
     std::uint32_t uvs_count = 0;
 };
 
-/// What a mesh file holds. Counts are those of whole elements, over all frames.
+/// The contents of a mesh file. Counts are of whole elements, over all frames.
 struct QortSummary {
     std::uint64_t file_size = 0;  ///< bytes
     std::uint32_t version = 0;
     bool is_interleaved = false;  ///< positions, normals and texture coordinates in one array
 
-    std::vector<QortFrame> frames;  ///< empty for a mesh without them
+    std::vector<QortFrame> frames;  ///< empty for a still mesh
     std::uint64_t triangles = 0;
     std::uint64_t vertices = 0;
-    std::uint64_t normals = 0;         ///< those of an array of their own, as with the next ones
+    std::uint64_t normals = 0;         ///< this and the following are 0 if interleaved
     std::uint64_t normal_indices = 0;  ///< triples
     std::uint64_t uvs = 0;
     std::uint64_t uv_indices = 0;  ///< triples

@@ -8,8 +8,8 @@ namespace vsqinfo {
 
 /// The numbers of the shaders that a scene has defined so far.
 ///
-/// A scene counts its shaders up from 1, so they are held as runs of successive numbers: one entry
-/// does for a usual file of any length.
+/// A scene counts its shaders up from 1, so they are held as runs of successive numbers: a usual
+/// file of any length needs one entry.
 class ShaderNumbers {
 public:
     void insert(std::int64_t number) {

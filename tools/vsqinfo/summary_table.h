@@ -17,7 +17,7 @@ public:
         text_ += '\n';
     }
 
-    /// `details` are further counts behind the first; those of 0 are left out.
+    /// `details` are further counts after the first; those of 0 are left out.
     struct Detail {
         std::uint64_t count;
         const char* what;

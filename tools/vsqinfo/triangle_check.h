@@ -7,25 +7,26 @@
 
 namespace vsqinfo {
 
-/// Finds triangles of one geometry that name points which it doesn't have.
+/// Finds triangles of one geometry that refer to missing points.
 ///
-/// The arrays come in any order, so the largest index of each index array is kept until the
-/// geometry ends, and is then held against the length of the array that it points into.
+/// The arrays come in any order, so the smallest and the largest index of each index array are kept
+/// until the geometry ends, and are then checked against the length of the array of points.
 class TriangleCheck {
 public:
-    /// The place of an index array in the list of those known, or `kNoIndices`.
+    /// The number of the index array with that name, or `kNoIndices`.
     static int index_array(std::string_view name);
     static constexpr int kNoIndices = -1;
 
     void begin_geometry() { *this = TriangleCheck(); }
 
-    /// An index of the array that `index_array` has found, with its place in the file.
+    /// Adds an index of the array with the number `array`; `offset` is the index's place in the
+    /// file.
     void add_index(int array, std::int64_t index, std::uint64_t offset);
 
-    /// The whole array has been read; `count` is the number of its numbers.
+    /// Ends an array of any name; `count` is how many numbers it holds.
     void end_array(std::string_view name, std::uint64_t count);
 
-    /// Throws `MalformedFile` at the offset of an index without a point.
+    /// Throws `MalformedFile` with the offset of an index whose point doesn't exist.
     void end_geometry() const;
 
     std::uint64_t triangles() const;
@@ -43,7 +44,7 @@ private:
     };
 
     std::array<Indices, kIndexArrays> indices_;
-    std::array<std::uint64_t, kIndexArrays> point_numbers_{};  // numbers in the points' array
+    std::array<std::uint64_t, kIndexArrays> point_numbers_{};  // how many numbers the points have
     std::array<bool, kIndexArrays> has_points_{};
 };
 

@@ -18,7 +18,7 @@ std::size_t utf8_length(const std::string& bytes, std::size_t start) {
             return 0;
         }
     }
-    // Overlong forms, surrogates and what lies beyond the last code point.
+    // Overlong forms, surrogates, and numbers beyond the last code point.
     const bool bad = (first == 0xe0 && byte(1) < 0xa0) || (first == 0xed && byte(1) > 0x9f) ||
                      (first == 0xf0 && byte(1) < 0x90) || (first == 0xf4 && byte(1) > 0x8f);
     return bad ? 0 : length;

@@ -7,7 +7,7 @@ using B = BlockKind;
 using F = HeadForm;
 
 constexpr BlockSet kNowhere = 0;
-// Where the parts of a scene stand. A frame holds what a group may hold.
+// Sets of blocks that may contain the parts of a scene. A frame may contain whatever a group may.
 constexpr BlockSet kInGroup = block_set(B::kGroup, B::kFrame);
 constexpr BlockSet kInScene = kInGroup | block_set(B::kTop);
 constexpr BlockSet kInSettings = kInScene | block_set(B::kOptions, B::kImage);

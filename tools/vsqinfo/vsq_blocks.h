@@ -6,7 +6,7 @@
 
 namespace vsqinfo {
 
-/// The kinds of blocks of a scene file, and what is outside of all blocks.
+/// The kinds of blocks of a scene file, and the top level outside of all blocks.
 enum class BlockKind : std::uint8_t {
     kTop,
     kGroup,
@@ -25,7 +25,7 @@ enum class BlockKind : std::uint8_t {
     kShader,
     kFrame,
     kMotion,
-    kArray,  ///< an array whose element, a shader, is open
+    kArray,  ///< an array with a shader as its open element
 };
 
 /// "a camera", "the top level", ...
@@ -43,7 +43,7 @@ constexpr bool has_block(BlockSet set, BlockKind kind) {
     return (set & block_set(kind)) != 0;
 }
 
-/// What stands between the keyword and the opening brace.
+/// What comes between the keyword and the opening brace.
 enum class HeadForm : std::uint8_t {
     kBare,
     kName,
@@ -53,11 +53,12 @@ enum class HeadForm : std::uint8_t {
     kNameAndType,
     kThreeNames,
     kNumber,
-    kShader,  ///< two names, or a number and a type as it is
+    kShader,  ///< two names, or a number and a type without quotes
 };
 
-/// The head of a block: its keyword, where it may stand, and its form. A keyword behind "#define"
-/// or "#modify" has a place of its own, and an empty one if it can't be there.
+/// The head of a block: its keyword, the blocks that may contain it, and its form. The same keyword
+/// after "#define" or "#modify" has its own set of blocks, which is empty if it isn't allowed
+/// there.
 struct BlockHead {
     std::string_view keyword;
     BlockKind kind;

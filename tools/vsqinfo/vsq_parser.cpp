@@ -58,13 +58,13 @@ VsqSummary VsqParser::read() {
 }
 
 void VsqParser::read_header() {
-    // Over the live link a scene's id comes in its place.
+    // Over the live link, the statement "id" comes instead of the header.
     summary_.has_header = source_.peek() != 'i';
     if (!summary_.has_header) {
         return;
     }
     expect_header(kHeaderBeforeId);
-    // The number ends where the dashes begin, and is never negative.
+    // The number is never negative: the dashes after it don't belong to it.
     const uint64_t start = source_.offset();
     std::size_t digits = 0;
     for (int next = source_.peek(); next >= '0' && next <= '9'; next = source_.peek()) {
@@ -87,7 +87,7 @@ void VsqParser::expect_header(std::string_view text) {
             tokens_.fail("the file ends inside its header");
         }
         if (next != wanted) {
-            tokens_.fail("the header of a scene file has another byte here");
+            tokens_.fail("this is not the header of a scene file");
         }
         source_.drop();
     }
@@ -152,14 +152,15 @@ void VsqParser::read_directive() {
 
     const bool defines = directive == "define";
     if (!defines && directive != "modify") {
-        tokens_.fail(statement_offset_, shown("#" + directive) + " is no statement");
+        tokens_.fail(statement_offset_, shown("#" + directive) + " is not a statement");
     }
-    // A camera begins on a line of its own, also behind "#modify".
+    // A camera begins on a new line, even after "#modify".
     tokens_.skip_space();
     const std::string keyword(tokens_.read_word());
     const BlockHead* head = find_block_head(keyword);
     if (!head || (defines ? head->defined_in : head->modified_in) == 0) {
-        tokens_.fail(statement_offset_, shown("#" + directive) + " in front of " + shown(keyword));
+        tokens_.fail(statement_offset_,
+                     shown("#" + directive) + " is not allowed before " + shown(keyword));
     }
     read_block_head(*head, defines ? Placement::kDefined : Placement::kModified);
 }
@@ -199,7 +200,7 @@ void VsqParser::check_place(std::string_view word, BlockSet allowed_in) const {
     if (has_block(allowed_in, block())) {
         return;
     }
-    std::string reason = shown(word) + " can't stand in " + block_phrase(block());
+    std::string reason = shown(word) + " is not allowed in " + block_phrase(block());
     if (!stack_.empty()) {
         reason += ", which begins at offset " + std::to_string(stack_.back().offset);
     }
@@ -272,7 +273,7 @@ void VsqParser::read_matrix(bool replaces) {
         const std::string_view word = tokens_.read_word();
         const ValueWord value = classify_value(word);
         if (value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
-            tokens_.fail(start, shown(word) + " is no number of a matrix");
+            tokens_.fail(start, shown(word) + " in a matrix is not a number");
         }
         matrix[i] = number_value(word);
     }
@@ -285,14 +286,14 @@ void VsqParser::read_matrix(bool replaces) {
     listener_.matrix(matrix, replaces);
 }
 
-// The numbers of the statement `word`, to the end of the line.
+// Reads the numbers of the statement `word`, and the end of the line.
 void VsqParser::read_numbers(std::string_view word, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         tokens_.skip_blanks();
         const uint64_t start = source_.offset();
         const ValueWord value = classify_value(tokens_.read_word());
         if (value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
-            tokens_.fail(start, shown(word) + " has another word than a number");
+            tokens_.fail(start, shown(word) + " is followed by something that is not a number");
         }
     }
     tokens_.expect_line_end();

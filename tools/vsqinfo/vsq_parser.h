@@ -19,36 +19,37 @@
 
 namespace vsqinfo {
 
-/// Reads one scene file; `read_vsq` is how others reach it.
+/// Reads one scene file, for `read_vsq`.
 ///
-/// Nesting lives in a stack of small entries, not in calls: a shader that is the value of a
-/// parameter, or an element of an array, is pushed there, and its closing brace goes on with what
-/// the shader interrupted. The sources are cut by what they read: the file's frame and its
-/// statements, blocks, parameters, arrays.
+/// Nesting is kept in a stack of small entries, not in recursive calls. A shader that is the value
+/// of a parameter, or an element of an array, is pushed there, and its closing brace resumes what
+/// the shader interrupted. There is a source file each for the header and the statements, blocks,
+/// parameters, and arrays.
 class VsqParser {
 public:
     /// Both are borrowed; `listener` may be null.
     VsqParser(std::istream& stream, VsqListener* listener)
         : source_(stream), tokens_(source_), listener_(listener ? *listener : no_listener_) {}
 
-    /// Reads the whole file. To be called once.
+    /// Reads the whole file. Call this only once.
     VsqSummary read();
 
 private:
-    // How a value ends: a parameter with a quoted name has a comma before its line feed.
+    // What follows a value: after a parameter with a quoted name, a comma comes before the line
+    // feed.
     enum class Ending : std::uint8_t { kLine, kComma, kElement };
 
     enum class Placement { kPlaced, kDefined, kModified };
 
     struct OpenBlock {
-        std::uint64_t offset;  // where it begins
+        std::uint64_t offset;  // where the block begins
         BlockKind kind;
-        Ending ending;         // what follows its closing brace
-        bool is_environment;   // of a shader
-        bool is_placed_light;  // of an object, once a light shader is met in it
+        Ending ending;         // what follows the closing brace
+        bool is_environment;   // for shaders
+        bool is_placed_light;  // for objects: a light shader was found in it
     };
 
-    // An array while its elements are read.
+    // The state of an array while its elements are read.
     struct ArrayScan {
         const std::string* name = nullptr;  // null after a shader among the elements
         std::uint64_t offset = 0;
@@ -64,14 +65,14 @@ private:
     struct Statement {
         std::string_view word;
         BlockSet allowed_in;
-        bool may_name_parameter;  // where the statement isn't allowed
+        bool may_name_parameter;  // in blocks where the statement isn't allowed
         void (VsqParser::*read)(const Statement&);
     };
     static const Statement kStatements[];
 
     BlockKind block() const { return stack_.empty() ? BlockKind::kTop : stack_.back().kind; }
 
-    // The frame of the file.
+    // The header, the end and the loop in between.
     void read_header();
     void expect_header(std::string_view text);
     bool read_statement();
@@ -141,18 +142,18 @@ private:
     bool has_version_ = false;
     bool has_print_ = false;
 
-    std::string name_;   // of the parameter, or the kind of the assignment, that is being read
+    std::string name_;   // the name of the parameter, or kind of the assignment, being read
     std::string value_;  // its value as text
     std::string text_;
 
-    std::string geometry_type_;  // geometries hold none of their kind, so one of each does
+    std::string geometry_type_;  // geometries don't nest, so one type and one check are enough
     TriangleCheck triangle_check_;
     ShaderNumbers shader_numbers_;
     std::unordered_set<std::string> materials_;
     std::unordered_set<std::string> textures_;
     std::unordered_set<std::string> environments_;
     std::set<std::string> libraries_;
-    std::uint64_t object_depth_ = 0;  // entries of the stack up to the object that is open, else 0
+    std::uint64_t object_depth_ = 0;  // entries of the stack up to the open object; 0 without one
 };
 
 }  // namespace vsqinfo

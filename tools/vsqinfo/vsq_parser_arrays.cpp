@@ -26,7 +26,7 @@ void VsqParser::read_array(Ending ending) {
     read_elements(array, ending);
 }
 
-// The array goes on behind an element that is a shader.
+// Continues the array after an element that is a shader.
 void VsqParser::resume_array() {
     ArrayScan array;
     array.offset = stack_.back().offset;
@@ -54,7 +54,7 @@ void VsqParser::read_elements(ArrayScan& array, Ending ending) {
                 read_body(array);
                 tokens_.skip_space();
                 if (source_.peek() != ']') {
-                    tokens_.fail_expected("the closing bracket behind an array body");
+                    tokens_.fail_expected("the closing bracket after an array body");
                 }
                 break;
             case ByteSource::kEnd:
@@ -81,7 +81,7 @@ void VsqParser::read_element_word(ArrayScan& array) {
     const std::string_view word = tokens_.read_word();
     const ValueWord value = classify_value(word);
     if (value == ValueWord::kNone) {
-        tokens_.fail(start, shown(word) + " is no element of an array");
+        tokens_.fail(start, shown(word) + " is not an element of an array");
     }
     ++array.numbers;
     ++array.element_numbers;
@@ -91,7 +91,7 @@ void VsqParser::read_element_word(ArrayScan& array) {
         const double index = number_value(word);
         if (value != ValueWord::kFinite || index != std::floor(index) ||
             std::abs(index) > 2147483648.0) {
-            tokens_.fail(start, shown(word) + " is no index");
+            tokens_.fail(start, shown(word) + " is not an index");
         }
         triangle_check_.add_index(array.indices, static_cast<int64_t>(index), start);
     }
@@ -108,7 +108,7 @@ void VsqParser::end_element(ArrayScan& array) {
     array.element_is_finite = true;
 }
 
-// Bytes 1, 2, 3, a tag for the type of the numbers, their count and the numbers themselves.
+// A body is the bytes 1, 2, 3, a tag for the type of the numbers, their count, and the numbers.
 void VsqParser::read_body(ArrayScan& array) {
     const uint64_t start = source_.offset();
     unsigned char head[8];
@@ -117,19 +117,19 @@ void VsqParser::read_body(ArrayScan& array) {
     }
     const char tag = static_cast<char>(head[3]);
     if (head[1] != 2 || head[2] != 3) {
-        tokens_.fail(start, "the body of an array doesn't begin with the bytes 1, 2, 3");
+        tokens_.fail(start, "the body of an array does not begin with the bytes 1, 2, 3");
     }
     if (tag != 'c' && tag != 'f' && tag != 'i' && tag != 'r') {
-        tokens_.fail(start + 3, "the tag of an array body is none of c, f, i and r");
+        tokens_.fail(start + 3, "the tag of an array body is not c, f, i or r");
     }
     const bool holds_indices = array.indices != TriangleCheck::kNoIndices;
     if (holds_indices && tag != 'i') {
-        tokens_.fail(start + 3, "an array of indices whose body holds no integers");
+        tokens_.fail(start + 3, "the body of an array of indices does not hold integers");
     }
 
     const uint64_t count = head[4] | head[5] << 8 | head[6] << 16 | uint64_t{head[7]} << 24;
     if (tag == 'c' && count % 3 != 0) {
-        tokens_.fail(start + 4, std::to_string(count) + " numbers don't make whole triples");
+        tokens_.fail(start + 4, std::to_string(count) + " numbers are not whole triples");
     }
     const uint64_t size = count * (tag == 'r' ? 8 : 4);
     if (const auto left = source_.bytes_left(); left && *left < size) {
@@ -170,7 +170,7 @@ void VsqParser::end_array(const ArrayScan& array) {
     if (array.indices != TriangleCheck::kNoIndices && array.numbers % 3 != 0) {
         tokens_.fail(array.offset, "\"" + *array.name + "\" holds " +
                                        std::to_string(array.numbers) +
-                                       " indices, which don't make whole triangles");
+                                       " indices, which are not whole triangles");
     }
     if (!array.name) {
         return;

@@ -71,7 +71,7 @@ void VsqParser::read_head_names(HeadForm form, VsqBlock& head) {
             head.name = tokens_.read_word();
             if (const ValueWord value = classify_value(head.name);
                 value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
-                tokens_.fail(statement_offset_, "the head of a block without its number");
+                tokens_.fail(statement_offset_, "the head of a block lacks its number");
             }
             return;
         case HeadForm::kShader:
@@ -89,7 +89,7 @@ void VsqParser::read_shader_head(VsqBlock& head) {
     }
     head.number = tokens_.read_integer();
     tokens_.expect(' ');
-    // The type stands without quotes.
+    // The type has no quotes.
     head.type = tokens_.read_word();
     shader_numbers_.insert(*head.number);
 }
@@ -120,7 +120,7 @@ void VsqParser::open_block(const VsqBlock& head, BlockKind kind, Ending ending) 
     listener_.block_begins(head);
 }
 
-// What a block adds to the summary by standing in the file. The stack doesn't hold it yet.
+// Adds the block to the counts of the summary, before it is on the stack.
 void VsqParser::count_block(const VsqBlock& head, BlockKind kind, Placement placement) {
     const bool placed = placement == Placement::kPlaced;
     switch (kind) {
@@ -181,7 +181,7 @@ void VsqParser::begin_shader(const VsqBlock& head, OpenBlock& shader) {
 
 void VsqParser::close_block() {
     if (stack_.empty()) {
-        tokens_.fail("a closing brace, but no block is open");
+        tokens_.fail("there is a closing brace, but no block is open");
     }
     source_.drop();
     const OpenBlock closed = stack_.back();

@@ -8,7 +8,7 @@ using std::uint64_t;
 
 void VsqParser::read_quoted_parameter() {
     if (block() == BlockKind::kTop) {
-        tokens_.fail("a parameter can't stand at the top level");
+        tokens_.fail("a parameter is not allowed at the top level");
     }
     tokens_.read_name(name_);
     value_.clear();
@@ -39,7 +39,7 @@ void VsqParser::read_quoted_parameter() {
         const uint64_t start = source_.offset();
         const std::string_view word = tokens_.read_word();
         if (classify_value(word) == ValueWord::kNone) {
-            tokens_.fail(start, shown(word) + " is no value");
+            tokens_.fail(start, shown(word) + " is not a value");
         }
         keep_value_word(word);
         tokens_.skip_blanks();
@@ -48,18 +48,18 @@ void VsqParser::read_quoted_parameter() {
     end_value(Ending::kComma);
 }
 
-// The name isn't set apart from the value and can have blanks in it, so it goes on up to the last
-// words that can be a value. A parameter without a value leaves the blank behind its name.
+// Nothing separates the name from the value, and the name can contain blanks, so it extends to the
+// last words that can be a value. A parameter without a value still has the blank after its name.
 void VsqParser::read_plain_parameter(std::string_view first_word) {
     if (block() == BlockKind::kTop) {
-        tokens_.fail(statement_offset_, shown(first_word) + " is no statement");
+        tokens_.fail(statement_offset_, shown(first_word) + " is not a statement");
     }
     name_ = first_word;
     value_.clear();
     std::size_t blanks = tokens_.skip_blanks();
     while (source_.peek() != '\n') {
         if (blanks == 0) {
-            tokens_.fail_expected("a blank behind the name of a parameter");
+            tokens_.fail_expected("a blank after the name of a parameter");
         }
         if (source_.peek() == '[') {
             read_array(Ending::kLine);
@@ -89,13 +89,13 @@ void VsqParser::read_plain_parameter(std::string_view first_word) {
         blanks = tokens_.skip_blanks();
     }
     if (value_.empty() && blanks == 0) {
-        tokens_.fail(statement_offset_, shown(name_) + " is no statement and has no value");
+        tokens_.fail(statement_offset_, shown(name_) + " is not a statement and has no value");
     }
     note_parameter();
     end_value(Ending::kLine);
 }
 
-// A text, or an anonymous shader if a block follows it.
+// Reads a text, or an anonymous shader if a block follows the name.
 void VsqParser::read_name_value(Ending ending) {
     tokens_.read_name(value_);
     tokens_.skip_blanks();

@@ -9,22 +9,21 @@
 
 namespace vsqinfo {
 
-/// Reads a scene file from first to last byte and checks what can be checked of it.
+/// Reads a whole scene file and checks everything that can be checked.
 ///
-/// A file that is read without complaint is whole: it has its header, unless it came over the live
-/// link, its version and a root group, every block is closed, every name, number and array is in
-/// its form, blocks nest as the format says, array bodies have the length that they announce, and
-/// triangles use vertices that exist. docs/vsq-format.md tells the format.
+/// A file that passes is whole: it has a header, unless it came over the live link, a version and a
+/// root group; every block is closed; every name, number and array is well-formed; blocks nest as
+/// the format requires; array bodies have the length that they announce; and triangles refer to
+/// vertices that exist. docs/vsq-format.md describes the format.
 ///
-/// Nothing of the scene is held: memory goes to a buffer of fixed size, one small entry for each
-/// block that is open, and the distinct names of materials and textures. Blocks may nest to any
-/// depth.
+/// The scene isn't kept in memory, which holds only a buffer of fixed size, a small entry for each
+/// open block, and the distinct names of materials and textures. Blocks may nest to any depth.
 ///
 /// `stream` must be in binary mode. Throws `MalformedFile`, or `UnreadableFile` if the stream
 /// fails. `listener` is borrowed and may be null.
 VsqSummary read_vsq(std::istream& stream, VsqListener* listener = nullptr);
 
-/// The same for the file at `path`, which is UTF-8.
+/// Reads the file at `path`, which is UTF-8, in the same way.
 VsqSummary read_vsq_file(const std::string& path, VsqListener* listener = nullptr);
 
 }  // namespace vsqinfo

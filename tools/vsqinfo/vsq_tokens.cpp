@@ -10,14 +10,14 @@
 namespace vsqinfo {
 namespace {
 
-// Longer than any number in "%16.16f" and any name of a parameter.
+// More than any number in "%16.16f" and any parameter's name needs.
 constexpr std::size_t kLongestWord = 4096;
 
 bool is_digit(int byte) {
     return byte >= '0' && byte <= '9';
 }
 
-// The digit's value, or -1. Upper-case digits never stand in a scene file.
+// The digit's value, or -1. Scene files have no upper-case digits.
 int hex_digit(int byte) {
     if (is_digit(byte)) {
         return byte - '0';
@@ -108,7 +108,7 @@ ValueWord classify_value(std::string_view word) {
             return ValueWord::kNotFinite;
         }
     }
-    // The C library of older Windows compilers: 1.#INF, 1.#QNAN000, ...
+    // The C library of older Windows compilers writes 1.#INF, 1.#QNAN000, ...
     return magnitude.substr(0, 3) == "1.#" ? ValueWord::kNotFinite : ValueWord::kNone;
 }
 
@@ -192,7 +192,7 @@ void VsqTokens::read_name(std::string& name) {
         source_.drop();
         source_.drop();
         if (read_hex_pairs(&name) == 0) {
-            fail(start, "a name of no hexadecimal digits");
+            fail(start, "a name has no hexadecimal digits");
         }
         return;
     }

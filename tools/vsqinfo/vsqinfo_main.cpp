@@ -29,7 +29,7 @@ void show_scene(std::istream& stream, bool with_tree) {
     std::cout << vsqinfo::summary_text(summary);
 }
 
-// Which of the two kinds a file is shows in its contents; its name may be any.
+// The contents tell the kind of the file; its name can be anything.
 void show_file(const Arguments& arguments) {
     std::ifstream stream = vsqinfo::open_input_file(arguments.file);
     if (vsqinfo::begins_as_qort(stream)) {
@@ -41,14 +41,14 @@ void show_file(const Arguments& arguments) {
 
 // `words` are the arguments as UTF-8, without the program's name.
 int run(std::vector<std::string> words) {
-    CLI::App app("Says what a scene file or a mesh file holds, and refuses a malformed one.",
+    CLI::App app("Prints what a scene file or a mesh file holds, or where it is malformed.",
                  "vsqinfo");
-    // Else a path that begins with a slash would be an option on Windows.
+    // Otherwise a path that begins with a slash would be an option on Windows.
     app.allow_windows_style_options(false);
     Arguments arguments;
     app.add_option("FILE", arguments.file, "Scene file (.vsq) or mesh file (.qorT)")->required();
     app.add_flag("--tree", arguments.tree,
-                 "Print a scene's tree of groups with their matrices in front of the summary");
+                 "Before the summary, print a scene's tree of groups with their matrices");
     try {
         std::reverse(words.begin(), words.end());
         app.parse(std::move(words));
@@ -71,7 +71,7 @@ int run(std::vector<std::string> words) {
 
 }  // namespace
 
-// Windows hands over UTF-16, and would cut a path to the local code page in `main`.
+// Windows passes UTF-16 to `wmain`; for `main` it would convert paths to the local code page.
 #ifdef _WIN32
 int wmain(int argc, wchar_t** argv) {
 #else

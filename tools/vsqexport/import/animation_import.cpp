@@ -12,8 +12,8 @@
 namespace vsqexport {
 namespace {
 
-// The frames of 3DS files are played at 30 a second, which their reader doesn't say; for the others
-// assimp's own default holds.
+// 3DS files play at 30 frames a second, which their reader doesn't say. Other formats get assimp's
+// own default.
 double file_ticks_per_second(const aiScene& model, const aiAnimation& animation) {
     constexpr double kMost = 1e9;
     const double given = animation.mTicksPerSecond;
@@ -23,7 +23,7 @@ double file_ticks_per_second(const aiScene& model, const aiAnimation& animation)
     return reader_of(model) == k3dsReader ? 30.0 : 25.0;
 }
 
-// The animation whose motions are taken, or null. What else there is gets a line.
+// The animation to import, or null. Each kind of thing that is left out gets a line.
 const aiAnimation* choose_animation(const aiScene& model, std::vector<std::string>& warnings) {
     const aiAnimation* chosen = nullptr;
     int others = 0;
@@ -41,17 +41,17 @@ const aiAnimation* choose_animation(const aiScene& model, std::vector<std::strin
         }
     }
     if (others > 0) {
-        warnings.push_back("of its animations only \"" + std::string(chosen->mName.C_Str()) +
-                           "\" is taken, " + std::to_string(others) + " more are left out");
+        warnings.push_back("only its animation \"" + std::string(chosen->mName.C_Str()) +
+                           "\" is imported, " + std::to_string(others) + " more are left out");
     }
     if (changes_meshes) {
-        warnings.push_back("the exchange of its meshes for others over time is left out");
+        warnings.push_back("animations that replace its meshes are left out");
     }
     return chosen;
 }
 
 Matrix3 product(const Matrix3& before, const Matrix3& matrix, const Matrix3& after) {
-    // A place that nothing is to be done with keeps its bits.
+    // Multiplying by the identity could change bits.
     const Matrix3 first = is_identity(before) ? matrix : before * matrix;
     return is_identity(after) ? first : first * after;
 }
@@ -106,11 +106,11 @@ void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
     read_morphs(animation, file_ticks_per_second, dropped_keys);
     if (dropped_keys > 0) {
         warnings.push_back("keys of its animation are left out: " + std::to_string(dropped_keys) +
-                           " hold something that isn't a number");
+                           " hold NaN or infinity");
     }
 }
 
-// Readers name a channel by the node or by the mesh, and some add a star and a number.
+// Readers name a channel after the node or the mesh, and some add a star and a number.
 void ModelAnimation::read_morphs(const aiAnimation& animation, double file_ticks_per_second,
                                  int& dropped_keys) {
     for (unsigned i = 0; i < animation.mNumMorphMeshChannels; ++i) {

@@ -15,8 +15,8 @@
 
 namespace vsqexport {
 
-/// The motion that a model file gives to its nodes and to the shapes of its meshes. Of several
-/// animations, which are takes of the same nodes, it is that of the first one that has any.
+/// The motion that a model file gives to its nodes and morph targets. Several animations in a file
+/// are takes of the same nodes; the first one that has any motion is used.
 class ModelAnimation {
 public:
     /// `warnings` gets a line for each kind of thing that is left out.
@@ -28,16 +28,16 @@ public:
     /// Null for a node that has no keys.
     std::shared_ptr<const NodeMotion> motion_of(const aiNode& node) const;
 
-    /// What becomes of the morph targets of a mesh that a node shows; null if the file doesn't say.
+    /// The motion of a mesh's morph targets where `node` shows the mesh; null if the file has none.
     std::shared_ptr<const MorphMotion> morph_of(const aiNode& node, const aiMesh& mesh) const;
 
-    /// The node's place in its parent's space over time, with a transform applied before it and
-    /// another one after it.
+    /// The node's transform in its parent's space over time. `before` is applied before it, and
+    /// `after` after it.
     memhost::LocalTransform place(const aiNode& node, const Matrix3& before,
                                   const Matrix3& after) const;
 
-    /// Makes the animation range of `scene` go from frame 0 to the last key, in whole frames of the
-    /// scene's length. It stays what it is if the file has no keys past time 0.
+    /// Sets the animation range of `scene` from frame 0 to the last key, rounded up to a whole
+    /// frame at the scene's rate. Leaves the range alone if the file has no keys after time 0.
     void set_range(memhost::SceneBuilder& scene) const;
 
 private:
@@ -46,7 +46,7 @@ private:
     void read_morphs(const aiAnimation& animation, double file_ticks_per_second, int& dropped_keys);
 
     std::map<const aiNode*, std::shared_ptr<const NodeMotion>> motions_;
-    std::map<std::string, std::shared_ptr<const MorphMotion>> morphs_;  // by node or mesh
+    std::map<std::string, std::shared_ptr<const MorphMotion>> morphs_;  // by node's or mesh's name
     double end_seconds_ = 0;
 };
 

@@ -18,7 +18,7 @@ bool is_finite(const aiMatrix4x4& matrix) {
     return true;
 }
 
-// Calls `visit(bone, vertex, weight)` for each weight that counts.
+// Calls `visit(bone, vertex, weight)` for each valid weight above 0.
 template <typename Visit>
 void for_each_weight(const aiMesh& mesh, const std::vector<const aiBone*>& bones,
                      const Visit& visit) {
@@ -47,7 +47,7 @@ BoneWeights read_bone_weights(const aiMesh& mesh, const NodeIndex& nodes, LeftOu
         const aiNode* node = nodes.find(bone->mName);
         if (!node || !is_finite(bone->mOffsetMatrix)) {
             left_out.add(bone->mName.C_Str(),
-                         node ? "its place isn't made of numbers" : "no node has its name");
+                         node ? "its matrix isn't finite" : "no node has its name");
             continue;
         }
         for (unsigned i = 0; i < bone->mNumWeights; ++i) {
@@ -62,7 +62,8 @@ BoneWeights read_bone_weights(const aiMesh& mesh, const NodeIndex& nodes, LeftOu
         return result;
     }
 
-    // Counts become starts, and each start moves to its vertex's end as the vertex gets its bones.
+    // `ends` first holds counts, then starts. Each start moves to its vertex's end as the
+    // influences are filled in.
     result.ends.assign(mesh.mNumVertices, 0);
     std::vector<double> sums(mesh.mNumVertices, 0.0);
     for_each_weight(mesh, bones, [&](std::size_t, unsigned vertex, float weight) {

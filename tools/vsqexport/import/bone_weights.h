@@ -12,7 +12,7 @@
 
 namespace vsqexport {
 
-/// The bones of one mesh of a model as its vertices see them.
+/// The bones of one mesh of a model, and their weights at each vertex.
 struct BoneWeights {
     struct Bone {
         const aiNode* node;
@@ -20,16 +20,16 @@ struct BoneWeights {
     };
     struct Influence {
         std::size_t bone;
-        float weight;  // those of a vertex add up to 1
+        float weight;  // the weights of a vertex add up to 1
     };
 
     std::vector<Bone> bones;
     std::vector<Influence> influences;  // vertex by vertex
-    std::vector<std::size_t> ends;      // of each vertex in that list; empty without bones
+    std::vector<std::size_t> ends;      // each vertex's end in `influences`; empty without bones
 };
 
-/// What can't be had goes to `left_out`: bones that no node stands for. Weights of vertices that
-/// aren't there, and those that aren't numbers, are only counted.
+/// Bones without a node or a finite matrix go to `left_out`. Weights that are negative, NaN or
+/// infinite, or whose vertex doesn't exist, are dropped and only counted in `broken_weights`.
 BoneWeights read_bone_weights(const aiMesh& mesh, const NodeIndex& nodes, LeftOut& left_out,
                               int& broken_weights);
 

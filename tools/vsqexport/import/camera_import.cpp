@@ -12,13 +12,13 @@ namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 
-// These leave assimp's default direction, the positive z axis of the node, while the cameras of
-// their files look along the negative one.
-constexpr const char* kReadersOfNoDirection[] = {"ASE Importer", "LightWave Scene Importer",
-                                                 "Open Game Engine Exchange"};
+// These readers leave assimp's default direction, the positive z axis of the node, but the cameras
+// of their files look along the negative one.
+constexpr const char* kReadersWithoutDirection[] = {"ASE Importer", "LightWave Scene Importer",
+                                                    "Open Game Engine Exchange"};
 
 bool gives_direction(const std::string& reader) {
-    for (const char* other : kReadersOfNoDirection) {
+    for (const char* other : kReadersWithoutDirection) {
         if (reader == other) {
             return false;
         }
@@ -34,7 +34,7 @@ Direction cross(const Direction& a, const Direction& b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-// False for a vector that is too short to have a direction, or isn't finite.
+// False for a vector that is too short to have a direction, or that isn't finite.
 bool normalize(Direction& v) {
     const double length = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
     if (!(length > 1e-6) || !std::isfinite(length)) {
@@ -45,12 +45,12 @@ bool normalize(Direction& v) {
 }
 
 Point3 to_point(const Direction& v) {
-    // No negative zeros.
+    // Adding 0 turns a negative zero into a positive one.
     return {static_cast<float>(v.x) + 0.0f, static_cast<float>(v.y) + 0.0f,
             static_cast<float>(v.z) + 0.0f};
 }
 
-// Leaves the rows of a camera's matrix alone if there is no direction.
+// Returns false, and leaves the matrix alone, if `look` has no direction.
 bool set_direction(const aiVector3D& look, const aiVector3D& up, Matrix3& node_from_camera) {
     Direction back = {0.0 - look.x, 0.0 - look.y, 0.0 - look.z};
     if (!normalize(back)) {
@@ -58,7 +58,7 @@ bool set_direction(const aiVector3D& look, const aiVector3D& up, Matrix3& node_f
     }
     Direction right = cross({up.x, up.y, up.z}, back);
     if (!normalize(right)) {
-        // It looks straight up or down; any side is as good as another.
+        // The camera looks along `up`, so any sideways direction will do.
         right = std::fabs(back.x) < 0.5 ? cross({1, 0, 0}, back) : cross({0, 1, 0}, back);
         normalize(right);
     }
@@ -68,13 +68,13 @@ bool set_direction(const aiVector3D& look, const aiVector3D& up, Matrix3& node_f
     return true;
 }
 
-// The whole angle from side to side. Assimp's text speaks of half of it, but its readers hand on
-// what their files hold, which is the whole.
+// The whole angle from side to side, in radians. Assimp documents its value as half the angle, but
+// its readers pass on the value of the file, which is the whole angle.
 float horizontal_angle(const aiCamera& camera, const std::string& reader) {
     double degrees = camera.mHorizontalFOV * 180.0 / kPi;
     if (reader == k3dsReader) {
-        degrees =
-            2400.0 / degrees;  // it takes the length of the lens, in millimetres, for the angle
+        // This reader takes the lens's focal length, in millimetres, for the angle.
+        degrees = 2400.0 / degrees;
     }
     constexpr double kUsual = 45;
     const bool is_sensible = degrees >= 1.0 && degrees <= 179.0;

@@ -10,8 +10,8 @@
 
 namespace vsqexport {
 
-/// Adds a model's cameras to `held`, each with the node that it names. They look along the negative
-/// z axis of their own space with y up, as the host's do.
+/// Adds a model's cameras to `held`, each under the node that it names. They look along the
+/// negative z axis of their own space with y up, as the host's cameras do.
 void import_cameras(const aiScene& model, const NodeIndex& nodes, HeldObjects& held,
                     std::vector<std::string>& warnings);
 

@@ -18,7 +18,7 @@ void run_on_deep_stack(const std::function<void()>& work) {
 
 namespace {
 
-// Only the pages that are touched are ever taken.
+// Only the pages that are touched take up memory.
 constexpr size_t kStackSize = size_t{1} << 30;
 
 struct Work {

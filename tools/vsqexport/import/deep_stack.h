@@ -4,8 +4,8 @@
 
 namespace vsqexport {
 
-/// Runs `work` with a stack deep enough for what recurses along a chain of a hundred thousand
-/// nodes, as the model library does, and passes its exceptions on.
+/// Runs `work` on a stack that is deep enough for recursion along a chain of a hundred thousand
+/// nodes, as in the model library, and passes on its exceptions.
 void run_on_deep_stack(const std::function<void()>& work);
 
 }  // namespace vsqexport

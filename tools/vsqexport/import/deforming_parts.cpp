@@ -9,19 +9,19 @@
 namespace vsqexport {
 namespace {
 
-// The reader of FBX files says of most targets that they are fully reached, whatever the file says.
+// The FBX reader gives most targets their full weight, whatever the file says.
 float rest_weight(const aiAnimMesh& target, bool is_fbx) {
     return is_fbx || !std::isfinite(target.mWeight) ? 0.0f : target.mWeight;
 }
 
 std::vector<MorphTarget> read_targets(const aiMesh& mesh, bool is_fbx, LeftOut& left_out) {
     std::vector<MorphTarget> targets;
-    // All keep their places, since keys name them by their numbers.
+    // A target that is left out keeps its index, since keys refer to targets by index.
     static const aiAnimMesh kNothing;
     for (unsigned i = 0; i < mesh.mNumAnimMeshes; ++i) {
         const aiAnimMesh* target = mesh.mAnimMeshes[i];
         if (!target || target->mNumVertices != mesh.mNumVertices) {
-            left_out.add(mesh.mName.C_Str(), "it has other vertices than its mesh");
+            left_out.add(mesh.mName.C_Str(), "its number of vertices is not its mesh's");
             target = &kNothing;
         }
         targets.push_back({target, rest_weight(*target, is_fbx),
@@ -51,7 +51,7 @@ DeformingParts::DeformingParts(const aiScene& model, const NodeIndex& nodes,
     targets.warn(warnings);
     if (broken_weights > 0) {
         warnings.push_back("weights of its bones are left out: " + std::to_string(broken_weights) +
-                           " are no weights or name vertices that aren't there");
+                           " are invalid or belong to vertices that don't exist");
     }
 }
 

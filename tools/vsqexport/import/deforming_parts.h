@@ -16,7 +16,7 @@
 
 namespace vsqexport {
 
-/// The bones and morph targets of a model's meshes, and what they make of the mesh of a node.
+/// The bones and morph targets of a model's meshes, from which nodes get their deforming meshes.
 class DeformingParts {
 public:
     /// Borrows the model and its animation. `warnings` gets a line for each kind of thing that is
@@ -24,11 +24,11 @@ public:
     DeformingParts(const aiScene& model, const NodeIndex& nodes, const ModelAnimation& animation,
                    std::vector<std::string>& warnings);
 
-    /// Whether a mesh has bones or targets, so that each node that shows it has a mesh of its own.
+    /// True if a mesh has bones or targets, so that each node that shows it needs a separate mesh.
     bool deforms(const aiMesh& mesh) const { return meshes_.count(&mesh) != 0; }
 
-    /// Like `join_parts`, for parts of which some deform. `deformation` is what the mesh goes
-    /// through as `node` shows it.
+    /// Like `join_parts`, if some of the parts deform. `deformation` becomes the deformation of the
+    /// mesh where `node` shows it.
     bool join(const aiNode& node, const std::vector<MeshPart>& parts, Mesh& target,
               std::shared_ptr<const MeshDeformation>& deformation) const;
 

@@ -11,8 +11,8 @@
 
 namespace vsqexport {
 
-/// A camera or a light, which a model names beside its nodes, in the place that it has in the space
-/// of its node.
+/// A camera or a light with its transform into its node's space. A model lists these apart from its
+/// nodes.
 struct HeldObject {
     std::string name;
     std::shared_ptr<Object> object;
@@ -21,8 +21,8 @@ struct HeldObject {
 
 using HeldObjects = std::map<const aiNode*, std::vector<HeldObject>>;
 
-/// What a camera or a light adds to the place of its node. Some readers give the node's own place
-/// once more.
+/// The position of a camera or a light relative to its node. Some readers repeat the node's own
+/// position here, which counts as none.
 inline Point3 place_in_node(const aiNode& node, const aiVector3D& position) {
     const aiMatrix4x4& m = node.mTransformation;
     const bool repeats_node = position.Equal({m.a4, m.b4, m.c4}, 1e-4f * (1 + position.Length()));

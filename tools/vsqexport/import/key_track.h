@@ -12,23 +12,23 @@
 
 namespace vsqexport {
 
-/// A value of `N` numbers over the time of a file, told by keys.
+/// A value of `N` numbers over time, in ticks of the file, given by keys.
 ///
-/// Before the first key and behind the last the nearest one holds, unless the track is told that it
-/// goes on or starts anew.
+/// Before the first key and after the last, the nearest key's value holds, unless `finish` is told
+/// that the track is extrapolated or repeats.
 template <std::size_t N>
 class KeyTrack {
 public:
     using Value = std::array<double, N>;
 
-    /// Where a time lies: `part` is 0 at the value `from` and 1 at `to`.
+    /// The values around a time: `part` is 0 at the value `from` and 1 at `to`.
     struct Span {
         const Value* from;
         const Value* to;
         double part;
     };
 
-    /// In any order. False for a key that isn't made of numbers, which is dropped.
+    /// Keys can come in any order. Drops a key that holds NaN or infinity, and returns false.
     bool add(double time, const Value& value) {
         const bool is_sound =
             std::isfinite(time) &&
@@ -39,7 +39,7 @@ public:
         return is_sound;
     }
 
-    /// Comes behind the keys. Without any, the track has that one value.
+    /// Call this after all keys are added. Without any keys, the track has the value `rest`.
     void finish(const Value& rest, aiAnimBehaviour before_first, aiAnimBehaviour behind_last) {
         if (keys_.empty()) {
             keys_.push_back({0.0, rest});
@@ -50,7 +50,7 @@ public:
         behind_last_ = behind_last;
     }
 
-    /// Calls `visit` with each value and the one before it.
+    /// Calls `visit(previous, value)` for each value after the first.
     template <typename Visit>
     void for_each_pair(Visit visit) {
         for (std::size_t i = 1; i < keys_.size(); ++i) {
@@ -96,8 +96,8 @@ public:
         return value;
     }
 
-    /// Narrows `valid`, in ticks of the host, to those around `t` at which the value is the same,
-    /// as far as keys that follow each other tell it.
+    /// Narrows `valid`, in ticks of the host, to the range around `t` in which the value stays the
+    /// same. Between neighbouring keys that are not equal, this is `t` alone.
     void narrow_to_rest(TimeValue t, double file_ticks_per_second, Interval& valid) const {
         if (keys_.size() == 1) {
             return;
@@ -144,7 +144,7 @@ private:
         return static_cast<TimeValue>(std::clamp<double>(ticks, least, most));
     }
 
-    // The first key behind `time`, but for the ends: at least the second and at most the last.
+    // The first key after `time`, but at least the second key and at most the last.
     std::size_t next_key(double time) const {
         const auto next = std::upper_bound(keys_.begin() + 1, keys_.end() - 1, time,
                                            [](double t, const Key& key) { return t < key.time; });

@@ -7,8 +7,8 @@
 
 namespace vsqexport {
 
-/// Collects what can't be had of a model, so that the user gets one line for each reason and not
-/// one for each thing.
+/// Collects what can't be imported from a model, so that the user gets one line for each reason and
+/// not one for each thing.
 class LeftOut {
 public:
     /// `kind` is a word for the user such as "camera".

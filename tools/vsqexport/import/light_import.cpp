@@ -35,7 +35,7 @@ bool is_colour(const aiColor3D& colour) {
     return true;
 }
 
-// Old LightWave scenes count colours up to 255, and their reader hands them on so.
+// Colours of old LightWave scenes go up to 255, and their reader passes them on unscaled.
 aiColor3D colour_of(const aiLight& light, const std::string& reader) {
     const aiColor3D& colour = light.mColorDiffuse;
     const bool counts_to_255 =
@@ -43,7 +43,8 @@ aiColor3D colour_of(const aiLight& light, const std::string& reader) {
     return counts_to_255 ? colour * (1.0f / 255) : colour;
 }
 
-// Readers multiply a light's colour by its intensity. What goes past 1 is taken for the intensity.
+// Readers multiply a light's colour by its intensity. If the largest component is above 1, it is
+// taken as the intensity.
 std::shared_ptr<Object> make_omni(const aiColor3D& colour) {
     const float intensity = std::max({colour.r, colour.g, colour.b, 1.0f});
     auto light = std::make_shared<memhost::OmniLight>();
@@ -67,7 +68,7 @@ void import_lights(const aiScene& model, const NodeIndex& nodes, HeldObjects& he
         } else if (!node) {
             left_out.add(name, "no node has that name");
         } else if (!is_colour(source.mColorDiffuse)) {
-            left_out.add(name, "its colour can't be");
+            left_out.add(name, "its colour is not valid");
         } else {
             Matrix3 node_from_light;
             node_from_light.SetRow(3, place_in_node(*node, source.mPosition));

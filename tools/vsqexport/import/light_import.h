@@ -10,8 +10,8 @@
 
 namespace vsqexport {
 
-/// Adds a model's point lights to `held`, each with the node that it names. `warnings` gets a line
-/// for each other kind of light.
+/// Adds a model's point lights to `held`, each under the node that it names. `warnings` gets a line
+/// for each reason why other lights are left out, such as their kind.
 void import_lights(const aiScene& model, const NodeIndex& nodes, HeldObjects& held,
                    std::vector<std::string>& warnings);
 

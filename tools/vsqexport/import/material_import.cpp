@@ -17,7 +17,7 @@ struct SlotSource {
     aiTextureType type;
 };
 
-// Of several sources of a slot the first that the material has is taken.
+// If a slot has several sources, the first one that the material has is taken.
 constexpr SlotSource kSlotSources[] = {
     {memhost::kDiffuseSlot, aiTextureType_DIFFUSE},
     {memhost::kDiffuseSlot, aiTextureType_BASE_COLOR},
@@ -28,7 +28,7 @@ constexpr SlotSource kSlotSources[] = {
     {memhost::kBumpSlot, aiTextureType_NORMAL_CAMERA},
 };
 
-// What the host gives a new material.
+// The host's default for a new material.
 constexpr Color kDefaultDiffuse(0.588f, 0.588f, 0.588f);
 
 Color color_of(const aiMaterial& source, const char* key, const Color& fallback) {
@@ -36,7 +36,7 @@ Color color_of(const aiMaterial& source, const char* key, const Color& fallback)
     return source.Get(key, 0, 0, color) == AI_SUCCESS ? Color(color.r, color.g, color.b) : fallback;
 }
 
-// Scaled first, then turned around the middle of the image, then moved.
+// Scales first, then rotates around the middle of the image, then moves.
 Matrix3 uv_transform_of(const aiMaterial& source, aiTextureType type) {
     aiUVTransform transform;
     if (source.Get(AI_MATKEY_UVTRANSFORM(type, 0), transform) != AI_SUCCESS) {
@@ -51,7 +51,7 @@ Matrix3 uv_transform_of(const aiMaterial& source, aiTextureType type) {
     return matrix * memhost::translation(transform.mTranslation.x, transform.mTranslation.y, 0);
 }
 
-// Height 0 marks the bytes of an image file, as many as the width tells.
+// A texture of height 0 holds the bytes of an image file, and its width is their number.
 std::vector<unsigned char> file_bytes(const aiTexture& texture) {
     const auto* bytes = reinterpret_cast<const unsigned char*>(texture.pcData);
     return {bytes, bytes + texture.mWidth};
@@ -106,7 +106,7 @@ Mtl* ModelMaterials::make(const aiMaterial& source, unsigned index) {
     return &material;
 }
 
-// Null if the material has none of that type, or one that can't be had.
+// Null if the material has no texture of that type, or one that can't be loaded.
 Texmap* ModelMaterials::map_of(const aiMaterial& source, aiTextureType type) {
     aiString path;
     unsigned set = 0;
@@ -136,7 +136,7 @@ Texmap* ModelMaterials::embedded_map(const aiTexture& texture, const std::string
     } else {
         const auto bytes = std::make_shared<std::vector<unsigned char>>(file_bytes(texture));
         if (!memhost::image_size(*bytes)) {
-            warn("the embedded texture " + name + " is no image that can be read");
+            warn("the embedded texture " + name + " is not a readable image");
             return nullptr;
         }
         painter = memhost::picture([bytes] { return memhost::decode_image(*bytes); });
@@ -144,14 +144,14 @@ Texmap* ModelMaterials::embedded_map(const aiTexture& texture, const std::string
     return &scene_.make<memhost::ProceduralMap>(painter).channel(channel);
 }
 
-// A file that isn't there keeps its map, as in the host, where the user can still put it there.
+// A missing file still gets its map, as in the host, where the user can supply the file later.
 Texmap* ModelMaterials::file_map(const std::string& name, const Matrix3& map_from_mesh,
                                  int channel) {
     const auto found = files_.find(name);
     if (!found) {
-        warn("the texture " + name + " is nowhere to be found");
+        warn("the texture " + name + " is not found");
     } else if (!memhost::read_image_size(memhost::units_from_utf8(found->u8string()))) {
-        warn("the texture " + found->u8string() + " is no image that can be read");
+        warn("the texture " + found->u8string() + " is not a readable image");
     }
     return &scene_.bitmap(found ? found->u8string() : name)
                 .uv_transform(map_from_mesh)

@@ -11,12 +11,13 @@
 
 namespace vsqexport {
 
-/// A model's materials as Standard materials of the host. Each is made when it is first asked for;
-/// nodes then share it. Textures that are files become bitmap maps, those inside the model maps
-/// that draw themselves.
+/// A model's materials as Standard materials of the host. Each is made when it is first asked for
+/// and is then shared by its nodes. Texture files become bitmap maps, and textures inside the model
+/// become procedural maps.
 class ModelMaterials {
 public:
-    /// `warnings` gets a line for each texture that can't be had. All must outlive the object.
+    /// `warnings` gets a line for each texture that can't be loaded. `model`, `scene` and
+    /// `warnings` must outlive the object.
     ModelMaterials(const aiScene& model, const std::filesystem::path& model_folder,
                    memhost::SceneBuilder& scene, std::vector<std::string>& warnings);
 
@@ -34,7 +35,7 @@ private:
     memhost::SceneBuilder& scene_;
     std::vector<std::string>& warnings_;
     TextureFiles files_;
-    std::vector<Mtl*> made_;  // null: not yet
+    std::vector<Mtl*> made_;  // by index; null until asked for
     std::set<std::string> warned_;
 };
 

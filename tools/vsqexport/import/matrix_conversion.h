@@ -6,7 +6,7 @@
 
 namespace vsqexport {
 
-/// Assimp's column vectors, whose rows lie beside one another, as the host's row vectors.
+/// Converts assimp's matrix, made for column vectors, to the host's, made for row vectors.
 Matrix3 host_matrix(const aiMatrix4x4& matrix);
 
 bool is_identity(const Matrix3& matrix);

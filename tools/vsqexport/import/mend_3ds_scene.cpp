@@ -15,7 +15,7 @@
 namespace vsqexport {
 namespace {
 
-using Targets = std::map<std::string, std::vector<aiVectorKey>>;  // by the camera, ascending
+using Targets = std::map<std::string, std::vector<aiVectorKey>>;  // by camera; keys ascending
 
 enum Chunk : std::uint16_t {
     kMain = 0x4D4D,
@@ -28,7 +28,7 @@ enum Chunk : std::uint16_t {
     kPositionTrack = 0xB020,
 };
 
-// Takes numbers off the front of a chunk's bytes; behind their end there are zeros.
+// Removes a number from the front of a chunk's bytes; returns 0 if there are too few.
 template <typename Number>
 Number take(std::string_view& bytes) {
     Number number = 0;
@@ -59,7 +59,7 @@ std::vector<aiVectorKey> take_track(std::string_view bytes) {
     std::vector<aiVectorKey> keys;
     for (auto left = take<std::uint32_t>(bytes); left > 0 && !bytes.empty(); --left) {
         const double frame = take<std::uint32_t>(bytes);
-        // A bit for each of the numbers that bend the curve at the key.
+        // Each bit announces one parameter of the curve at the key.
         for (auto bits = take<std::uint16_t>(bytes) & 0x1Fu; bits != 0; bits &= bits - 1) {
             take<float>(bytes);
         }
@@ -88,7 +88,7 @@ void read_object(std::string_view bytes, Targets& targets) {
     const std::string name = take_text(bytes);
     for_each_chunk(bytes, [&](std::uint16_t id, std::string_view camera) {
         if (id == kCamera) {
-            take_vector(camera);  // its place
+            take_vector(camera);  // the camera's position
             targets[name] = {aiVectorKey(0, take_vector(camera))};
         }
     });
@@ -139,8 +139,8 @@ aiVector3D value_at(const aiVectorKey* keys, std::size_t count, double time) {
     return last.mValue + (next->mValue - last.mValue) * static_cast<float>(part);
 }
 
-// Turns the negative z axis to `direction` and keeps the y axis as high as it can be; z is up in
-// the file. What hangs on a camera is placed in this frame.
+// Rotates the negative z axis to `direction` and keeps the y axis as high as possible; z is up in
+// the file. The file places a camera's children in this frame.
 aiMatrix3x3 aim(const aiVector3D& direction) {
     constexpr float kNoLength = 1e-6f;
     if (!(direction.Length() > kNoLength)) {
@@ -153,7 +153,7 @@ aiMatrix3x3 aim(const aiVector3D& direction) {
     return {x.x, y.x, z.x, x.y, y.y, z.y, x.z, y.z, z.z};
 }
 
-// In motions the reader rolls a camera around its x axis instead of the direction that it looks in.
+// In animations the reader rolls a camera around its x axis instead of its viewing direction.
 aiQuaternion mended_roll(const aiQuaternion& roll) {
     return {roll.w, 0, 0, 0 - roll.x};
 }
@@ -186,9 +186,9 @@ void aim_node(aiNode& node, const aiVector3D& target) {
     node.mTransformation = moved * aiMatrix4x4(aim(target - place) * roll);
 }
 
-// What moves has a key at every frame from here on, since its turn isn't even from key to key.
+// A moving camera or target gets a key at every frame, since its rotation isn't even between keys.
 void aim_channel(aiNodeAnim& channel, const std::vector<aiVectorKey>& targets) {
-    constexpr double kMostFrames = 108000;  // an hour of them
+    constexpr double kMostFrames = 108000;  // an hour at 30 a second
     if (channel.mNumPositionKeys == 0 || channel.mNumRotationKeys == 0) {
         return;
     }

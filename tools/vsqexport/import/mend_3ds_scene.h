@@ -6,12 +6,12 @@
 
 namespace vsqexport {
 
-/// Gives the cameras and lights of a 3DS file what assimp's reader loses on the way.
+/// Restores the data on the cameras and lights of a 3DS file that assimp's reader loses.
 ///
-/// The file gives a camera a place, a target and a roll. The reader drops the target, so that all
-/// cameras look straight up, rolls them around the wrong axis, and gives places twice, in the node
-/// and in the camera or light. Afterwards the nodes alone hold it all, their motion included. The
-/// aim of a camera that hangs on another node is left as it is.
+/// The file gives a camera a position, a target and a roll. The reader drops the target, so that
+/// all cameras look straight up. It also rolls them around the wrong axis, and repeats the position
+/// of a node in its camera or light. Afterwards only the nodes hold positions, directions and
+/// motion. A camera whose node is a child of another node keeps the direction that it has.
 void mend_3ds_scene(const aiScene& model, const std::filesystem::path& file);
 
 }  // namespace vsqexport

@@ -7,7 +7,7 @@
 namespace vsqexport {
 namespace {
 
-// What normals go through so that they stay square to a surface that goes through `matrix`.
+// The transposed inverse, which keeps normals perpendicular to a surface that `matrix` transforms.
 Matrix3 matrix_of_normals(const Matrix3& matrix) {
     const Matrix3 inverse = Inverse(matrix);
     const Point3 rows[3] = {inverse.GetRow(0), inverse.GetRow(1), inverse.GetRow(2)};
@@ -66,7 +66,7 @@ void MeshDeformation::move_to_targets(TimeValue t, Mesh& mesh) const {
     }
 }
 
-// Vertices that hang on no bone stay where they are in the mesh's space.
+// Vertices without bones stay where they are in the mesh's space.
 void MeshDeformation::move_with_bones(TimeValue t, Mesh& mesh) const {
     std::vector<Matrix3> matrices;
     pose_.at(t, matrices);

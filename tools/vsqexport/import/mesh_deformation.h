@@ -12,8 +12,8 @@
 
 namespace vsqexport {
 
-/// What moves the vertices and the specified normals of a mesh: first the targets that it is on the
-/// way to, then the bones that it hangs on.
+/// Moves the vertices and the specified normals of a mesh: first by its morph targets, then by its
+/// bones.
 class MeshDeformation {
 public:
     /// A change of one vertex or normal.
@@ -21,24 +21,25 @@ public:
         std::uint32_t number;
         Point3 by;
     };
-    /// The targets of a part of the mesh.
+    /// The morph targets of one part of the mesh.
     struct Morph {
         std::shared_ptr<const MorphMotion> motion;  // can be null
-        std::vector<float> rest_weights;            // of targets whose weight doesn't change
+        std::vector<float> rest_weights;            // by target, for those without keys
         std::vector<std::vector<Shift>> vertices;   // by target
         std::vector<std::vector<Shift>> normals;
     };
     struct Bone {
-        std::size_t joint;  // of the pose
+        std::size_t joint;  // index in the pose
         Matrix3 bone_from_mesh;
     };
 
     bool is_still() const;
 
-    /// The ticks around `t` in which the mesh stays as it is.
+    /// The ticks around `t` in which the mesh keeps its shape.
     Interval validity(TimeValue t) const;
 
-    /// `at_rest` is the mesh that the deformation was made for, and `mesh` the same as of any time.
+    /// Gives `mesh` its shape at `t`. `at_rest` is the mesh that the deformation was made for, and
+    /// `mesh` is a copy of it in the shape of any time.
     void apply(TimeValue t, const Mesh& at_rest, Mesh& mesh) const;
 
 private:
@@ -49,11 +50,11 @@ private:
     void move_to_targets(TimeValue t, Mesh& mesh) const;
     void move_with_bones(TimeValue t, Mesh& mesh) const;
 
-    ModelPose pose_;  // seen from the node that shows the mesh
+    ModelPose pose_;  // relative to the node that shows the mesh
     std::vector<Morph> morphs_;
     std::vector<Bone> bones_;
     std::vector<BoneWeights::Influence> influences_;  // vertex by vertex
-    std::vector<std::size_t> ends_;                   // of each vertex in that list
+    std::vector<std::size_t> ends_;                   // each vertex's end in `influences_`
     std::vector<Point3> rest_normals_;
     std::vector<std::uint32_t> vertex_of_normal_;
 };

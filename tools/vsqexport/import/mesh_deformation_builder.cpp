@@ -12,7 +12,7 @@ namespace {
 
 using Shift = MeshDeformation::Shift;
 
-// The changes that are any, from `rest` to `target`, or `target` itself if it holds changes.
+// The offsets other than 0 from `rest` to `target`, or those in `target` if it holds offsets.
 std::vector<Shift> shifts(const aiVector3D* rest, const aiVector3D* target, bool is_change,
                           unsigned count, std::uint32_t first_number) {
     std::vector<Shift> result;
@@ -37,7 +37,7 @@ void MeshDeformationBuilder::add_part(const aiMesh& mesh, const BoneWeights& bon
     first_source_ += mesh.mNumVertices;
 }
 
-// Parts that hang on the same bones share them.
+// Parts with the same bone share it.
 std::size_t MeshDeformationBuilder::number_of(const BoneWeights::Bone& bone) {
     const std::size_t joint = result_.pose_.add(*bone.node, animation_);
     std::array<float, 12> numbers;
@@ -139,7 +139,7 @@ MeshDeformation MeshDeformationBuilder::finish(Mesh& mesh,
         }
     }
 
-    // Of the sources that have become one vertex, the first one speaks for all.
+    // Sources that have become one vertex move in the same way, so the first one stands for all.
     std::vector<BoneWeights::Influence> influences;
     std::vector<std::size_t> ends;
     for (const std::uint32_t source : source_of_vertex) {

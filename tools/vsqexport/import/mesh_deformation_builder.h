@@ -13,17 +13,17 @@
 
 namespace vsqexport {
 
-/// A mesh that another one can be on the way to.
+/// A morph target of a mesh.
 struct MorphTarget {
     const aiAnimMesh* mesh;
     float rest_weight;
-    bool is_change;  ///< it holds changes of positions and not the positions themselves
+    bool is_change;  ///< the target holds offsets of positions, not positions
 };
 
-/// Makes the deformation of a mesh that is joined of a model's parts:
+/// Builds the deformation of a mesh that is joined from a model's parts:
 ///
 ///     MeshDeformationBuilder builder(node, animation);
-///     builder.add_part(...);  // each, in their order
+///     builder.add_part(...);  // for each part, in order
 ///     join_parts(parts, builder.motion_numbers(), mesh, vertex_of_source);
 ///     MeshDeformation deformation = builder.finish(mesh, vertex_of_source);
 class MeshDeformationBuilder {
@@ -36,18 +36,18 @@ public:
                   const std::vector<MorphTarget>& targets,
                   std::shared_ptr<const MorphMotion> motion);
 
-    /// A number for each source, which is a vertex of a part, counted through all parts. Those with
-    /// one number move alike.
+    /// A number for each source, which is a vertex of a part, counted through all parts. Sources
+    /// with the same number move in the same way.
     std::vector<std::uint32_t> motion_numbers() const;
 
-    /// Once only.
+    /// Call this only once.
     MeshDeformation finish(Mesh& mesh, const std::vector<std::uint32_t>& vertex_of_source);
 
 private:
-    // One thing that moves a source: a bone with its weight, or a target with its change.
+    // Something that moves a source: a bone or a target.
     struct Pull {
-        std::size_t by;
-        std::array<float, 3> how;
+        std::size_t by;            // the index of a bone, or of a target counted after the bones
+        std::array<float, 3> how;  // a bone's weight, or a target's offset
     };
 
     std::size_t number_of(const BoneWeights::Bone& bone);
@@ -57,8 +57,8 @@ private:
     std::vector<std::vector<Pull>> pulls() const;
 
     const ModelAnimation& animation_;
-    MeshDeformation result_;          // by source, until there is a mesh
-    std::uint32_t first_source_ = 0;  // of the part under way
+    MeshDeformation result_;          // indexed by source until `finish`
+    std::uint32_t first_source_ = 0;  // of the part that is added next
     std::map<std::pair<std::size_t, std::array<float, 12>>, std::size_t> bone_numbers_;
 };
 

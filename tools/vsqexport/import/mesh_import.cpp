@@ -10,9 +10,9 @@ Point3 point_of(const aiVector3D& v) {
     return {v.x, v.y, v.z};
 }
 
-// Gives each distinct position a number, in the order of their coming. Positions are told apart by
-// their bits, so that one that isn't a number has its place as well; only the two zeros are one.
-// Those that move in different ways are different as well.
+// Numbers distinct positions in the order in which they come. Positions are compared by their bits,
+// so that NaN works as well; only the two zeros count as equal. Positions that move in different
+// ways are distinct.
 class PositionNumbers {
 public:
     PositionNumbers(std::size_t expected, bool has_motions) : has_motions_(has_motions) {
@@ -60,7 +60,7 @@ private:
 
     std::vector<std::uint32_t> slots_;  // open addressing, at most half of them taken
     std::vector<Point3> positions_;
-    std::vector<std::uint32_t> motions_;  // of the positions, if there are any
+    std::vector<std::uint32_t> motions_;  // by position; empty if nothing moves
     bool has_motions_;
 };
 
@@ -68,7 +68,7 @@ bool is_triangle(const aiFace& face) {
     return face.mNumIndices == 3;
 }
 
-// The parts with their sources: a source is a vertex of a part, counted through all parts.
+// A source is a vertex of a part, counted through all parts.
 struct Sources {
     std::uint32_t count = 0;
     std::vector<std::uint32_t> first_of_part;
@@ -102,7 +102,7 @@ void for_each_triangle(const std::vector<MeshPart>& parts, const Sources& source
     }
 }
 
-// The vertices that triangles use, one for each position.
+// Copies the triangles to `target`, with one vertex for each position that they use.
 void take_faces(const std::vector<MeshPart>& parts, const Sources& sources,
                 const std::vector<std::uint32_t>& motion_numbers, Mesh& target,
                 std::vector<std::uint32_t>& vertex_of_source) {
@@ -160,7 +160,7 @@ void take_coordinates(const std::vector<MeshPart>& parts, const Sources& sources
                       });
 }
 
-// A normal without a direction says nothing.
+// False for a normal that is zero or not finite.
 bool is_direction(const aiVector3D& normal) {
     const float length = normal.SquareLength();
     return std::isfinite(length) && length > 0;

@@ -9,7 +9,7 @@
 
 namespace vsqexport {
 
-/// False for a mesh one of whose faces names a vertex that isn't there.
+/// False if a face of the mesh refers to a vertex that doesn't exist.
 bool faces_stay_in_range(const aiMesh& mesh);
 
 struct MeshPart {
@@ -17,23 +17,23 @@ struct MeshPart {
     MtlID material_id;
 };
 
-/// Stands for a source that no triangle uses.
+/// The vertex of a source that no triangle uses.
 inline constexpr std::uint32_t kNoVertex = 0xFFFFFFFF;
 
-/// Puts the triangles of `parts` together to one mesh of the host; points and lines are left out.
-/// False, with nothing changed, if there are no triangles.
+/// Joins the triangles of `parts` to one mesh of the host; leaves out points and lines. Returns
+/// false, with nothing changed, if there are no triangles.
 ///
-/// A file's reader splits a vertex by its normal and its coordinates; here all that lie at the same
-/// place are one again, and what split them are specified normals, explicit at each corner, and the
-/// vertices of the mapping channels. Coordinates 0 come to channel 1, and so on. A triangle without
-/// a full set of normals is in smoothing group 1.
+/// The readers split vertices that have several normals or coordinates. Here all vertices at the
+/// same position become one again. Their normals become specified normals, explicit at each corner,
+/// and their coordinates become vertices of mapping channels: set 0 goes to channel 1, and so on. A
+/// triangle without normals at all corners is in smoothing group 1.
 bool join_parts(const std::vector<MeshPart>& parts, Mesh& target);
 
-/// The same for parts that move: only vertices with the same motion number become one.
+/// Joins parts that move: only vertices with the same motion number become one.
 ///
-/// A source is a vertex of a part, counted through all parts; each has a motion number, and
-/// `vertex_of_source` gets the vertex that it has become. Specified normals are numbered as
-/// sources.
+/// A source is a vertex of a part, counted through all parts. `motion_numbers` has a number for
+/// each source, and `vertex_of_source` gets the vertex that each has become. Specified normals have
+/// the numbers of their sources.
 bool join_parts(const std::vector<MeshPart>& parts,
                 const std::vector<std::uint32_t>& motion_numbers, Mesh& target,
                 std::vector<std::uint32_t>& vertex_of_source);

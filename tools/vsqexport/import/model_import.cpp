@@ -42,7 +42,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Paths and the messages of parsers can hold anything; the user gets one line.
+// Paths and messages of parsers can contain line feeds; the user gets one line.
 std::string one_line(const std::string& text) {
     std::string line;
     for (const char c : text) {
@@ -59,7 +59,7 @@ std::string one_line(const std::string& text) {
     throw std::runtime_error(one_line(path_utf8 + ": " + reason));
 }
 
-// Tells what assimp says unclearly or not at all.
+// Reports the failures that assimp reports unclearly or not at all.
 void check_file(const std::string& path_utf8) {
     const fs::path path = fs::u8path(path_utf8);
     std::error_code error;
@@ -85,11 +85,11 @@ void check_file(const std::string& path_utf8) {
         fail(path_utf8, errno ? std::strerror(errno) : "the file can't be opened");
     }
     if (!off_counts_fit_file(file)) {
-        fail(path_utf8, "the header counts more than the file can hold");
+        fail(path_utf8, "the header promises more than the file can hold");
     }
 }
 
-// Whatever a reader throws becomes one line.
+// Turns whatever a reader throws into a failure of one line.
 template <typename Step>
 const aiScene* guarded(const std::string& path_utf8, const Step& step) {
     try {
@@ -103,7 +103,7 @@ const aiScene* guarded(const std::string& path_utf8, const Step& step) {
     }
 }
 
-// The scene belongs to the importer.
+// The importer owns the scene.
 const aiScene& read_scene(Assimp::Importer& importer, const std::string& path_utf8) {
     // COLLADA nodes have an id and a name; the user knows the name.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
@@ -113,8 +113,8 @@ const aiScene& read_scene(Assimp::Importer& importer, const std::string& path_ut
         return *scene;
     }
 
-    // A file of no known ending is tried with whatever reader its content resembles, and what that
-    // one has to say misleads.
+    // If assimp doesn't know the extension, it tries a reader that the content resembles, whose
+    // message would mislead.
     const std::string extension = fs::u8path(path_utf8).extension().u8string();
     if (!importer.IsExtensionSupported(extension)) {
         fail(path_utf8, "its format is not known");
@@ -126,7 +126,7 @@ const aiScene& read_scene(Assimp::Importer& importer, const std::string& path_ut
     fail(path_utf8, reason);
 }
 
-// Makes every polygon triangles.
+// Splits polygons into triangles.
 void split_polygons(Assimp::Importer& importer, const std::string& path_utf8) {
     const auto split = [&] { return importer.ApplyPostProcessing(aiProcess_Triangulate); };
     if (!guarded(path_utf8, split)) {
@@ -138,8 +138,8 @@ std::string name_of(const aiNode& node) {
     return node.mName.C_Str();
 }
 
-// True for a root that assimp made to have one, by the names that its readers give it: none,
-// "ROOT", "RootNode", or something in angle brackets.
+// True for a root that assimp has added. Its readers give such a root no name, "ROOT", "RootNode",
+// or a name in angle brackets.
 bool is_wrapper(const aiNode& root) {
     const std::string name = name_of(root);
     const bool is_made_up = name.empty() || name == "ROOT" || name == "RootNode" ||
@@ -147,9 +147,9 @@ bool is_wrapper(const aiNode& root) {
     return is_made_up && root.mNumMeshes == 0;
 }
 
-// Adds a model's nodes to a scene: places, meshes with their materials, cameras and lights. Nodes
-// that show the same meshes share one object, but for meshes with bones or morph targets: how these
-// are depends on the node.
+// Adds a model's nodes to a scene: transforms, meshes with their materials, cameras and lights.
+// Nodes that show the same meshes share one object, unless the meshes have bones or morph targets:
+// the shape of these depends on the node.
 class NodeImport {
 public:
     NodeImport(const aiScene& model, ModelMaterials& materials, memhost::SceneBuilder& scene,
@@ -165,8 +165,8 @@ public:
     void add_all();
 
 private:
-    // A node whose children are still to be added. A camera or a light can have the node's matrix
-    // differ from the file's; the children of the file's node then come back by `own_from_file`.
+    // A node whose children are still to be added. If it holds a camera or a light, its matrix can
+    // differ from the file's, and `own_from_file` corrects its children for that.
     struct Placed {
         memhost::NodeBuilder builder;
         const aiNode* node;
@@ -283,8 +283,8 @@ bool NodeImport::show_meshes(const memhost::NodeBuilder& builder, const aiNode& 
     return true;
 }
 
-// A node has one object. Where a mesh or a camera is in the way, a camera or a light gets a node of
-// its own below; else the node is turned and moved to where its object has to be.
+// A node has one object. If it already has one, a camera or a light gets a child node of its own.
+// Otherwise the node itself is rotated and moved to where the camera or light has to be.
 NodeImport::Placed NodeImport::add(const memhost::NodeBuilder& builder, const aiNode& node,
                                    const Matrix3& parent_from_file) {
     bool is_taken = show_meshes(builder, node);
@@ -310,7 +310,7 @@ NodeImport::Placed NodeImport::add(const memhost::NodeBuilder& builder, const ai
     return {builder, &node, own_from_file};
 }
 
-// A file can nest its nodes thousands deep, so the tree is walked with a list of what is left.
+// A file can nest its nodes thousands deep, so the tree is walked without recursion.
 void NodeImport::add_below(const Placed& top) {
     std::vector<Placed> left = {top};
     while (!left.empty()) {
@@ -327,7 +327,7 @@ void NodeImport::add_below(const Placed& top) {
     }
 }
 
-// True for a node that has nothing but children and stays in its place.
+// True for a node that has only children and doesn't move.
 bool NodeImport::is_bare(const aiNode& node) const {
     return node.mNumMeshes == 0 && !animation_->animates(node) && held_.count(&node) == 0;
 }
@@ -344,13 +344,13 @@ void NodeImport::add_all() {
     }
 }
 
-// A mesh that names vertices which it hasn't would have whatever comes next read past its end.
+// The steps that follow would read past the end of a mesh whose faces refer to missing vertices.
 void empty_broken_meshes(const aiScene& model, std::vector<std::string>& warnings) {
     for (unsigned i = 0; i < model.mNumMeshes; ++i) {
         aiMesh& mesh = *model.mMeshes[i];
         if (!faces_stay_in_range(mesh)) {
             warnings.push_back("the mesh \"" + std::string(mesh.mName.C_Str()) +
-                               "\" is left out: its faces name vertices that it hasn't");
+                               "\" is left out: its faces refer to vertices that it doesn't have");
             mesh.mNumFaces = 0;
         }
     }

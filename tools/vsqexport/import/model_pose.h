@@ -13,27 +13,27 @@
 
 namespace vsqexport {
 
-/// Where some nodes of a model are over time, as seen from one of them.
+/// The transforms of some nodes of a model over time, relative to one of them.
 class ModelPose {
 public:
     ModelPose(const aiNode& base, const ModelAnimation& animation) : base_(add(base, animation)) {}
 
-    /// Gives the node's place in the lists of `at`.
+    /// Returns the node's index in the list that `at` fills.
     std::size_t add(const aiNode& node, const ModelAnimation& animation);
 
     bool is_still() const;
 
-    /// Fills `base_from_node` with the matrices of all nodes added and of those above them.
+    /// Fills `base_from_node` with the matrices of all added nodes and of their ancestors.
     void at(TimeValue t, std::vector<Matrix3>& base_from_node) const;
 
-    /// The ticks around `t` at which everything stays where it is.
+    /// The ticks around `t` at which all nodes stay where they are.
     Interval validity(TimeValue t) const;
 
 private:
     struct Joint {
-        std::shared_ptr<const NodeMotion> motion;  // null for one that stays
+        std::shared_ptr<const NodeMotion> motion;  // null if the node never moves
         Matrix3 rest;
-        std::size_t parent;  // an earlier joint, or itself at the top
+        std::size_t parent;  // the index of an earlier joint, or its own index at the top
     };
 
     std::vector<Joint> joints_;

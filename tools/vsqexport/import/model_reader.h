@@ -10,7 +10,7 @@ namespace vsqexport {
 inline constexpr const char* k3dsReader = "Discreet 3DS Importer";
 inline constexpr const char* kFbxReader = "Autodesk FBX Importer";
 
-/// The name of the assimp reader that a model comes from, as far as it says.
+/// The name of the assimp reader that a model comes from; empty if the model doesn't say.
 inline std::string reader_of(const aiScene& model) {
     aiString reader;
     if (model.mMetaData) {

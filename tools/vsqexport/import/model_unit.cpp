@@ -15,7 +15,7 @@ struct FormatUnit {
     int unit;
 };
 
-// Formats that fix their unit, and COLLADA, whose reader turns everything to metres.
+// Formats that fix their unit, and COLLADA, whose reader converts everything to metres.
 constexpr FormatUnit kFormatUnits[] = {
     {".gltf", UNITS_METERS},
     {".glb", UNITS_METERS},
@@ -34,7 +34,7 @@ constexpr CentimetreUnit kCentimetreUnits[] = {
     {160934.4, UNITS_MILES},
 };
 
-// FBX tells how many centimetres a unit has.
+// FBX files give the length of a unit in centimetres.
 std::optional<int> unit_of_metadata(const aiScene& model) {
     float as_float = 0;
     double centimetres = 0;

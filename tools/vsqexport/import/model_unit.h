@@ -7,8 +7,8 @@
 
 namespace vsqexport {
 
-/// The unit in which a model's lengths come, one of `UNITS_...`; nothing where neither the format
-/// nor the file says. `extension` has its dot.
+/// The unit of a model's lengths, one of `UNITS_...`; nothing if neither the format nor the file
+/// specifies one. `extension` includes its dot.
 std::optional<int> unit_of_model(const aiScene& model, const std::string& extension);
 
 }  // namespace vsqexport

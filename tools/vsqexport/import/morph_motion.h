@@ -10,7 +10,7 @@
 
 namespace vsqexport {
 
-/// How far a mesh is on the way to each of its morph targets, at any tick of the host.
+/// The weights of a mesh's morph targets at any tick of the host.
 class MorphMotion {
 public:
     MorphMotion(const aiMeshMorphAnim& channel, double file_ticks_per_second);
@@ -19,13 +19,13 @@ public:
 
     bool is_still() const;
 
-    /// The last key's time; 0 if there are no keys past that.
+    /// The last key's time; 0 if there are no keys after time 0.
     double end_seconds() const;
 
     /// Sets the weights of the targets that have keys.
     void apply(TimeValue t, std::vector<float>& weights) const;
 
-    /// Narrows `valid` to the ticks around `t` at which the weights stay as they are.
+    /// Narrows `valid` to the ticks around `t` at which the weights stay the same.
     void narrow_to_rest(TimeValue t, Interval& valid) const;
 
 private:

@@ -7,13 +7,13 @@
 
 namespace vsqexport {
 
-/// Finds the nodes that a model's cameras, lights and animations name: of several with one name
-/// the first, parents before their children.
+/// Finds the nodes that a model's cameras, lights and animations name. If several nodes share a
+/// name, it is the first one's, with parents before their children.
 class NodeIndex {
 public:
     explicit NodeIndex(const aiScene& model);
 
-    /// Null if no node is named so.
+    /// Null if no node has that name.
     const aiNode* find(const aiString& name) const;
 
 private:

@@ -22,7 +22,7 @@ double dot(const Quaternion& a, const Quaternion& b) {
     return a[0] * b[0] + a[1] * b[1] + a[2] * b[2] + a[3] * b[3];
 }
 
-// One without a length turns nothing.
+// A quaternion of length 0 becomes no rotation.
 Quaternion normalized(const Quaternion& q) {
     const double length = std::sqrt(dot(q, q));
     if (length == 0.0) {
@@ -42,7 +42,7 @@ std::array<double, N> weighted_sum(const std::array<double, N>& a, double weight
 }
 
 Quaternion between(const Quaternion& a, const Quaternion& b, double part) {
-    constexpr double kNoArc = 1e-9;  // of the cosine: the two are as good as parallel
+    constexpr double kNoArc = 1e-9;  // of the cosine; below this the two are practically parallel
     const double cosine = dot(a, b);
     if (1.0 - cosine < kNoArc) {
         return normalized(weighted_sum(a, 1.0 - part, b, part));
@@ -58,13 +58,13 @@ bool is_finite(const std::array<double, N>& value) {
     return std::all_of(value.begin(), value.end(), [](double n) { return std::isfinite(n); });
 }
 
-// A motion that goes on for long can leave what a float holds.
+// A motion that is extrapolated for long can leave the range of a float.
 float narrow(double number) {
     constexpr double kMost = std::numeric_limits<float>::max();
     return static_cast<float>(std::clamp(number, -kMost, kMost));
 }
 
-// What the node's own matrix says of its components, where it says it.
+// The components of the node's own matrix; defaults for those that aren't finite.
 struct Rest {
     explicit Rest(const aiMatrix4x4& matrix) {
         aiVector3D matrix_scale;
@@ -109,7 +109,7 @@ NodeMotion::NodeMotion(const aiNodeAnim& channel, const aiMatrix4x4& rest_matrix
     rotations_.finish(rest.rotation, channel.mPreState, channel.mPostState);
     scales_.finish(rest.scale, channel.mPreState, channel.mPostState);
 
-    // Of the two signs that a rotation can have, the one that is nearer to the key before.
+    // A quaternion and its negative are the same rotation; take the one nearer to the previous key.
     rotations_.for_each_pair([](const Quaternion& before, Quaternion& rotation) {
         if (dot(before, rotation) < 0.0) {
             for (double& component : rotation) {

@@ -8,36 +8,36 @@
 
 namespace vsqexport {
 
-/// The motion of one node: what assimp's channel of keys says at any tick of the host.
+/// The motion of one node, computed at any tick of the host from assimp's channel of keys.
 ///
-/// Positions and scales go straight from key to key, rotations turn along the shorter arc. Before
-/// the first key and behind the last the nearest one holds, unless the channel says that the
-/// motion goes on or starts anew.
+/// Positions and scales are interpolated linearly between keys, rotations along the shorter arc.
+/// Before the first key and after the last, the nearest key holds, unless the channel says that the
+/// motion is extrapolated or repeats.
 class NodeMotion {
 public:
-    /// A component without keys stays as it is in `rest`, the node's own matrix. Keys may come in
-    /// any order; those with a time or a value that isn't a number are dropped.
+    /// A component without keys stays as it is in `rest`, the node's own matrix. Keys can come in
+    /// any order; those that hold NaN or infinity are dropped.
     NodeMotion(const aiNodeAnim& channel, const aiMatrix4x4& rest, double file_ticks_per_second);
 
     int dropped_keys() const { return dropped_keys_; }
 
-    /// True if the node is at one place for ever.
+    /// True if the node never moves.
     bool is_still() const;
 
-    /// The last key's time; below 0 if all come earlier.
+    /// The last key's time; below 0 if all keys come before time 0.
     double end_seconds() const;
 
-    /// From the node's space to its parent's.
+    /// The matrix from the node's space to its parent's.
     Matrix3 at(TimeValue t) const;
 
-    /// Narrows `valid` to the ticks around `t` at which the node stays where it is, as far as
-    /// unchanging keys tell it.
+    /// Narrows `valid` to the ticks around `t` at which the node stays where it is. Between
+    /// neighbouring keys that are not equal, this is `t` alone.
     void narrow_to_rest(TimeValue t, Interval& valid) const;
 
 private:
     double file_ticks_per_second_;
     KeyTrack<3> positions_;
-    KeyTrack<4> rotations_;  // w, x, y, z; of unit length, no more than a quarter turn apart
+    KeyTrack<4> rotations_;  // w, x, y, z; of unit length, with no negative dot product in between
     KeyTrack<3> scales_;
     int dropped_keys_ = 0;
 };

@@ -6,7 +6,7 @@
 namespace vsqexport {
 namespace {
 
-// Reads the next word, past comments. Fails at the end of the file.
+// Reads the next word and skips comments. False at the end of the file.
 bool read_word(std::istream& file, std::string& word) {
     while (file >> word) {
         if (word.front() != '#') {
@@ -17,7 +17,7 @@ bool read_word(std::istream& file, std::string& word) {
     return false;
 }
 
-// Text that is no number counts nothing; assimp can say what is wrong with it.
+// Text that isn't a number counts as 0; assimp can report what is wrong with it.
 std::uint64_t count_in(const std::string& word) {
     constexpr std::size_t kMostDigits = 18;
     if (word.find_first_not_of("0123456789") != std::string::npos) {
@@ -33,8 +33,7 @@ bool off_counts_fit_file(std::istream& file) {
     const std::uint64_t file_size = static_cast<std::uint64_t>(file.tellg());
     file.seekg(0);
 
-    // "OFF" has prefixes for what comes with a vertex, and "nOFF" the number of dimensions behind
-    // it.
+    // Prefixes of "OFF" say what belongs to a vertex; after "nOFF" comes the number of dimensions.
     constexpr std::size_t kMagicLength = 3;
     char head[16] = {};
     file.read(head, sizeof(head));

@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Below the model's folder, or beside it.
+// Relative to the model's folder.
 const std::vector<std::vector<std::string>> kUsualFolders = {
     {},         {"textures"}, {"texture"},        {"tex"},       {"maps"},
     {"images"}, {"bitmaps"},  {"..", "textures"}, {"..", "tex"}, {"..", "images"},
@@ -36,7 +36,7 @@ std::string with_slashes(std::string name) {
     return name;
 }
 
-// "%20" becomes a blank.
+// Resolves the escapes of a URL: "%20" becomes a blank.
 std::string unescaped(const std::string& name) {
     std::string text;
     for (std::size_t i = 0; i < name.size(); ++i) {
@@ -81,7 +81,7 @@ const std::vector<TextureFiles::Entry>& TextureFiles::entries_of(const fs::path&
         entries.emplace_back(folded(i->path().filename().u8string()),
                              folder / i->path().filename());
     }
-    // Of several that differ in their case alone, the same one is taken everywhere.
+    // The order makes every system take the same one of names that differ only in case.
     std::sort(entries.begin(), entries.end());
     return entries;
 }

@@ -9,17 +9,16 @@
 
 namespace vsqexport {
 
-/// Finds the image files that a model names. Such names come from other machines and systems: with
-/// backslashes, in other letter case, with the folders of whoever made the model, or escaped as in
-/// a URL.
+/// Finds the image files that a model names. The names come from other machines and systems: with
+/// backslashes, in other letter case, with folders of the model's author, or escaped as in a URL.
 class TextureFiles {
 public:
     explicit TextureFiles(std::filesystem::path model_folder)
         : model_folder_(std::move(model_folder)) {}
 
-    /// First the file as it is named; then, below the model's folder and in any letter case, as
-    /// much of the end of the name as there is; then the bare file name in the folders where
-    /// textures usually lie. Nothing if all fails.
+    /// Tries the name as it is; then, below the model's folder and in any letter case, the name
+    /// with ever more of its first folders removed; then the bare file name in folders where
+    /// textures usually are. Nothing if all of that fails.
     std::optional<std::filesystem::path> find(const std::string& name_utf8);
 
 private:
@@ -32,7 +31,7 @@ private:
     std::optional<std::filesystem::path> find_plain(const std::string& name);
 
     std::filesystem::path model_folder_;
-    std::map<std::filesystem::path, std::vector<Entry>> listed_;  // folders that were looked into
+    std::map<std::filesystem::path, std::vector<Entry>> listed_;  // contents of folders so far
 };
 
 }  // namespace vsqexport

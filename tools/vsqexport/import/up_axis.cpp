@@ -10,8 +10,8 @@
 namespace vsqexport {
 namespace {
 
-// Assimp's readers turn a scene to Y up on the way (3DS, ASE, COLLADA), hand on what the file says
-// (FBX), or do neither; these formats are Z up by definition and reach us so.
+// Some of assimp's readers rotate the scene to Y up (3DS, ASE, COLLADA), and some pass on the
+// file's up axis (FBX). These two do neither, and in their formats Z is always up.
 constexpr const char* kReadersOfZUp[] = {"Blender 3D Importer", "3mf Importer"};
 
 int up_axis(const aiScene& model) {
@@ -40,7 +40,7 @@ bool points_down(const aiScene& model) {
     return model.mMetaData && model.mMetaData->Get("UpAxisSign", sign) && sign < 0;
 }
 
-// Rotations that only exchange axes, so that no number is rounded.
+// These rotations only exchange axes, so that no number is rounded.
 Matrix3 turned_from(int up_axis) {
     switch (up_axis) {
         case 0:

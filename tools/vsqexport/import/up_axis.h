@@ -6,7 +6,7 @@ struct aiScene;
 
 namespace vsqexport {
 
-/// Turns the axis that is up in a scene read by assimp to the host's Z.
+/// The rotation of the axis that is up in a scene read by assimp to the host's Z.
 Matrix3 scene_from_model(const aiScene& model);
 
 }  // namespace vsqexport
