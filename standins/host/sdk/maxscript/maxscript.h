@@ -5,6 +5,9 @@
 #ifdef VSQ_HOST_GLOBAL_NAMES
 // See global_names.h.
 enum { ok, END };
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define thread_local(x) x
 #endif
 
