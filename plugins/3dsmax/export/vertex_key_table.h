@@ -59,19 +59,21 @@ private:
     // Walking longer chains would take time that grows with the square of their length.
     static constexpr int kLongestChain = 32;
 
-    // The vertices of a crowded host vertex that are not in its chain, by the grid cell that their
-    // key lies in. Cells with the same hash share a list.
+    // The vertices of a crowded host vertex that are not in its chain, in lists by the places of
+    // their normal and their two coordinates. Places with the same hash share a list.
     struct Crowd {
         std::vector<int> all;
-        std::vector<int> outside;  // those without a cell
-        std::unordered_map<std::uint64_t, std::vector<int>> cells;
+        std::unordered_map<std::uint64_t, std::vector<int>> lists;
+        bool has_open_places = false;  // whether vertices are also listed under "any place"
     };
 
     bool matches(int found, const VertexKey& wanted) const;
     int add(DWORD host_vertex, const VertexKey& key);
     void make_room(size_t vertices);
     int find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key);
-    int find_in_crowd(const Crowd& crowd, const VertexKey& key) const;
+    int find_in_crowd(Crowd& crowd, const VertexKey& key) const;
+    void list_in_open_places(Crowd& crowd, int number) const;
+    VertexKey key_of(int number) const;
     int first_match(const std::vector<int>& candidates, const VertexKey& key, int best) const;
 
     std::vector<int> heads_;  // the first vertex of each host vertex, or kNone
