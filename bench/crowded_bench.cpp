@@ -54,7 +54,7 @@ Mesh fan(int faces, Crowd crowd) {
 void extract(benchmark::State& state, int faces, Crowd crowd) {
     memhost::SceneBuilder scene;
     auto& map = scene.bitmap(L"missing.png").channel(kChannel);
-    auto& material = scene.make<memhost::StandardMaterial>(L"m").map(ID_DI, &map);
+    auto& material = scene.make<memhost::StandardMaterial>(L"m").map(memhost::kDiffuseSlot, &map);
     INode& node = scene.node(L"fan").material(crowd == Crowd::kNan ? &material : nullptr).node();
     Mesh mesh = fan(faces, crowd);
     const CopiedMesh copy(mesh);
