@@ -55,7 +55,11 @@ void extract(benchmark::State& state, int faces, Crowd crowd) {
     memhost::SceneBuilder scene;
     auto& map = scene.bitmap(L"missing.png").channel(kChannel);
     auto& material = scene.make<memhost::StandardMaterial>(L"m").map(memhost::kDiffuseSlot, &map);
-    INode& node = scene.node(L"fan").material(crowd == Crowd::kNan ? &material : nullptr).node();
+    auto fan_node = scene.node(L"fan");
+    if (crowd == Crowd::kNan) {
+        fan_node.material(material);
+    }
+    INode& node = fan_node.node();
     Mesh mesh = fan(faces, crowd);
     const CopiedMesh copy(mesh);
     const MaterialTable table = make_material_table(copy.mesh, &node, 0);
