@@ -30,11 +30,13 @@ Mesh fan(int faces, Crowd crowd) {
     }
     memhost::MeshBuilder builder(places, triangles);
     builder.groups(groups);
-    std::vector<memhost::Triangle> map_faces;
-    for (DWORD i = 0; crowd == Crowd::kNan && i < static_cast<DWORD>(faces); ++i) {
-        map_faces.push_back({i, i, i});
+    if (crowd == Crowd::kNan) {
+        std::vector<memhost::Triangle> map_faces;
+        for (DWORD i = 0; i < static_cast<DWORD>(faces); ++i) {
+            map_faces.push_back({i, i, i});
+        }
+        builder.map(kChannel, places, map_faces);
     }
-    builder.map(kChannel, places, map_faces);
     Mesh mesh = builder;
     if (crowd == Crowd::kNormals || crowd == Crowd::kNan) {
         MeshNormalSpec& spec = mesh.reset_normals(faces);
