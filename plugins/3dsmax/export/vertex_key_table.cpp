@@ -161,7 +161,8 @@ bool needs_open_places(const VertexKey& key) {
 
 }  // namespace
 
-void VertexKeyTable::begin(size_t host_vertices, size_t corners, bool has_coordinates) {
+void VertexKeyTable::begin(size_t host_vertices, size_t corners, size_t expected,
+                           bool has_coordinates) {
     // Only the host vertices of the last part need a reset.
     for (const DWORD host_vertex : host_vertices_) {
         heads_[host_vertex] = kNone;
@@ -176,7 +177,7 @@ void VertexKeyTable::begin(size_t host_vertices, size_t corners, bool has_coordi
     }
     corners_ = corners;
     has_coordinates_ = has_coordinates;
-    make_room(std::min(host_vertices, corners));
+    make_room(std::min(expected, corners));
 }
 
 void VertexKeyTable::make_room(size_t vertices) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -31,9 +32,10 @@ struct VertexKey {
 /// renderer's layout, so it needn't be copied. Storage is reused from one part to the next.
 class VertexKeyTable {
 public:
-    /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices. Without
-    /// texture coordinates only the normals are compared.
-    void begin(size_t host_vertices, size_t corners, bool has_coordinates);
+    /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices. `expected`
+    /// is how many output vertices there will probably be. Without texture coordinates only the
+    /// normals are compared.
+    void begin(size_t host_vertices, size_t corners, size_t expected, bool has_coordinates);
 
     /// The number of the output vertex with that key, which is added if there is none yet.
     int find_or_add(DWORD host_vertex, const VertexKey& key);
@@ -126,9 +128,8 @@ inline bool VertexKeyTable::matches(int found, const VertexKey& wanted) const {
 
 inline int VertexKeyTable::add(DWORD host_vertex, const VertexKey& key) {
     if (host_vertices_.size() == room_) {
-        // Once a part has more vertices than the mesh, it may need one per corner. Reserved memory
-        // that stays unused is never touched, while growing step by step would copy everything.
-        make_room(corners_);
+        // Not more than twice what is used: some systems count memory that was asked for.
+        make_room(std::min(corners_, 2 * room_));
     }
     const int number = static_cast<int>(host_vertices_.size());
     host_vertices_.push_back(host_vertex);
