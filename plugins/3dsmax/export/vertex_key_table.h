@@ -32,9 +32,9 @@ struct VertexKey {
 /// renderer's layout, so it needn't be copied. Storage is reused from one part to the next.
 class VertexKeyTable {
 public:
-    /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices. `expected`
-    /// is how many output vertices there will probably be. Without texture coordinates only the
-    /// normals are compared.
+    /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices.
+    /// `expected` is how many output vertices there will probably be. Without texture coordinates
+    /// only the normals are compared.
     void begin(size_t host_vertices, size_t corners, size_t expected, bool has_coordinates);
 
     /// The number of the output vertex with that key, which is added if there is none yet.
