@@ -111,10 +111,11 @@ TEST_F(MaterialConversion, KnowsEachSlotByItsName) {
 TEST_F(MaterialConversion, TakesTheCommonPropertiesOfOtherClasses) {
     auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(1, 2));
     material.diffuse({0.1f, 0.2f, 0.3f}).specular({0.4f, 0.5f, 4}).shininess(0.5f);
-    material.block(0).number(0, L"bump_map", 1).number(1, L"bump_map_amt", 1.5f);
+    material.block(0).map(0, L"bump_map", image("first")).number(1, L"bump_map_amt", 1.5f);
     wanted_.set_diffuse_color(0.1f, 0.2f, 0.3f);
     wanted_.set_specular_color(0.2f, 0.25f, 1);
     wanted_.set_bump_height(1.5f);
+    want_textures("", "", "first");
     expect_wanted(material);
     material.block(19).number(7, L"bump_map_amt", 2.5f).map(3, L"bump_map", image("block"));
     material.block(20).number(0, L"bump_map_amt", 9).map(1, L"bump_map", image("far"));

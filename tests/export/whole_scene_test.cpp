@@ -43,7 +43,7 @@ TimedColor color(const Clock& clock) {
 
 // A mesh whose vertices move at every tick, with two material ids.
 DeformingMesh waving(const Clock& clock) {
-    return DeformingMesh(box_mesh(1, 2, 3))
+    return DeformingMesh(box_mesh(1, 2, 3).map_positions(1))
         .moves([clock](TimeValue t, const Mesh& rest, Mesh& now) {
             for (int v = 0; v < now.numVerts; ++v) {
                 now.verts[v] = rest.verts[v] * (1.0f + number_at(clock(t)) * static_cast<float>(v));
@@ -87,14 +87,15 @@ void add_materials(SceneBuilder& scene, const Clock& clock, const Clock& shape_c
 void build(SceneBuilder& scene, const Clock& clock) {
     scene.animation_frames(kFirst, kLast);
     add_materials(scene, clock, clock);
+    const auto growing = [clock](TimeValue t) {
+        return std::vector<Spline3D>{polyline({{0, 0, 0}, {0, 0, 9000 * number_at(clock(t))}})};
+    };
     auto grass = std::make_shared<SplineObject>(std::vector<Spline3D>());
-    grass->renderable().thickness(number(clock)).grows([clock](TimeValue t) {
-        return std::vector<Spline3D>{polyline({{0, 0, 0}, {0, 0, number_at(clock(t))}})};
-    });
+    grass->renderable().thickness(number(clock)).grows(growing);
     scene.node(L"Grass").object(grass);
-    const std::vector<Spline3D> strand = {polyline({{0, 0, 0}, {0, 0, 9}})};
     scene.node(L"Hair")
-        .make_object<SplineObject>(strand)
+        .make_object<SplineObject>(std::vector<Spline3D>())
+        .grows(growing)
         .attribute(L"velmora_hair_and_fur_data")
         .number(0, L"velmora_start_radius", number(clock))
         .number(1, L"velmora_end_radius", number(clock))
