@@ -72,7 +72,11 @@ void add_materials(SceneBuilder& scene, const Clock& clock, const Clock& shape_c
     auto& block = scene.make<BlockMaterial>(L"Block", Class_ID(0x37BF3F2F, 0x7034695C));
     block.block(1).color(1, L"color", color(clock));
     auto& named = scene.make<BlockMaterial>(L"Named", Class_ID(0x3F2C5FAA, 0x750008BC));
-    named.block(0).map(0, L"texmap_bump", &drawn).number(5, L"amount", number(clock));
+    named.block(0).map(0, L"texmap_bump", &drawn);
+    for (const ParamID id : {1, 2, 3, 4}) {
+        named.block(0).number(id, L"other", 1);
+    }
+    named.block(0).number(5, L"amount", number(clock));
     auto& both = scene.make<MultiMaterial>(L"Both", std::vector<Mtl*>{&standard, &block, &named});
     const auto turn = [shape_clock](TimeValue t) {
         return rotation_x(30) * translation(static_cast<float>(shape_clock(t)), 1, 2);
