@@ -104,7 +104,7 @@ for scene in $scenes; do
     tail -n +2 "$received" | cmp - wanted || fail "$scene: the received scene differs"
 done
 [[ $started == running ]] || fail "there are no demo scenes"
-head -4 resources/sceneapi.log | tr -d '\r' |
+grep -v '^report_log' resources/sceneapi.log | head -4 | tr -d '\r' |
     sed -E 's/^velmoralive_loader.cpp:[0-9]+ - ..:..:..\.[0-9]{3} //; s/(0x)?[0-9a-fA-F]{6,}$/P/' >log
 [[ $(<log) == "DEBUG4:  $drive$bin/velmora-11
 DEBUG4:  initialize shared handle: P

@@ -3,6 +3,7 @@
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "plugins/3dsmax/export/group_flags.h"
+#include "plugins/3dsmax/export/name_notes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/node_object.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
@@ -39,8 +40,13 @@ void SceneExporter::ExportLayers() {
         BeginFlaggedGroup(*scene_, layer->getName());
         Tab<INode*> nodes;
         layer->Nodes(nodes);
+        NoteName(NotesOf(nullptr), layer->getName(), "the layer");
+        sibling_names_->begin(nodes.Count());
         for (int i = 0; i < nodes.Count(); ++i) {
             INode* node = nodes[i];
+            if (notes_ != nullptr) {
+                sibling_names_->NoteNext(*notes_, node);
+            }
             ReportProgress(node);
             BeginFlaggedGroup(*scene_, node->GetName());
             ExportLayerNode(node);
@@ -53,7 +59,11 @@ void SceneExporter::ExportLayers() {
 // In a scene by layers a node's group has no children, so a node that is hidden or has no object
 // needs no matrix.
 bool SceneExporter::ExportLayerNode(INode* node) {
+    if (notes_ != nullptr) {
+        notes_->begin_node();
+    }
     if (node->IsNodeHidden(TRUE)) {
+        NoteHiddenObject(node);
         return false;
     }
     Object* object = KindObject(node);

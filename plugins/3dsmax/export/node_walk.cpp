@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "plugins/3dsmax/export/name_notes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/node_object.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
@@ -53,7 +55,13 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
     OpenNode(top, in_group);
     for (;;) {
         VisitedNode& current = path.back();
-        if (current.next_child < current.node->NumberOfChildren() && !host_->GetCancel()) {
+        const bool has_child = current.next_child < current.node->NumberOfChildren();
+        const bool is_cancelled = has_child && host_->GetCancel();
+        if (is_cancelled) {
+            NoteCancel(std::to_string(nodes_done_) + " of " + std::to_string(node_count_) +
+                       " nodes were reached");
+        }
+        if (has_child && !is_cancelled) {
             INode* child = current.node->GetChildNode(current.next_child);
             ++current.next_child;
             path.push_back({child});
@@ -77,6 +85,9 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
 void SceneExporter::OpenNode(INode* node, bool in_group) {
     if (in_group) {
         scene_->begin_group(NarrowName(node->GetName()));
+    }
+    if (notes_ != nullptr) {
+        sibling_names_->NoteChildren(*notes_, node);
     }
     ReportProgress(node);
 }

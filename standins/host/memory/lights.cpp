@@ -86,6 +86,11 @@ PhotometricLight& PhotometricLight::radius(float radius) {
     return *this;
 }
 
+PhotometricLight& PhotometricLight::filter(const Point3& rgb) {
+    filter_ = rgb;
+    return *this;
+}
+
 PhotometricLight& PhotometricLight::kelvin(LightNumber kelvin) {
     kelvin_ = std::move(kelvin);
     return *this;

@@ -90,6 +90,8 @@ public:
     PhotometricLight& radius(float radius);
     PhotometricLight& kelvin(LightNumber kelvin);
     PhotometricLight& lumens(LightNumber lumens);
+    /// Components from 0 to 1.
+    PhotometricLight& filter(const Point3& rgb);
     /// The path is wide text or UTF-8, the angles are in degrees. Also sets the distribution to
     /// `WEB_DIST`.
     PhotometricLight& web_file(const std::wstring& path, const Point3& rotation = {});
@@ -107,6 +109,7 @@ public:
     float GetResultingFlux(TimeValue t, Interval& valid) const override {
         return lumens_.at(t, valid);
     }
+    Point3 GetRGBFilter(TimeValue, Interval&) const override { return filter_; }
 
 private:
     LightTypes type_;
@@ -115,6 +118,7 @@ private:
     float radius_ = 1;
     LightNumber kelvin_ = 6500.0f;
     LightNumber lumens_ = 1000.0f;
+    Point3 filter_{1, 1, 1};
     std::unique_ptr<MemoryParamBlock> web_;  // null without a web file
 };
 

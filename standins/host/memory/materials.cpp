@@ -54,6 +54,16 @@ StandardMaterial& StandardMaterial::specular(const Color& color) {
     return *this;
 }
 
+StandardMaterial& StandardMaterial::opacity(float opacity) {
+    opacity_ = opacity;
+    return *this;
+}
+
+StandardMaterial& StandardMaterial::self_illumination(float amount) {
+    self_illumination_ = amount;
+    return *this;
+}
+
 StandardMaterial& StandardMaterial::shininess(float shininess) {
     shininess_ = shininess;
     return *this;

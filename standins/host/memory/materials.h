@@ -31,12 +31,16 @@ public:
     StandardMaterial& diffuse(std::function<Color(TimeValue)> color);
     StandardMaterial& specular(const Color& color);
     StandardMaterial& shininess(float shininess);
+    StandardMaterial& opacity(float opacity);
+    StandardMaterial& self_illumination(float amount);
     /// A null map empties the slot.
     StandardMaterial& map(int slot, Texmap* map, bool enabled = true);
 
     Color GetDiffuse(TimeValue t) override { return diffuse_(t); }
     Color GetSpecular(TimeValue) override { return specular_; }
     float GetShininess(TimeValue) override { return shininess_; }
+    float GetOpacity(TimeValue) override { return opacity_; }
+    float GetSelfIllum(TimeValue) override { return self_illumination_; }
     Color GetDiffuse(int number, BOOL back_face) override;
     Color GetSpecular(int, BOOL) override { return specular_; }
     float GetShininess(int, BOOL) override { return shininess_; }
@@ -57,6 +61,8 @@ private:
     std::function<Color(TimeValue)> diffuse_;
     Color specular_{0.9f, 0.9f, 0.9f};
     float shininess_ = 0;
+    float opacity_ = 1;
+    float self_illumination_ = 0;
     Slot slots_[kSlots];
 };
 
