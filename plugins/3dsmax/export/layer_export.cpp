@@ -18,8 +18,8 @@ void ForEachLayer(Visit visit) {
     }
 }
 
-void BeginFlaggedGroup(qor::qorSceneapi_oo& scene, const MCHAR* name) {
-    scene.begin_group(NarrowName(name));
+void BeginFlaggedGroup(qor::qorSceneapi_oo& scene, const std::string& name) {
+    scene.begin_group(name);
     scene.get_api()->set_flags(kLayersFlag);
 }
 
@@ -37,18 +37,20 @@ void SceneExporter::CountLayerNodes() {
 // matrices.
 void SceneExporter::ExportLayers() {
     ForEachLayer([this](ILayerProperties* layer) {
-        BeginFlaggedGroup(*scene_, layer->getName());
+        BeginFlaggedGroup(*scene_, NarrowName(layer->getName()));
         Tab<INode*> nodes;
         layer->Nodes(nodes);
         NoteName(NotesOf(nullptr), layer->getName(), "the layer");
-        sibling_names_->begin(nodes.Count());
+        SiblingNames names;
         for (int i = 0; i < nodes.Count(); ++i) {
             INode* node = nodes[i];
-            if (notes_ != nullptr) {
-                sibling_names_->NoteNext(*notes_, node);
-            }
             ReportProgress(node);
-            BeginFlaggedGroup(*scene_, node->GetName());
+            bool is_faithful = true;
+            const std::string name = NarrowName(node->GetName(), is_faithful);
+            if (notes_ != nullptr) {
+                names.NoteNext(NotesOf(node), name, is_faithful);
+            }
+            BeginFlaggedGroup(*scene_, name);
             ExportLayerNode(node);
             scene_->end_group();
         }

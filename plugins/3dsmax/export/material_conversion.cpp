@@ -6,6 +6,8 @@
 #include <iterator>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "model/smart_material.h"
 #include "plugins/3dsmax/export/material_entry.h"
@@ -233,9 +235,12 @@ const ClassConversion kConversions[] = {
 
 void convert_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) {
     entry.uv_transform.IdentityMatrix();
-    entry.material = std::make_shared<qor::SmartMaterial>(NarrowName(mtl->GetName().data()));
-
-    NoteName(entry.notes, mtl->GetName().data(), "the material");
+    bool is_faithful = true;
+    std::string name = NarrowName(mtl->GetName().data(), is_faithful);
+    if (!is_faithful || name.empty()) {
+        NoteName(entry.notes, mtl->GetName().data(), "the material");
+    }
+    entry.material = std::make_shared<qor::SmartMaterial>(std::move(name));
 
     const Class_ID class_id = mtl->ClassID();
     for (const ClassConversion& known : kConversions) {

@@ -25,6 +25,9 @@ float SelfIlluminationOf(StdMat& mtl, TimeValue time) {
 std::string LikelyCause(const std::string& path) {
     constexpr std::size_t kLongestName = 255;
     const std::string name = path.substr(path.find_last_of("/\\") + 1);
+    if (name.size() > kLongestName) {
+        return "its name has " + std::to_string(name.size()) + " bytes, which may be too long";
+    }
     if (qor::Installation::get()
             .resource_folder(qor::kOldestRenderer, qor::kNewestRenderer)
             .empty()) {
@@ -33,9 +36,6 @@ std::string LikelyCause(const std::string& path) {
     if (std::any_of(name.begin(), name.end(),
                     [](char c) { return static_cast<unsigned char>(c) < 0x20; })) {
         return "its name has control characters";
-    }
-    if (name.size() > kLongestName) {
-        return "its name has " + std::to_string(name.size()) + " bytes, which may be too long";
     }
     return "the folder may be missing or read-only, or the disk full";
 }

@@ -48,11 +48,13 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
         INode* node;
         int next_child = 0;
         bool has_content = false;
+        SiblingNames names_of_children = {};
     };
 
     // The path from `top` down to the current node. Every node below `top` has a group.
     std::vector<VisitedNode> path = {{top}};
-    OpenNode(top, in_group);
+    SiblingNames top_alone;
+    OpenNode(top, in_group, top_alone);
     for (;;) {
         VisitedNode& current = path.back();
         const bool has_child = current.next_child < current.node->NumberOfChildren();
@@ -64,8 +66,8 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
         if (has_child && !is_cancelled) {
             INode* child = current.node->GetChildNode(current.next_child);
             ++current.next_child;
+            OpenNode(child, true, current.names_of_children);
             path.push_back({child});
-            OpenNode(child, true);
             continue;
         }
 
@@ -82,12 +84,14 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
     }
 }
 
-void SceneExporter::OpenNode(INode* node, bool in_group) {
+void SceneExporter::OpenNode(INode* node, bool in_group, SiblingNames& siblings) {
     if (in_group) {
-        scene_->begin_group(NarrowName(node->GetName()));
-    }
-    if (notes_ != nullptr) {
-        sibling_names_->NoteChildren(*notes_, node);
+        bool is_faithful = true;
+        const std::string name = NarrowName(node->GetName(), is_faithful);
+        scene_->begin_group(name);
+        if (notes_ != nullptr) {
+            siblings.NoteNext(NotesOf(node), name, is_faithful);
+        }
     }
     ReportProgress(node);
 }

@@ -10,7 +10,6 @@
 #include "plugins/3dsmax/export/hair_scripts.h"
 #include "plugins/3dsmax/export/light_converter.h"
 #include "plugins/3dsmax/export/mesh_part.h"
-#include "plugins/3dsmax/export/name_notes.h"
 #include "plugins/3dsmax/export/unit_scale.h"
 
 namespace {
@@ -41,7 +40,6 @@ SceneExporter::SceneExporter(Interface* host, INode* root_node,
     : host_(host),
       root_node_(root_node),
       notes_(notes),
-      sibling_names_(std::make_unique<SiblingNames>()),
       options_(std::move(options)),
       changed_nodes_(std::move(changed_nodes)),
       lights_(std::make_unique<LightConverter>(options_, host, notes)),

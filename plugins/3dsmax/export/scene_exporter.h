@@ -61,7 +61,7 @@ private:
     // The walk over the node tree, and the pass over the layers.
     void CountNodes(INode* node);
     bool WalkNode(INode* top, bool in_group);
-    void OpenNode(INode* node, bool in_group);
+    void OpenNode(INode* node, bool in_group, SiblingNames& siblings);
     bool ExportNode(INode* node, bool child_content);
     void ExportCameras(INode* node);
     void CountLayerNodes();
@@ -100,7 +100,6 @@ private:
     std::uint32_t node_count_ = 0;  // the total of the progress bar
     std::uint32_t nodes_done_ = 0;
     ExportNotes* notes_;  // null if nothing is noted
-    std::unique_ptr<SiblingNames> sibling_names_;
     FrameTiming timing_;
     std::shared_ptr<Qor::Options> options_;
     std::set<INode*> changed_nodes_;
