@@ -17,6 +17,7 @@ constexpr char kReport[] = "vsqexport";
 constexpr int kVersion = 1;
 constexpr std::size_t kNodesInALine = 3;
 
+const char* const kTold = "export-failed";  // the command's error says it
 const char* const kFailed = "failed";
 const char* const kLost = "lost";
 
@@ -78,6 +79,10 @@ std::string LossReport::list() const {
         }
         if (static_cast<std::size_t>(note - first) > kNodesInALine) {
             nodes += "; ...";
+        }
+        if (first->code == kTold) {
+            first = note;
+            continue;
         }
         lines += "  " + first->severity + " " + first->code + " (" + std::to_string(count) + ")" +
                  nodes + "\n";

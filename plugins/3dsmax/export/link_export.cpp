@@ -24,7 +24,9 @@ void SceneExporter::ExportOverLink(const std::string& path) {
     try {
         sent = SendOverLink();
         if (!sent && notes_ != nullptr) {
-            NotesOf(nullptr).add(Note::kLinkFailed, link_to_ask.error());
+            const std::string& error = link_to_ask.error();
+            NotesOf(nullptr).add(Note::kLinkFailed,
+                                 error.substr(0, error.find_last_not_of(" \n") + 1));
         }
     } catch (const std::exception& failure) {
         NoteBrokenLink(failure.what());
