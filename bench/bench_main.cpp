@@ -69,6 +69,10 @@ bool compare(BenchRatio ratio) {
 }
 
 int main(int argc, char** argv) {
+    if (argc == 2 && std::string(argv[1]) == "memory") {
+        print_peak_memory();
+        return 0;
+    }
     if (argc == 1) {
         for (const char* family : kFamilies) {
             std::fflush(stdout);

@@ -51,7 +51,8 @@ void find_by_host_vertex(benchmark::State& state, Shading shading) {
     const size_t count = corners.keys.size();
     VertexKeyTable table;
     for (auto _ : state) {
-        table.begin(static_cast<size_t>(corners.mesh.numVerts), count, true);
+        const size_t vertices = static_cast<size_t>(corners.mesh.numVerts);
+        table.begin(vertices, count, vertices, true);
         std::vector<int> indices(count);
         for (size_t i = 0; i < count; ++i) {
             indices[i] = table.find_or_add(corners.host_vertices[i], corners.keys[i]);

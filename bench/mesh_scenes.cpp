@@ -78,6 +78,9 @@ Mesh surface(int triangles, Shading shading) {
             mesh.faces[f].smGroup = 0;
         }
     }
+    if (shading == Shading::kOneHard) {
+        mesh.faces[mesh.numFaces / 2].smGroup = 2;
+    }
     if (shading == Shading::kExplicit) {
         MeshNormalSpec& spec = mesh.reset_normals(mesh.numVerts);
         for (int i = 0; i < mesh.numVerts; ++i) {

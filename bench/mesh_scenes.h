@@ -12,6 +12,7 @@ namespace mesh_scenes {
 enum class Shading {
     kSmooth,    ///< one smoothing group
     kHard,      ///< no two faces of a vertex share a group
+    kOneHard,   ///< one smoothing group, but for one face
     kExplicit,  ///< one smoothing group, and an explicit normal for every corner
     kNone,      ///< no smoothing groups
 };

@@ -146,10 +146,14 @@ TEST(MeshPart, EqualsThePlainExtractionAtCrowdedVertices) {
                 faces.push_back({0, 1 + static_cast<DWORD>(random()) % (i + 1), i + 1});
                 map_faces.push_back({i % distinct, i % distinct, i % distinct});
                 coordinates.emplace_back(place(random) * (i % 2 == 0 ? 1e-4f : 0.9f),
-                                         i % 11 == 3 ? INFINITY : 0.5f, 0.0f);
+                                         i % 11 == 3   ? INFINITY
+                                         : i % 97 == 5 ? NAN
+                                                       : 0.5f,
+                                         0.0f);
                 normals.emplace_back(place(random), 1.0f, place(random));
-                if (i % 50 == 7) {
-                    normals.back().x = i % 100 == 7 ? NAN : INFINITY;
+                if (i % 25 == 7) {
+                    constexpr float kSpecials[] = {NAN, INFINITY, -INFINITY, NAN};
+                    normals.back()[static_cast<int>(i / 25 % 3)] = kSpecials[i / 25 % 4];
                 }
             }
             MeshBuilder mesh(rim, faces);
@@ -166,24 +170,39 @@ TEST(MeshPart, EqualsThePlainExtractionAtCrowdedVertices) {
 // The time must be linear in the faces at a vertex, not quadratic, and the stack must not overflow.
 TEST(MeshPart, HandlesAnyNumberOfFacesAtAVertex) {
     constexpr DWORD kFaces = 100000;
+    // The last two match by their coordinates alone.
+    enum class Normals { kNone, kDistinct, kInfinite, kNan };
     for (const DWORD groups : {0, 32}) {
-        for (const bool explicit_normals : {false, true}) {
+        for (const Normals normals :
+             {Normals::kNone, Normals::kDistinct, Normals::kInfinite, Normals::kNan}) {
             std::vector<Point3> rim(kFaces + 1);
+            std::vector<UVVert> places(kFaces);
             std::vector<Triangle> faces;
+            std::vector<Triangle> map_faces;
             std::vector<DWORD> face_groups;
             for (DWORD i = 0; i < kFaces; ++i) {
                 rim[i + 1] = Point3(1.0f, static_cast<float>(i), static_cast<float>(i % 7));
                 faces.push_back({0, i == 0 ? kFaces : i, i + 1});
                 face_groups.push_back(groups == 0 ? 0 : 1u << (i % groups));
+                places[i].x = static_cast<float>(i);
+                map_faces.push_back({i, i, i});
             }
-            Mesh mesh = MeshBuilder(rim, faces).groups(face_groups);
-            MeshNormalSpec* spec = explicit_normals ? &mesh.reset_normals(kFaces) : nullptr;
+            Mesh mesh =
+                MeshBuilder(rim, faces).groups(face_groups).map(kChannel, places, map_faces);
+            MeshNormalSpec* spec =
+                normals != Normals::kNone ? &mesh.reset_normals(kFaces) : nullptr;
             for (int f = 0; spec != nullptr && f < mesh.numFaces; ++f) {
-                spec->Normal(f) = Point3(static_cast<float>(f), 1, 2);
+                spec->Normal(f) = Point3(normals == Normals::kInfinite ? INFINITY
+                                         : normals == Normals::kNan    ? NAN
+                                                                       : static_cast<float>(f),
+                                         1.0f, 2.0f);
                 spec->set_normal_index(f, 0, f);
             }
             SceneBuilder scene;
-            INode& node = scene.node(L"n").node();
+            auto& map = scene.bitmap(L"missing.png").channel(kChannel);
+            INode& node = scene.node(L"n")
+                              .material(scene.make<StandardMaterial>(L"m").map(kDiffuseSlot, &map))
+                              .node();
             const MaterialTable table = make_material_table(mesh, &node, 0);
             MeshPartBuilder builder;
             const CopiedMesh copy(mesh);

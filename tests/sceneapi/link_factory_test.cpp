@@ -10,6 +10,7 @@
 #include "importers/sceneapi/dev/repeat_link_factory.h"
 #include "importers/sceneapi/dev/scene_tree_search.h"
 #include "importers/sceneapi/dev/velmoralive_loader.h"
+#include "importers/sceneapi/dev/xml_nesting.h"
 #include "platform/dynamic_library.h"
 #include "tests/support/installation_entries.h"
 
@@ -23,6 +24,14 @@ constexpr char kEmpty[] = "<scene><top><group/><group/></top></scene>";
 constexpr char kOther[] = "<scene><top><group><object/></group></top></scene>";
 constexpr char kRoom[] = "<scene><top><group name=\"room\"><object/></group></top></scene>";
 constexpr char kUnnamed[] = "<scene name=\"\"><top><group><object/></group></top></scene>";
+
+std::string nested(const std::string& begin, int levels, const std::string& end) {
+    std::string xml;
+    for (int i = 0; i < 2 * levels; ++i) {
+        xml += i < levels ? begin : end;
+    }
+    return xml;
+}
 
 struct Running {
     int version;
@@ -160,6 +169,7 @@ TEST_F(LinkFactoryTest, LogsWhatTheLibraryThrowsOnClosing) {
 
 TEST_F(LinkFactoryTest, ChoosesAmongTheRunningRenderers) {
     add_library();
+    const std::string too_deep = nested("<g n='>'>", 100000, "</g>");
     const struct {
         std::vector<Running> running;
         const char* scene;
@@ -180,6 +190,7 @@ TEST_F(LinkFactoryTest, ChoosesAmongTheRunningRenderers) {
         {{{11, 7, kEmpty, -1}, {9, 8, kEmpty, 2}}, "", true, 2, false},
         {{{11, kDeafProcess, kEmpty, 1}, {9, 8, kEmpty, 2}}, "", true, 2, false},
         {{{11, 7, nullptr, 1}, {9, 8, kEmpty, 2}}, "", true, 2, false},
+        {{{11, 7, too_deep.c_str(), 1}, {9, 8, kEmpty, 2}}, "", true, 2, false},
     };
     for (const auto& c : cases) {
         fake.looks = {listed(c.running)};
@@ -325,6 +336,27 @@ TEST_F(LinkFactoryTest, FindsTheLibraryByItsNames) {
         fs::remove(folder_.path() / c.useless_library);
     }
     fs::current_path(fs::temp_directory_path());
+}
+
+// Parsing 100,000 levels would overflow the stack.
+TEST(SceneTree, IsMeasuredBeforeItIsParsed) {
+    const struct {
+        std::string xml;
+        bool is_too_deep;
+    } cases[] = {
+        {nested("<g>", 256, "</g>"), false},
+        {nested("<g>", 257, "</g>"), true},
+        {nested("<g><!-- </g> --><![CDATA[</g>]]>", 257, "</g>"), true},
+        {nested("<g a=\"</g>\" b='/>'>", 257, "</g>"), true},
+        {"<?xml version=\"1.0\"?>" + nested("<g>", 200, "<a/><a b='>'/></g>"), false},
+        {"<a>" + nested("<b></b><c/>", 1000, "") + "</a>", false},
+        {nested("</g>", 300, "") + nested("<g>", 257, ""), true},
+        {"<a b='", false},
+        {"", false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(IsNestedTooDeep(c.xml.c_str()), c.is_too_deep) << c.xml.substr(0, 60);
+    }
 }
 
 TEST(SceneTree, IsSearchedToTheDepthThatTheVersionUses) {

@@ -11,6 +11,7 @@
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/scene_tree_search.h"
 #include "importers/sceneapi/dev/velmoralive_loader.h"
+#include "importers/sceneapi/dev/xml_nesting.h"
 
 namespace qor {
 
@@ -35,6 +36,16 @@ void log_failure(const char* step, const char* reason) noexcept {
         QOR_LOG(kLogError) << "live library: " << step << " failed: " << reason;
     } catch (...) {
     }
+}
+
+// A text that is nested too deep for the XML library counts as not given.
+const char* parseable(const char* xml, const char* what) {
+    if (xml == nullptr || !IsNestedTooDeep(xml)) {
+        return xml;
+    }
+    QOR_LOG(kLogWarning) << "live library: the " << what
+                         << " is ignored, since it is nested too deep";
+    return nullptr;
 }
 
 // If the versions are equal, the first one stays.
@@ -87,12 +98,12 @@ RendererInstance RepeatLinkFactory::choose_instance(live_library::QueryApi& quer
     RendererInstance best_empty;
     RendererInstance best_of_any;
     RendererInstance best_with_scene;
-    for (const RendererInstance& instance :
-         ReadInstances(query.instances_xml(), min_version_, max_version_)) {
+    for (const RendererInstance& instance : ReadInstances(
+             parseable(query.instances_xml(), "list of renderers"), min_version_, max_version_)) {
         if (instance.livelink_port < 0 || !query.connect(instance.process_id)) {
             continue;
         }
-        if (const char* tree = query.scene_xml()) {
+        if (const char* tree = parseable(query.scene_xml(), "scene tree of a renderer")) {
             const SceneTreeFindings findings =
                 SearchSceneTree(tree, scene_name_, instance.version_major);
             if (findings.is_empty) {

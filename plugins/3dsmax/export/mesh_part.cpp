@@ -1,5 +1,6 @@
 #include "plugins/3dsmax/export/mesh_part.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "model/triangle_object.h"
@@ -127,7 +128,9 @@ bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) con
 std::vector<int> MeshPartBuilder::find_vertices(int part, const Coordinates& coordinates) {
     const FaceRange faces = faces_of(part);
     const size_t corners = 3 * (faces.end - faces.begin);
-    keys_.begin(static_cast<size_t>(mesh_->numVerts), corners, coordinates.verts != nullptr);
+    const size_t vertices = static_cast<size_t>(mesh_->numVerts);
+    keys_.begin(vertices, corners, std::max(vertices, normals_.count()),
+                coordinates.verts != nullptr);
 
     std::vector<int> triangles = std::move(storage_.triangles);
     triangles.resize(corners);

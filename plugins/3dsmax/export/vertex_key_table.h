@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -31,9 +32,10 @@ struct VertexKey {
 /// renderer's layout, so it needn't be copied. Storage is reused from one part to the next.
 class VertexKeyTable {
 public:
-    /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices. Without
-    /// texture coordinates only the normals are compared.
-    void begin(size_t host_vertices, size_t corners, bool has_coordinates);
+    /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices.
+    /// `expected` is how many output vertices there will probably be. Without texture coordinates
+    /// only the normals are compared.
+    void begin(size_t host_vertices, size_t corners, size_t expected, bool has_coordinates);
 
     /// The number of the output vertex with that key, which is added if there is none yet.
     int find_or_add(DWORD host_vertex, const VertexKey& key);
@@ -59,19 +61,21 @@ private:
     // Walking longer chains would take time that grows with the square of their length.
     static constexpr int kLongestChain = 32;
 
-    // The vertices of a crowded host vertex that are not in its chain, by the grid cell that their
-    // key lies in. Cells with the same hash share a list.
+    // The vertices of a crowded host vertex that are not in its chain, in lists by the places of
+    // their normal and their two coordinates. Places with the same hash share a list.
     struct Crowd {
         std::vector<int> all;
-        std::vector<int> outside;  // those without a cell
-        std::unordered_map<std::uint64_t, std::vector<int>> cells;
+        std::unordered_map<std::uint64_t, std::vector<int>> lists;
+        bool has_open_places = false;  // whether vertices are also listed under "any place"
     };
 
     bool matches(int found, const VertexKey& wanted) const;
     int add(DWORD host_vertex, const VertexKey& key);
     void make_room(size_t vertices);
     int find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key);
-    int find_in_crowd(const Crowd& crowd, const VertexKey& key) const;
+    int find_in_crowd(Crowd& crowd, const VertexKey& key) const;
+    void list_in_open_places(Crowd& crowd, int number) const;
+    VertexKey key_of(int number) const;
     int first_match(const std::vector<int>& candidates, const VertexKey& key, int best) const;
 
     std::vector<int> heads_;  // the first vertex of each host vertex, or kNone
@@ -124,9 +128,8 @@ inline bool VertexKeyTable::matches(int found, const VertexKey& wanted) const {
 
 inline int VertexKeyTable::add(DWORD host_vertex, const VertexKey& key) {
     if (host_vertices_.size() == room_) {
-        // Once a part has more vertices than the mesh, it may need one per corner. Reserved memory
-        // that stays unused is never touched, while growing step by step would copy everything.
-        make_room(corners_);
+        // Not more than twice what is used: some systems count memory that was asked for.
+        make_room(std::min(corners_, 2 * room_));
     }
     const int number = static_cast<int>(host_vertices_.size());
     host_vertices_.push_back(host_vertex);

@@ -141,12 +141,6 @@ void VertexNormals::add_without_groups(DWORD vertex, const Point3& weighted_norm
 }
 
 void VertexNormals::append(int last, const Point3& normal, DWORD groups) {
-    if (records_.size() == records_.capacity()) {
-        // There can't be more additional records than corners. Reserved memory that stays unused is
-        // never touched.
-        const size_t corners = 3 * static_cast<size_t>(mesh_->numFaces);
-        records_.reserve(static_cast<size_t>(mesh_->numVerts) + corners);
-    }
     records_[static_cast<size_t>(last)].next = static_cast<int>(records_.size());
     records_.push_back({normal, groups, kEndOfChain});
 }

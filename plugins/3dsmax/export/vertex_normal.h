@@ -29,6 +29,9 @@ public:
     /// Borrows the copy until the last `lookup`. Its vertex indices must be in range.
     void compute(const CopiedMesh& copy);
 
+    /// How many different normals the corners of all vertices have at least, without explicit ones.
+    size_t count() const { return records_.size(); }
+
     /// The normal of a face's corner, in the mesh's space.
     Point3 lookup(int face, int corner) const;
 
