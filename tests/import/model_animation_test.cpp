@@ -93,7 +93,7 @@ TEST(ModelAnimation, LeavesOutInvalidKeysAndChannelsWithWarnings) {
     model.move("nobody", {{0, 1}});
     model.move("no one", {{0, 1}});
     const ModelAnimation animation = model.animation();
-    EXPECT_THAT(model.warnings,
+    EXPECT_THAT(texts_of(model.warnings),
                 testing::UnorderedElementsAre(
                     HasSubstr("\"A\" is left out: the node has another"),
                     HasSubstr("\"B\" is left out: it has no keys"),

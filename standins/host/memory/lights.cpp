@@ -78,6 +78,11 @@ PhotometricLight& PhotometricLight::radius(TimedNumber radius) {
     return *this;
 }
 
+PhotometricLight& PhotometricLight::filter(const Point3& rgb) {
+    filter_ = rgb;
+    return *this;
+}
+
 PhotometricLight& PhotometricLight::kelvin(TimedNumber kelvin) {
     kelvin_ = std::move(kelvin);
     return *this;

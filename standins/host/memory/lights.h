@@ -77,6 +77,8 @@ public:
     PhotometricLight& radius(TimedNumber radius);
     PhotometricLight& kelvin(TimedNumber kelvin);
     PhotometricLight& lumens(TimedNumber lumens);
+    /// Components from 0 to 1.
+    PhotometricLight& filter(const Point3& rgb);
     /// The path is wide text or UTF-8, the angles are in degrees. Also sets the distribution to
     /// `WEB_DIST`.
     PhotometricLight& web_file(const std::wstring& path, const Point3& rotation = {});
@@ -94,6 +96,7 @@ public:
     float GetResultingFlux(TimeValue t, Interval& valid) const override {
         return lumens_.at(t, valid);
     }
+    Point3 GetRGBFilter(TimeValue, Interval&) const override { return filter_; }
 
 private:
     LightTypes type_;
@@ -102,6 +105,7 @@ private:
     TimedNumber radius_ = 1.0f;
     TimedNumber kelvin_ = 6500.0f;
     TimedNumber lumens_ = 1000.0f;
+    Point3 filter_{1, 1, 1};
     std::unique_ptr<MemoryParamBlock> web_;  // null without a web file
 };
 

@@ -49,6 +49,16 @@ StandardMaterial& StandardMaterial::specular(TimedColor color) {
     return *this;
 }
 
+StandardMaterial& StandardMaterial::opacity(float opacity) {
+    opacity_ = opacity;
+    return *this;
+}
+
+StandardMaterial& StandardMaterial::self_illumination(float amount) {
+    self_illumination_ = amount;
+    return *this;
+}
+
 StandardMaterial& StandardMaterial::shininess(TimedNumber shininess) {
     shininess_ = std::move(shininess);
     return *this;

@@ -29,12 +29,16 @@ public:
     StandardMaterial& diffuse(TimedColor color);
     StandardMaterial& specular(TimedColor color);
     StandardMaterial& shininess(TimedNumber shininess);
+    StandardMaterial& opacity(float opacity);
+    StandardMaterial& self_illumination(float amount);
     /// A null map empties the slot.
     StandardMaterial& map(int slot, Texmap* map, bool enabled = true);
 
     Color GetDiffuse(TimeValue t) override { return diffuse_.at(t); }
     Color GetSpecular(TimeValue t) override { return specular_.at(t); }
     float GetShininess(TimeValue t) override { return shininess_.at(t); }
+    float GetOpacity(TimeValue) override { return opacity_; }
+    float GetSelfIllum(TimeValue) override { return self_illumination_; }
     Color GetDiffuse(int number, BOOL back_face) override;
     Color GetSpecular(int number, BOOL back_face) override;
     float GetShininess(int number, BOOL back_face) override;
@@ -55,6 +59,8 @@ private:
     TimedColor diffuse_ = Color(0.5f, 0.5f, 0.5f);
     TimedColor specular_ = Color(0.9f, 0.9f, 0.9f);
     TimedNumber shininess_ = 0.0f;
+    float opacity_ = 1;
+    float self_illumination_ = 0;
     Slot slots_[kSlots];
 };
 
