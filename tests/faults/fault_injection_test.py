@@ -48,6 +48,12 @@ OUTPUTS = [
            "{data}/Animations/3ds max/Flag_Stripes.qorT", "Flag_Stripes.qorT"),
     Output("settings", ["settings", "Bones=0"], "{config}/quoria/plugcfg/velmoraexport7.ini",
            "velmoraexport7.ini"),
+    Output("drawn texture", ["export", "demo:materials", "{out}/s.vsq"],
+           "{data}/textures/Tiles_diffuse.png", "Tiles_diffuse.png", ["{out}/s.vsq"]),
+    Output("report", ["export", "demo:materials", "{out}/s.vsq", "--report", "{out}/r.json"],
+           "{out}/r.json", "r.json", ["{out}/s.vsq"]),
+    Output("log", ["export", "demo:lights", "{out}/s.vsq"], "{data}/sceneapi.log", "",
+           ["{out}/s.vsq"], is_optional=True),
 ]
 
 
