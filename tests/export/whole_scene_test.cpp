@@ -54,7 +54,10 @@ DeformingMesh waving(const Clock& clock) {
 // A camera that is the one of its last evaluation.
 class EvaluatedCamera final : public CameraObject, public TimedObject {
 public:
-    void evaluate(TimeValue t) override { evaluated_ = t; }
+    Object* evaluate(TimeValue t) override {
+        evaluated_ = t;
+        return this;
+    }
     RefResult EvalCameraState(TimeValue t, Interval&, CameraState* state) override {
         state->fov = number_at(t) + static_cast<float>(evaluated_) / kFrame;
         return REF_SUCCEED;

@@ -96,7 +96,10 @@ nlohmann::json report_of(Stage& stage, int command) {
 // Geometry at tick 0 only.
 struct Vanishing final : GeomObject, TimedObject {
     SClass_ID SuperClassID() override { return gone ? HELPER_CLASS_ID : GEOMOBJECT_CLASS_ID; }
-    void evaluate(TimeValue t) override { gone = t != 0; }
+    Object* evaluate(TimeValue t) override {
+        gone = t != 0;
+        return this;
+    }
     bool gone = false;
 };
 

@@ -1,9 +1,13 @@
 #include "standins/host/memory/memory_host.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "standins/host/memory/host_text.h"
+#include "standins/host/memory/mesh_objects.h"
+#include "standins/host/memory/splines.h"
 
 namespace memhost {
 namespace {
@@ -26,6 +30,12 @@ MemoryHost::~MemoryHost() {
     std::vector<MemoryHost*>& hosts = live_hosts();
     hosts.erase(std::find(hosts.begin(), hosts.end(), this));
     TheManager = hosts.empty() ? nullptr : &hosts.back()->bitmaps();
+    const int conversions =
+        ConvertibleObject::live_conversions() + ConvertibleShape::live_conversions();
+    if (hosts.empty() && conversions != 0) {
+        std::fprintf(stderr, "%d converted objects were never deleted\n", conversions);
+        std::abort();
+    }
 }
 
 MemoryHost* MemoryHost::current() {

@@ -2,12 +2,14 @@
 
 #include <atomic>
 
+#include "standins/host/memory/guarded_memory.h"
+
 namespace memhost {
 namespace {
 
 std::atomic<int> live_conversion_count{0};
 
-class Conversion final : public TriObject {
+class Conversion final : public TriObject, public GuardedMemory {
 public:
     explicit Conversion(const Mesh& mesh) {
         GetMesh() = mesh;

@@ -2,12 +2,14 @@
 
 #include <atomic>
 
+#include "standins/host/memory/guarded_memory.h"
+
 namespace memhost {
 namespace {
 
 std::atomic<int> live_conversion_count{0};
 
-class Conversion final : public SplineObject {
+class Conversion final : public SplineObject, public GuardedMemory {
 public:
     Conversion(SplineObject& source, TimeValue t) : SplineObject({}) {
         source.MakeBezier(t, shape);
@@ -64,10 +66,43 @@ void SplineObject::MakeBezier(TimeValue t, BezierShape& made) {
     made = splines_ ? BezierShape(splines_(t)) : shape;
 }
 
-void SplineObject::evaluate(TimeValue t) {
-    if (splines_) {
-        MakeBezier(t, shape);
+// The object at one time.
+class SplineObject::Evaluated final : public SplineShape, public GuardedMemory {
+public:
+    Evaluated(SplineObject& source, TimeValue t) : source_(source), time_(t) {
+        source.MakeBezier(t, shape);
     }
+
+    TimeValue time() const { return time_; }
+
+    int IsRenderable() override { return source_.IsRenderable(); }
+    float GetThickness(TimeValue t, Interval& valid) override {
+        return source_.GetThickness(t, valid);
+    }
+    void MakeBezier(TimeValue t, BezierShape& made) override { source_.MakeBezier(t, made); }
+    ICustAttribContainer* GetCustAttribContainer() override {
+        return source_.GetCustAttribContainer();
+    }
+    void GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) override {
+        box = box_of(shape, node->GetObjTMAfterWSM(t));
+    }
+    void GetLocalBoundBox(TimeValue, INode*, ViewExp*, Box3& box) override {
+        box = box_of(shape, Matrix3());
+    }
+
+private:
+    SplineObject& source_;
+    TimeValue time_;
+};
+
+Object* SplineObject::evaluate(TimeValue t) {
+    if (!splines_) {
+        return this;
+    }
+    if (!evaluated_ || evaluated_->time() != t) {
+        evaluated_ = std::shared_ptr<Evaluated>(new Evaluated(*this, t));
+    }
+    return evaluated_.get();
 }
 
 void SplineObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,7 +24,7 @@ public:
         shape = BezierShape(std::move(splines));
     }
 
-    /// Splines that change over time. `shape` has those of the node's last evaluation.
+    /// Splines that change over time.
     SplineObject& grows(std::function<std::vector<Spline3D>(TimeValue)> splines) {
         splines_ = std::move(splines);
         return *this;
@@ -42,14 +43,18 @@ public:
     int IsRenderable() override { return renderable_; }
     float GetThickness(TimeValue t, Interval& valid) override { return thickness_.at(t, valid); }
     void MakeBezier(TimeValue t, BezierShape& made) override;
-    void evaluate(TimeValue t) override;
+    /// The object with its splines at `t`; this one if they don't change.
+    Object* evaluate(TimeValue t) override;
     ICustAttribContainer* GetCustAttribContainer() override;
     void GetWorldBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
     void GetLocalBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
 
 private:
     MemoryCustAttribs attributes_;
+    class Evaluated;
+
     std::function<std::vector<Spline3D>(TimeValue)> splines_;  // empty if they don't change
+    std::shared_ptr<Evaluated> evaluated_;
     TimedNumber thickness_ = 1.0f;
     bool renderable_ = false;
 };
