@@ -131,6 +131,39 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
     platform::set_message_box_handler({});
 }
 
+// The host may send events while a command runs. Nodes may go between two commands, and new ones
+// may get their addresses.
+TEST(Callback, StandsEventsInTheMiddleOfACommand) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    scene.animation_frames(0, 1);
+    auto callback = callback_of(scene);
+    for (int round = 0; round < 20; ++round) {
+        auto& going = scene.node(L"going").mesh(memhost::box_mesh(1, 1, 1)).node();
+        auto& staying = scene.node(L"staying").mesh(memhost::box_mesh(1, 1, 1)).node();
+        int events = 0;
+        scene.host().on_progress([&](int, const std::wstring&) {
+            Events::NodeKeyTab keys = keys_of({&going, &staying});
+            callback.GeometryChanged(keys);
+            callback.Deleted(keys);
+            ++events;
+        });
+        scene.host().answer_save_dialog(folder / "s.vsq");
+        for (const int command : {kExportCommand, kExportAnimationCommand}) {
+            EXPECT_TRUE(callback.ExecuteAction(command));
+        }
+        EXPECT_GT(events, 0);
+        scene.host().on_progress({});
+        Events::NodeKeyTab keys = keys_of({&going});
+        callback.Added(keys);
+        scene.host().delete_node(going);
+        scene.host().delete_node(staying);
+    }
+    scene.node(L"last").mesh(memhost::box_mesh(1, 1, 1));
+    EXPECT_TRUE(callback.ExecuteAction(kExportCommand));
+    EXPECT_NE(file_contents(folder / "s.vsq").find("group \"last\""), std::string::npos);
+}
+
 TEST(Callback, ExportsWithoutABarIfAnotherOneIsOpen) {
     const TemporaryFolder folder;
     SceneBuilder scene;

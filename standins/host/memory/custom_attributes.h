@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "standins/host/memory/checked_index.h"
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/memory_param_block.h"
 #include "standins/host/sdk/max.h"
@@ -37,7 +38,7 @@ public:
 
     int GetNumCustAttribs() override { return static_cast<int>(attributes_.size()); }
     CustAttrib* GetCustAttrib(int i) override {
-        return attributes_[static_cast<std::size_t>(i)].get();
+        return attributes_[checked_index(i, attributes_.size(), "attribute")].get();
     }
 
 private:

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "standins/host/memory/checked_index.h"
 #include "standins/host/memory/memory_param_block.h"
 #include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
@@ -59,7 +60,7 @@ public:
     Point3 GetRGBColor(TimeValue, Interval&) override { return {1.0f, 1.0f, 1.0f}; }
     int NumRefs() override { return static_cast<int>(references_.size()); }
     RefTargetHandle GetReference(int i) override {
-        return references_[static_cast<std::size_t>(i)];
+        return references_[checked_index(i, references_.size(), "reference")];
     }
 
 private:

@@ -162,7 +162,7 @@ IParamBlock2* BlockMaterial::GetParamBlockByID(BlockID id) {
 }
 
 MSTR BlockMaterial::GetSubTexmapSlotName(int i, bool) {
-    return slots_[static_cast<std::size_t>(i)].name.c_str();
+    return slots_[checked_index(i, slots_.size(), "slot")].name.c_str();
 }
 
 }  // namespace memhost

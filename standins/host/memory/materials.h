@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "standins/host/memory/checked_index.h"
 #include "standins/host/memory/memory_param_block.h"
 #include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
@@ -42,9 +43,13 @@ public:
     Color GetDiffuse(int number, BOOL back_face) override;
     Color GetSpecular(int number, BOOL back_face) override;
     float GetShininess(int number, BOOL back_face) override;
-    BOOL MapEnabled(int slot) override { return slots_[static_cast<std::size_t>(slot)].enabled; }
+    BOOL MapEnabled(int slot) override {
+        return slots_[checked_index(slot, kSlots, "slot")].enabled;
+    }
     int NumSubTexmaps() override { return kSlots; }
-    Texmap* GetSubTexmap(int slot) override { return slots_[static_cast<std::size_t>(slot)].map; }
+    Texmap* GetSubTexmap(int slot) override {
+        return slots_[checked_index(slot, kSlots, "slot")].map;
+    }
     int SubTexmapOn(int slot) override { return MapEnabled(slot); }
     MSTR GetSubTexmapSlotName(int slot, bool localized) override;
 
@@ -75,7 +80,9 @@ public:
     Color GetSpecular(int number = 0, BOOL back_face = FALSE) override;
     float GetShininess(int number = 0, BOOL back_face = FALSE) override;
     int NumSubMtls() override { return static_cast<int>(materials_.size()); }
-    Mtl* GetSubMtl(int i) override { return materials_[static_cast<std::size_t>(i)]; }
+    Mtl* GetSubMtl(int i) override {
+        return materials_[checked_index(i, materials_.size(), "sub-material")];
+    }
 
 private:
     // The material that `number` selects, or null.
@@ -103,8 +110,10 @@ public:
     Color GetSpecular(int = 0, BOOL = FALSE) override { return specular_; }
     float GetShininess(int = 0, BOOL = FALSE) override { return shininess_; }
     int NumSubTexmaps() override { return static_cast<int>(slots_.size()); }
-    Texmap* GetSubTexmap(int i) override { return slots_[static_cast<std::size_t>(i)].map; }
-    int SubTexmapOn(int i) override { return slots_[static_cast<std::size_t>(i)].on; }
+    Texmap* GetSubTexmap(int i) override {
+        return slots_[checked_index(i, slots_.size(), "slot")].map;
+    }
+    int SubTexmapOn(int i) override { return slots_[checked_index(i, slots_.size(), "slot")].on; }
     MSTR GetSubTexmapSlotName(int i, bool localized) override;
 
 private:

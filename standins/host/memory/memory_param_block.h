@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "standins/host/memory/checked_index.h"
 #include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
 
@@ -21,7 +22,9 @@ public:
     MemoryParamBlock& local_name(ParamID id, const std::wstring& name);
 
     int NumParams() override { return static_cast<int>(params_.size()); }
-    ParamID IndextoID(int i) override { return params_[static_cast<std::size_t>(i)].def.ID; }
+    ParamID IndextoID(int i) override {
+        return params_[checked_index(i, params_.size(), "parameter")].def.ID;
+    }
     int IDtoIndex(ParamID id) override;
     ParamDef& GetParamDef(ParamID id) override;
     ParamType2 GetParameterType(ParamID id) override { return param(id).def.type; }
