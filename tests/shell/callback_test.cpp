@@ -66,24 +66,34 @@ TEST(Callback, RecordsNullForKeysWithoutANode) {
     EXPECT_EQ(callback.changed_nodes(), Nodes({nullptr}));
 }
 
+// Converting it throws what isn't a standard exception.
+class BrokenObject final : public GeomObject {
+public:
+    Class_ID ClassID() override { throw 5; }
+};
+
 TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
     const RegistryEntries no_renderer({});
     const TemporaryFolder folder;
     const std::string target = folder / "s.vsq";
     const std::string missing = folder / "missing" + "/s.vsq";
-    const std::string no_link = "Could not connect to a existing Velmora instance or launch a new.";
+    const std::string no_link =
+        "Error: Could not connect to a existing Velmora instance or launch a new.";
     const struct {
         const char* what;
         int command;
         std::string answer;  // to the save dialog
         bool cancelled, forgets, shows_bar;
         std::string told;
+        bool breaks = false;
     } cases[] = {
         {"an export", kExportCommand, target, false, true, true, ""},
         {"a cancelled export", kExportCommand, target, true, true, true, ""},
         {"no file chosen", kExportCommand, "", false, false, false, ""},
         {"a file that can't be created", kExportCommand, missing, false, false, true,
-         "could not open file: \"" + missing + "\""},
+         "Error: could not open file: \"" + missing + "\""},
+        {"an unknown failure", kExportCommand, target, false, false, true,
+         "Error: The command failed for an unknown reason.", true},
         {"a render without a renderer", kRenderCommand, "", false, true, true, no_link},
         {"an update without one", kUpdateCommand, "", false, true, true, no_link},
         {"an unknown command", 7, "", false, false, false, ""},
@@ -91,10 +101,14 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
     for (const auto& command : cases) {
         SCOPED_TRACE(command.what);
         std::string told;
-        platform::set_message_box_handler(
-            [&told](const std::string& text, const std::string&, std::uint32_t) { told += text; });
+        platform::set_message_box_handler([&told](const std::string& text, const std::string& title,
+                                                  std::uint32_t) { told += title + ": " + text; });
         SceneBuilder scene;
-        INode* node = &scene.node(L"a").node();
+        const auto built = scene.node(L"a");
+        INode* node = &built.node();
+        if (command.breaks) {
+            built.make_object<BrokenObject>();
+        }
         scene.host().answer_save_dialog(command.answer);
         scene.host().cancel_at_poll(command.cancelled ? 1 : 0);
         Callback callback = callback_of(scene);
@@ -106,6 +120,13 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
         EXPECT_EQ(scene.host().progress().started, command.shows_bar ? 1 : 0);
         EXPECT_EQ(scene.host().progress().ended, command.shows_bar ? 1 : 0);
         EXPECT_EQ(told, command.told);
+        if (command.shows_bar) {
+            EXPECT_EQ(scene.host().progress().first_title, L"Export VSQ File.");
+        }
+        if (command.command == kExportCommand) {
+            EXPECT_EQ(scene.host().save_dialog(),
+                      (std::vector<std::wstring>{L"Vsq Export", L"Velmora Vsq(*.vsq)", L"*.vsq"}));
+        }
     }
     platform::set_message_box_handler({});
 }

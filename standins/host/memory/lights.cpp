@@ -40,21 +40,13 @@ void add_ring(std::vector<Point3>& points, float radius, float z, int sides) {
 
 }  // namespace
 
-float LightNumber::at(TimeValue t, Interval& valid) const {
-    if (!moving_) {
-        return fixed_;
-    }
-    valid &= Interval(t, t);
-    return moving_(t);
-}
-
-StandardLight& StandardLight::intensity(LightNumber multiplier) {
+StandardLight& StandardLight::intensity(TimedNumber multiplier) {
     intensity_ = std::move(multiplier);
     return *this;
 }
 
-StandardLight& StandardLight::color(const Point3& rgb) {
-    color_ = rgb;
+StandardLight& StandardLight::color(TimedValue<Point3> rgb) {
+    color_ = std::move(rgb);
     return *this;
 }
 
@@ -81,8 +73,8 @@ PhotometricLight& PhotometricLight::shape(std::vector<Point3> points) {
     return *this;
 }
 
-PhotometricLight& PhotometricLight::radius(float radius) {
-    radius_ = radius;
+PhotometricLight& PhotometricLight::radius(TimedNumber radius) {
+    radius_ = std::move(radius);
     return *this;
 }
 
@@ -91,12 +83,12 @@ PhotometricLight& PhotometricLight::filter(const Point3& rgb) {
     return *this;
 }
 
-PhotometricLight& PhotometricLight::kelvin(LightNumber kelvin) {
+PhotometricLight& PhotometricLight::kelvin(TimedNumber kelvin) {
     kelvin_ = std::move(kelvin);
     return *this;
 }
 
-PhotometricLight& PhotometricLight::lumens(LightNumber lumens) {
+PhotometricLight& PhotometricLight::lumens(TimedNumber lumens) {
     lumens_ = std::move(lumens);
     return *this;
 }

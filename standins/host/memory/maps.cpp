@@ -51,13 +51,21 @@ BitmapMap& BitmapMap::uv_transform(const Matrix3& map_from_mesh) {
     return *this;
 }
 
+BitmapMap& BitmapMap::shown_from(TimeValue t) {
+    shown_from_ = t;
+    return *this;
+}
+
 void BitmapMap::RenderBitmap(TimeValue, Bitmap* bitmap, float, BOOL) {
     if (const std::optional<Image> image = read_image(path_)) {
         draw_scaled(*image, static_cast<MemoryBitmap*>(bitmap)->image());
     }
 }
 
-Bitmap* BitmapMap::GetBitmap(TimeValue) {
+Bitmap* BitmapMap::GetBitmap(TimeValue t) {
+    if (t < shown_from_) {
+        return nullptr;
+    }
     if (!bitmap_) {
         const std::optional<ImageSize> size = read_image_size(path_);
         if (!size) {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "standins/host/memory/memory_param_block.h"
+#include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -26,24 +26,22 @@ public:
     explicit StandardMaterial(const std::wstring& name);
     explicit StandardMaterial(const std::string& name_utf8);
 
-    StandardMaterial& diffuse(const Color& color);
-    /// A colour that changes over time.
-    StandardMaterial& diffuse(std::function<Color(TimeValue)> color);
-    StandardMaterial& specular(const Color& color);
-    StandardMaterial& shininess(float shininess);
+    StandardMaterial& diffuse(TimedColor color);
+    StandardMaterial& specular(TimedColor color);
+    StandardMaterial& shininess(TimedNumber shininess);
     StandardMaterial& opacity(float opacity);
     StandardMaterial& self_illumination(float amount);
     /// A null map empties the slot.
     StandardMaterial& map(int slot, Texmap* map, bool enabled = true);
 
-    Color GetDiffuse(TimeValue t) override { return diffuse_(t); }
-    Color GetSpecular(TimeValue) override { return specular_; }
-    float GetShininess(TimeValue) override { return shininess_; }
+    Color GetDiffuse(TimeValue t) override { return diffuse_.at(t); }
+    Color GetSpecular(TimeValue t) override { return specular_.at(t); }
+    float GetShininess(TimeValue t) override { return shininess_.at(t); }
     float GetOpacity(TimeValue) override { return opacity_; }
     float GetSelfIllum(TimeValue) override { return self_illumination_; }
     Color GetDiffuse(int number, BOOL back_face) override;
-    Color GetSpecular(int, BOOL) override { return specular_; }
-    float GetShininess(int, BOOL) override { return shininess_; }
+    Color GetSpecular(int number, BOOL back_face) override;
+    float GetShininess(int number, BOOL back_face) override;
     BOOL MapEnabled(int slot) override { return slots_[static_cast<std::size_t>(slot)].enabled; }
     int NumSubTexmaps() override { return kSlots; }
     Texmap* GetSubTexmap(int slot) override { return slots_[static_cast<std::size_t>(slot)].map; }
@@ -58,9 +56,9 @@ private:
         bool enabled = true;
     };
 
-    std::function<Color(TimeValue)> diffuse_;
-    Color specular_{0.9f, 0.9f, 0.9f};
-    float shininess_ = 0;
+    TimedColor diffuse_ = Color(0.5f, 0.5f, 0.5f);
+    TimedColor specular_ = Color(0.9f, 0.9f, 0.9f);
+    TimedNumber shininess_ = 0.0f;
     float opacity_ = 1;
     float self_illumination_ = 0;
     Slot slots_[kSlots];

@@ -88,7 +88,7 @@ bool MemoryHost::ProgressStart(const MCHAR* title, bool) {
         return false;
     }
     ++progress_.started;
-    progress_.title = title ? title : L"";
+    progress_.title = progress_.first_title = title ? title : L"";
     cancel_.store(false);
     return true;
 }
@@ -124,7 +124,10 @@ void MemoryHost::answer_save_dialog(const std::string& path_utf8) {
     save_path_ = units_from_utf8(path_utf8);
 }
 
-bool MemoryHost::DoMaxSaveAsDialog(HWND, const MSTR&, MSTR& filename, MSTR&, FilterList&) {
+bool MemoryHost::DoMaxSaveAsDialog(HWND, const MSTR& title, MSTR& filename, MSTR&,
+                                   FilterList& filters) {
+    save_dialog_ = filters.texts();
+    save_dialog_.insert(save_dialog_.begin(), title.data());
     filename = MSTR(save_path_.c_str());
     return !save_path_.empty();
 }

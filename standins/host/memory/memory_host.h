@@ -28,6 +28,7 @@ constexpr int kDefaultTicksPerFrame = TIME_TICKSPERSEC / 30;
 struct ProgressRecord {
     int started = 0;
     int ended = 0;
+    std::wstring first_title;
     std::wstring title;         // the latest one, from the start or from an update
     std::vector<int> percents;  // one per update
 };
@@ -106,6 +107,8 @@ public:
     /// Sets the file that the save dialog returns. If it is empty, as it is at first, the user
     /// cancels the dialog.
     void answer_save_dialog(const std::string& path_utf8);
+    /// What the save dialog showed last: its title and its filter's text and pattern.
+    const std::vector<std::wstring>& save_dialog() const { return save_dialog_; }
 
     /// Cancels, as the user does with Esc. Safe to call from any thread and from a signal handler.
     void request_cancel() { cancel_.store(true); }
@@ -168,6 +171,7 @@ private:
     std::map<MaxSDK::AssetManagement::AssetType, std::vector<std::wstring>> asset_folders_;
     std::wstring config_folder_;
     std::wstring save_path_;
+    std::vector<std::wstring> save_dialog_;
     ProgressRecord progress_;
     bool refuses_progress_ = false;
     std::function<void(int, const std::wstring&)> on_progress_;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -11,9 +12,9 @@ namespace memhost {
 /// program if the block hasn't got it.
 class MemoryParamBlock final : public IParamBlock2 {
 public:
-    MemoryParamBlock& number(ParamID id, const std::wstring& name, float value);
+    MemoryParamBlock& number(ParamID id, const std::wstring& name, TimedNumber value);
     MemoryParamBlock& integer(ParamID id, const std::wstring& name, int value);
-    MemoryParamBlock& color(ParamID id, const std::wstring& name, const Color& value);
+    MemoryParamBlock& color(ParamID id, const std::wstring& name, TimedColor value);
     MemoryParamBlock& map(ParamID id, const std::wstring& name, Texmap* value);
     MemoryParamBlock& text(ParamID id, const std::wstring& name, const std::wstring& value);
     /// Sets the name that the user sees. Without it that is the internal name.
@@ -45,9 +46,9 @@ private:
         ParamDef def;
         std::wstring name;
         std::wstring local_name;
-        float number = 0;
+        TimedNumber number = 0.0f;
         int integer = 0;
-        Color color;
+        TimedColor color = Color();
         Texmap* map = nullptr;
         std::wstring text;
     };
@@ -57,6 +58,9 @@ private:
     Param& param(ParamID id);
     template <typename T>
     BOOL value_of(ParamID id, ParamType2 type, T Param::*field, T& value);
+    template <typename T>
+    BOOL value_of(ParamID id, ParamType2 type, TimedValue<T> Param::*field, TimeValue t, T& value,
+                  Interval& valid);
 
     std::vector<Param> params_;  // in the order of their indices
 };

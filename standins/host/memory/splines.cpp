@@ -9,10 +9,13 @@ std::atomic<int> live_conversion_count{0};
 
 class Conversion final : public SplineObject {
 public:
-    explicit Conversion(SplineObject& source) : SplineObject({}) {
-        Interval valid = FOREVER;
-        shape = source.shape;
-        thickness(source.GetThickness(0, valid)).renderable(source.IsRenderable() != 0);
+    Conversion(SplineObject& source, TimeValue t) : SplineObject({}) {
+        source.MakeBezier(t, shape);
+        thickness([&source](TimeValue at) {
+            Interval valid = FOREVER;
+            return source.GetThickness(at, valid);
+        });
+        renderable(source.IsRenderable() != 0);
         ++live_conversion_count;
     }
     ~Conversion() override { --live_conversion_count; }
@@ -57,6 +60,16 @@ ICustAttribContainer* SplineObject::GetCustAttribContainer() {
     return attributes_.GetNumCustAttribs() == 0 ? nullptr : &attributes_;
 }
 
+void SplineObject::MakeBezier(TimeValue t, BezierShape& made) {
+    made = splines_ ? BezierShape(splines_(t)) : shape;
+}
+
+void SplineObject::evaluate(TimeValue t) {
+    if (splines_) {
+        MakeBezier(t, shape);
+    }
+}
+
 void SplineObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
     box = box_of(shape, node->GetObjTMAfterWSM(t));
 }
@@ -69,8 +82,8 @@ int ConvertibleShape::live_conversions() {
     return live_conversion_count;
 }
 
-Object* ConvertibleShape::ConvertToType(TimeValue, Class_ID type) {
-    return CanConvertToType(type) ? new Conversion(splines_) : nullptr;
+Object* ConvertibleShape::ConvertToType(TimeValue t, Class_ID type) {
+    return CanConvertToType(type) ? new Conversion(splines_, t) : nullptr;
 }
 
 }  // namespace memhost
