@@ -18,10 +18,11 @@ inline const std::string kModels = VSQ_TEST_MODELS "/";
         GTEST_SKIP() << "assimp-testmodels is not at " << VSQ_TEST_MODELS; \
     }
 
+/// The warnings, each with its code in front.
 inline std::vector<std::string> texts_of(const vsqexport::ImportWarnings& warnings) {
     std::vector<std::string> texts;
     for (const vsqexport::ImportWarning& warning : warnings) {
-        texts.push_back(warning.text);
+        texts.push_back(warning.code + (": " + warning.text));
     }
     return texts;
 }

@@ -117,6 +117,7 @@ cp stdout animation.json
 expect 2 1 'standard output' "$vsqexport" export demo:lights - --json
 expect 1 1 'no/l.json: the report cannot be written' "$vsqexport" export demo:lights kept.vsq \
     --report no/l.json
+expect 2 1 'would replace' "$vsqexport" export demo:lights kept.vsq --report ./kept.vsq
 check "the scene stays" "$vsqinfo" kept.vsq >/dev/null
 "$vsqexport" session demo:lights --json <<<'export s.vsq' >session.json 2>all
 check "a session with JSON is silent" test ! -s all

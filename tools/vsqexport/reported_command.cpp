@@ -43,7 +43,22 @@ std::string json_object(const std::optional<ExportReport>& report, const LossRep
     return json + "}\n";
 }
 
+bool are_same_file(const std::string& a, const std::string& b) {
+    std::error_code ignored;
+    return std::filesystem::weakly_canonical(std::filesystem::u8path(a), ignored) ==
+           std::filesystem::weakly_canonical(std::filesystem::u8path(b), ignored);
+}
+
 }  // namespace
+
+void check_report_file(const ReportOptions& options, const std::string& scene,
+                       const std::string& target) {
+    for (const std::string* file : {&scene, &target}) {
+        if (!options.file.empty() && !file->empty() && are_same_file(options.file, *file)) {
+            throw std::invalid_argument(options.file + ": the report would replace the scene");
+        }
+    }
+}
 
 ToldResult run_reported(const ReportOptions& options, PluginCommands& plugin,
                         const LossReport& imported,

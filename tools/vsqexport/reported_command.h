@@ -27,6 +27,11 @@ struct ToldResult {
     bool has_losses;             ///< whether the strict option makes it a failure
 };
 
+/// Throws `std::invalid_argument` with one line if the report would replace one of these files: the
+/// scene to be exported, or the file that it is written to. Paths are UTF-8.
+void check_report_file(const ReportOptions& options, const std::string& scene,
+                       const std::string& target);
+
 /// Runs a command of the plug-in and makes its result known. `command` returns the report on what
 /// was written, if it can be read back; whatever it throws becomes the failure. So does a note of
 /// something that failed, and a report file that can't be written. `imported` has the notes of the

@@ -48,6 +48,7 @@ struct Host {
 
 vsqexport::LossReport open_scene(Host& host, const CommandLine& command,
                                  const vsqexport::Interruption& interruption) {
+    vsqexport::check_report_file(command.report, command.options.scene, command.target);
     vsqexport::LossReport losses =
         vsqexport::open_scene(command.options, host.scene, command.report.quiet);
     if (interruption.happened()) {
