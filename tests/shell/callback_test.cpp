@@ -113,7 +113,7 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
 TEST(Callback, ExportsWithoutABarIfAnotherOneIsOpen) {
     const TemporaryFolder folder;
     SceneBuilder scene;
-    scene.host().refuse_progress();
+    scene.host().strict().add(memhost::StrictRule::kProgressRefused);
     scene.host().answer_save_dialog(folder / "s.vsq");
     callback_of(scene).ExecuteAction(kExportCommand);
     EXPECT_GT(file_contents(folder / "s.vsq").size(), 0u);

@@ -39,7 +39,8 @@ void print(const vsqexport::ExportReport& report) {
 
 // The plug-in starts with the host, before there is a scene.
 struct Host {
-    explicit Host(const std::vector<std::string>& changed_settings) : settings(changed_settings) {}
+    explicit Host(const vsqexport::SceneOptions& options)
+        : settings(options.settings), scene(options.strict_host) {}
 
     vsqexport::SettingsOfRun settings;
     memhost::SceneBuilder scene;
@@ -55,7 +56,7 @@ void open_scene(Host& host, const CommandLine& command,
 }
 
 int run_export(const CommandLine& command) {
-    Host host(command.options.settings);
+    Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
     open_scene(host, command, interruption);
     vsqexport::check_export_target(command.target, command.options.scene);
@@ -67,7 +68,7 @@ int run_export(const CommandLine& command) {
 }
 
 int run_animation(const CommandLine& command) {
-    Host host(command.options.settings);
+    Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
     open_scene(host, command, interruption);
     vsqexport::check_animation_target(command.target, command.options.scene);
@@ -76,7 +77,7 @@ int run_animation(const CommandLine& command) {
 }
 
 int run_render(const CommandLine& command) {
-    Host host(command.options.settings);
+    Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
     open_scene(host, command, interruption);
     const vsqexport::SentScene sent =
@@ -88,7 +89,7 @@ int run_render(const CommandLine& command) {
 }
 
 int run_session(const CommandLine& command) {
-    Host host(command.options.settings);
+    Host host(command.options);
     {
         // Each command of the session handles Ctrl-C itself; at the prompt it ends the program.
         const vsqexport::Interruption interruption(host.scene.host());
@@ -102,7 +103,7 @@ int run_session(const CommandLine& command) {
 int run_settings(const CommandLine& command) {
     const std::string folder = vsqexport::user_settings_folder();
     if (command.options.settings.empty()) {
-        Host host({});
+        Host host(command.options);
         vsqexport::throw_if_told(host.plugin.settings());
     } else {
         vsqexport::change_settings(folder, command.options.settings);
@@ -123,7 +124,13 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
     added->add_option("--fps", options.frames_per_second, "Frames per second")
         ->check(CLI::Range(1, 4800));
     added->add_option("--unit", options.unit, "The unit of the scene: mm, cm, m, ...");
-    added->footer("Demo scenes:\n" + vsqexport::list_of_demo_scenes());
+    added
+        ->add_option("--strict-host", options.strict_host,
+                     "Rules of a host that is as unkind as a genuine one may be")
+        ->type_name("RULE,...");
+    added->footer("Demo scenes:\n" + vsqexport::list_of_demo_scenes() +
+                  "\nRules of a strict host; all stands for those that change no scene:\n" +
+                  memhost::list_of_strict_rules());
     return added;
 }
 

@@ -22,8 +22,8 @@ constexpr float kLeastNearPlane = 1.0f;
 CameraState StateOf(CameraObject& camera, TimeValue t) {
     CameraState state;  // all zero until the camera fills it
     Interval valid = FOREVER;
-    camera.EvalCameraState(t, valid, &state);
-    return state;
+    const bool failed = camera.EvalCameraState(t, valid, &state) == REF_FAIL;
+    return failed ? CameraState() : state;  // a camera that fails can leave anything behind
 }
 
 // Four times the diagonal of the scene. The product wraps at 32 bits: an empty scene box has an

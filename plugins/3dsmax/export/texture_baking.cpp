@@ -101,7 +101,12 @@ void bake_texmap(Texmap* texmap, const std::wstring& path) {
     // The path is kept even if the file can't be written. So a folder without write access costs
     // one drawing, not one per export.
     baked_textures.insert(path);
-    texmap->RenderBitmap(0, bitmap.get(), 1.0f, FALSE);
+    // A map needn't be ready to draw itself. The host calls these before it renders, too.
+    constexpr TimeValue kDrawnTime = 0;
+    Interval valid = FOREVER;
+    texmap->Update(kDrawnTime, valid);
+    texmap->LoadMapFiles(kDrawnTime);
+    texmap->RenderBitmap(kDrawnTime, bitmap.get(), 1.0f, FALSE);
     bitmap->OpenOutput(&info);
     bitmap->Write(&info, BMM_SINGLEFRAME);
     bitmap->Close(&info, BMM_CLOSE_COMPLETE);

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "standins/host/memory/mesh_objects.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 
@@ -23,7 +23,7 @@ void DeformingObject::evaluate(TimeValue t) {
 
 void DeformingObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
     evaluate(t);
-    box = world_box_of(GetMesh(), *node, t);
+    answer_box(box, world_box_of(GetMesh(), *node, t));
 }
 
 DeformingConvertible::DeformingConvertible(DeformingMesh mesh, Class_ID class_id)
@@ -40,11 +40,12 @@ Mesh DeformingConvertible::mesh_at(TimeValue t) const {
 }
 
 Object* DeformingConvertible::ConvertToType(TimeValue t, Class_ID type) {
-    return CanConvertToType(type) ? new_conversion(mesh_at(t)) : nullptr;
+    const bool converts = CanConvertToType(type) && !host_obeys(StrictRule::kConvertNull);
+    return converts ? new_conversion(mesh_at(t)) : nullptr;
 }
 
 void DeformingConvertible::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
-    box = world_box_of(mesh_at(t), *node, t);
+    answer_box(box, world_box_of(mesh_at(t), *node, t));
 }
 
 }  // namespace memhost

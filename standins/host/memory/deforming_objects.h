@@ -1,6 +1,7 @@
 #pragma once
 
 #include "standins/host/memory/deforming_mesh.h"
+#include "standins/host/memory/mesh_objects.h"
 #include "standins/host/memory/timed_object.h"
 #include "standins/host/sdk/max.h"
 
@@ -20,6 +21,9 @@ public:
 
     int IsDeformable() override { return deformable_; }
     Interval ObjectValidity(TimeValue t) override { return over_time_.validity(t); }
+    Object* ConvertToType(TimeValue, Class_ID type) override {
+        return converted_to_own_class(*this, type);
+    }
     void GetWorldBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
 
 private:

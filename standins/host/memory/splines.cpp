@@ -2,6 +2,9 @@
 
 #include <atomic>
 
+#include "standins/host/memory/mesh_objects.h"
+#include "standins/host/memory/strict_rules.h"
+
 namespace memhost {
 namespace {
 
@@ -58,11 +61,18 @@ ICustAttribContainer* SplineObject::GetCustAttribContainer() {
 }
 
 void SplineObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
-    box = box_of(shape, node->GetObjTMAfterWSM(t));
+    answer_box(box, box_of(shape, node->GetObjTMAfterWSM(t)));
 }
 
 void SplineObject::GetLocalBoundBox(TimeValue, INode*, ViewExp*, Box3& box) {
-    box = box_of(shape, Matrix3());
+    answer_box(box, box_of(shape, Matrix3()));
+}
+
+Object* SplineObject::ConvertToType(TimeValue, Class_ID type) {
+    if (!CanConvertToType(type) || host_obeys(StrictRule::kConvertNull)) {
+        return nullptr;
+    }
+    return host_obeys(StrictRule::kConvertNewObject) ? new Conversion(*this) : this;
 }
 
 int ConvertibleShape::live_conversions() {
@@ -70,7 +80,8 @@ int ConvertibleShape::live_conversions() {
 }
 
 Object* ConvertibleShape::ConvertToType(TimeValue, Class_ID type) {
-    return CanConvertToType(type) ? new Conversion(splines_) : nullptr;
+    const bool converts = CanConvertToType(type) && !host_obeys(StrictRule::kConvertNull);
+    return converts ? new Conversion(splines_) : nullptr;
 }
 
 }  // namespace memhost

@@ -32,6 +32,7 @@ public:
     MemoryParamBlock& attribute(const std::wstring& name) { return attributes_.add(name); }
 
     int IsRenderable() override { return renderable_; }
+    Object* ConvertToType(TimeValue t, Class_ID type) override;
     float GetThickness(TimeValue, Interval&) override { return thickness_; }
     ICustAttribContainer* GetCustAttribContainer() override;
     void GetWorldBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
