@@ -24,6 +24,7 @@ constexpr const char* kFamilies[] = {
     "^hair/",
     "^deforming/",
     "^link/",
+    "^notes/",
     "^mesh/20,000 boxes",
     "^mesh/hard edges",
     "^mesh/(smooth|explicit normals|no smoothing groups|10 million)",

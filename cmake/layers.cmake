@@ -4,6 +4,9 @@
 file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/layers.txt VSQ_LAYER_ROWS REGEX "->")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/layers.txt)
 
+# With SHARED layers, a change of one source file needs only one short link. `scripts/mutants` builds so.
+set(VSQ_LAYER_KIND STATIC CACHE STRING "Kind of library for each layer: STATIC or SHARED")
+
 # Sets `result` to the folders and headers in the row of `folder`, or to nothing if there is no such
 # row.
 function(vsq_visible_paths folder result)
@@ -40,7 +43,7 @@ function(vsq_add_layer target)
         add_library(${target} INTERFACE)
         set(public INTERFACE)
     else()
-        add_library(${target} STATIC ${LAYER_SOURCES})
+        add_library(${target} ${VSQ_LAYER_KIND} ${LAYER_SOURCES})
     endif()
     if(NOT LAYER_EXECUTABLE)
         set_property(GLOBAL PROPERTY VSQ_TARGET_OF_${folder} ${target})

@@ -28,6 +28,6 @@ if(VSQ_SANITIZE)
     add_compile_options(-fsanitize=${VSQ_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     # With the sanitizers' checks, GCC wrongly reports uninitialised variables in the standard
     # library.
-    add_compile_options(-Wno-maybe-uninitialized)
+    add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     add_link_options(-fsanitize=${VSQ_SANITIZE})
 endif()

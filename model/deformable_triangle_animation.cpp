@@ -112,14 +112,15 @@ void DeformableTriangleAnimation::add_frame(const MeshFrame& entry) {
     frames_.push_back({entry.frame, vertices_.size(), normals_.size(), std::move(shared)});
 }
 
-void DeformableTriangleAnimation::write_library() {
+bool DeformableTriangleAnimation::write_library() {
     if (!has_constant_triangles_ || frames_.empty()) {
-        return;
+        return true;
     }
     make_library_path();
-    write_library_file();
+    const bool is_written = write_library_file();
     drop_frames();
     library_written_ = true;
+    return is_written;
 }
 
 // An existing library is never overwritten, because a scene may refer to it.
@@ -141,7 +142,7 @@ void DeformableTriangleAnimation::make_library_path() {
     }
 }
 
-void DeformableTriangleAnimation::write_library_file() {
+bool DeformableTriangleAnimation::write_library_file() {
     const SharedArrays& first = *frames_.front().shared;
     std::vector<std::uint32_t> triangles = unsigned_copy(first.triangles);
     std::vector<std::uint32_t> normal_indices = unsigned_copy(first.triangles_norm);
@@ -179,7 +180,7 @@ void DeformableTriangleAnimation::write_library_file() {
     mesh.uvs = data_or_null(uvs);
     mesh.frames = data_or_null(records);
     mesh.frame_count = static_cast<std::uint32_t>(records.size());
-    write_qort_file(mesh, library_path_.c_str(), 0);
+    return write_qort_file(mesh, library_path_.c_str(), 0);
 }
 
 void DeformableTriangleAnimation::drop_frames() {

@@ -54,8 +54,9 @@ public:
     void add_timestamp(float timestamp) { timestamps_.push_back(timestamp); }
 
     /// Writes the library and drops the frames. Does nothing if the triangles changed between
-    /// frames. A failure is reported on standard error, and the scene still refers to the file.
-    void write_library();
+    /// frames. False if the file couldn't be written completely: the reason goes to standard error,
+    /// and the scene still refers to the file.
+    bool write_library();
 
     void emit(qorSceneapi_oo& scene) override;
     /// Does nothing: an animation can't be defined for later use.
@@ -79,7 +80,7 @@ private:
     };
 
     void make_library_path();
-    void write_library_file();
+    bool write_library_file();
     void drop_frames();
     void emit_library(qorSceneapi_oo& scene) const;
     void emit_frames(qorSceneapi_oo& scene) const;

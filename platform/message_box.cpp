@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/host_function.h"
 #include "platform/native_message_box.h"
 
 namespace platform {
@@ -19,7 +20,8 @@ void show_message_box(void* parent, const std::string& text, const std::string& 
                       std::uint32_t style) {
     if (handler()) {
         handler()(text, title, style);
-    } else if (HostMessageBox* show = find_host_message_box()) {
+    } else if (auto* show =
+                   reinterpret_cast<HostMessageBox*>(find_host_function(kHostMessageBox))) {
         show(text.c_str(), title.c_str(), style);
     } else {
         show_native_message_box(parent, text, title, style);

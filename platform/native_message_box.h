@@ -7,9 +7,6 @@
 
 namespace platform {
 
-/// The function that this process's program exports in place of a message box, or null.
-HostMessageBox* find_host_message_box();
-
 /// Opens the system's own message box, or prints to standard error on a system that has none.
 void show_native_message_box(void* parent, const std::string& text, const std::string& title,
                              std::uint32_t style);

@@ -6,11 +6,6 @@
 
 namespace platform {
 
-HostMessageBox* find_host_message_box() {
-    return reinterpret_cast<HostMessageBox*>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(nullptr), kHostMessageBox)));
-}
-
 void show_native_message_box(void* parent, const std::string& text, const std::string& title,
                              std::uint32_t style) {
     MessageBoxW(static_cast<HWND>(parent), wide_from_utf8(text).c_str(),

@@ -31,7 +31,11 @@ void ClientSession::start() {
 
 bool ClientSession::fails_on_purpose() {
     const Fault& fault = renderer_.settings().fault;
-    if (fault.kind == Fault::Kind::kNone || received_ < fault.after_bytes) {
+    if (received_ < fault.after_bytes) {
+        return false;
+    }
+    nonsense_ = fault.kind == Fault::Kind::kAnswerNonsense;
+    if (nonsense_ || fault.kind == Fault::Kind::kNone) {
         return false;
     }
     if (fault.kind == Fault::Kind::kDie) {
@@ -168,6 +172,9 @@ bool ClientSession::handle(const FrameHead& head, const char* arguments) {
 }
 
 void ClientSession::send_answer() {
+    if (nonsense_) {
+        answer_.overwrite('?');
+    }
     asio::async_write(
         socket_, asio::buffer(answer_.bytes()),
         [this, self = shared_from_this()](const asio::error_code& error, std::size_t) {

@@ -45,6 +45,7 @@ private:
     std::size_t filled_ = 0;
     std::size_t handled_ = 0;
     std::uint64_t received_ = 0;
+    bool nonsense_ = false;  // answers are overwritten
     bool is_greeted_ = false;
     std::int64_t client_process_id_ = 0;  // 0 until the greeting
     bool ends_renderer_ = false;          // once the answer is sent

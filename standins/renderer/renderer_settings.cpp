@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <stdexcept>
+#include <utility>
 
 #include "standins/renderer/operating_system.h"
 
@@ -30,13 +31,17 @@ Fault read_fault() {
     if (value.empty()) {
         return {};
     }
-    unsigned long long bytes = 0;
-    char behind = 0;
-    if (std::sscanf(value.c_str(), "die-after=%18llu%c", &bytes, &behind) == 1) {
-        return {Fault::Kind::kDie, bytes};
-    }
-    if (std::sscanf(value.c_str(), "hang-after=%18llu%c", &bytes, &behind) == 1) {
-        return {Fault::Kind::kHang, bytes};
+    constexpr std::pair<const char*, Fault::Kind> kKinds[] = {
+        {"die-after=%18llu%c", Fault::Kind::kDie},
+        {"hang-after=%18llu%c", Fault::Kind::kHang},
+        {"nonsense-after=%18llu%c", Fault::Kind::kAnswerNonsense},
+    };
+    for (const auto& [form, kind] : kKinds) {
+        unsigned long long bytes = 0;
+        char behind = 0;
+        if (std::sscanf(value.c_str(), form, &bytes, &behind) == 1) {
+            return {kind, bytes};
+        }
     }
     refuse("VELMORA_FAULT", value);
 }
@@ -51,6 +56,7 @@ const char kSettingsHelp[] =
     "                              below the user's data until another renderer starts\n"
     "  VELMORA_FAULT=die-after=N   die once a connection has sent N bytes; 0: once it is open\n"
     "  VELMORA_FAULT=hang-after=N  hang instead: neither read nor answer on that connection\n"
+    "  VELMORA_FAULT=nonsense-after=N  answer with bytes that mean nothing\n"
     "A request for the scene tree sends less than 100 bytes.\n"
     "The live library reads VELMORA_LINK_TIMEOUT_MS=5000: how many milliseconds a renderer may\n"
     "take to answer a question, or to accept a megabyte of a scene.\n";

@@ -7,7 +7,7 @@ namespace velmora {
 
 /// A fault that the renderer simulates on each connection that has sent `after_bytes` bytes.
 struct Fault {
-    enum class Kind { kNone, kDie, kHang };
+    enum class Kind { kNone, kDie, kHang, kAnswerNonsense };
 
     Kind kind = Kind::kNone;
     std::uint64_t after_bytes = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -87,6 +88,8 @@ public:
     }
 
     const std::vector<char>& bytes() const { return bytes_; }
+    /// Makes all bytes the same, for a renderer that answers nonsense.
+    void overwrite(char byte) { std::fill(bytes_.begin(), bytes_.end(), byte); }
     void clear() { bytes_.clear(); }
 
 private:

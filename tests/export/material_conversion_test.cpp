@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/wide_text.h"
 #include "plugins/3dsmax/export/material_entry.h"
 #include "standins/host/memory/image_file.h"
 #include "standins/host/memory/scene_builder.h"
@@ -13,6 +14,12 @@ using memhost::BlockMaterial;
 
 class MaterialConversion : public testing::Test {
 protected:
+    using SetTexture = void (qor::SmartMaterial::*)(std::string);
+    static constexpr SetTexture kDiffuse = &qor::SmartMaterial::set_diffuse_texture;
+    static constexpr SetTexture kSpecular = &qor::SmartMaterial::set_specular_texture;
+    static constexpr SetTexture kBump = &qor::SmartMaterial::set_bump_texture;
+    static constexpr SetTexture kOpacity = &qor::SmartMaterial::set_opacity_texture;
+
     // A bitmap map of a new image file with that name.
     Texmap* image(const std::string& name) {
         memhost::write_png((folder_.path() / name).wstring() + L".png", memhost::Image(1, 1));
@@ -32,6 +39,16 @@ protected:
         convert_material(entry, memhost::grid_mesh(1, 1, 1).mesh(), &material);
         EXPECT_EQ(emitted_text([&](auto& scene) { entry.material->emit(scene); }),
                   emitted_text([&](auto& scene) { wanted_.emit(scene); }));
+    }
+
+    // Expects that the slot's picture, and no other, is written as one of that kind.
+    void expect_slot(Mtl& material, const std::string& name, SetTexture set_texture) {
+        SCOPED_TRACE(name);
+        wanted_ = qor::SmartMaterial("MA");
+        wanted_.set_specular_color(0, 0, 0);
+        wanted_.set_diffuse_color(0, 0, 0);
+        (wanted_.*set_texture)(path("map"));
+        expect_wanted(material);
     }
 
     memhost::SceneBuilder scene_;
@@ -60,16 +77,49 @@ TEST_F(MaterialConversion, TakesTheEnabledSlotsOfAStandardMaterial) {
     expect_wanted(material);
 }
 
+// Each slot in a material of its own, so that none can stand in for another.
+TEST_F(MaterialConversion, KnowsEachSlotByItsName) {
+    Texmap* const map = image("map");
+    const std::pair<int, SetTexture> standard_slots[] = {
+        {memhost::kDiffuseSlot, kDiffuse},
+        {memhost::kOpacitySlot, kOpacity},
+        {memhost::kBumpSlot, kBump},
+        {memhost::kSpecularColorSlot, kSpecular},
+        {memhost::kSpecularLevelSlot, kSpecular},
+    };
+    for (const auto& [slot, set_texture] : standard_slots) {
+        auto& material = scene_.make<memhost::StandardMaterial>(L"MA").map(slot, map);
+        expect_slot(material.diffuse(Color()), "standard " + std::to_string(slot), set_texture);
+    }
+    const std::pair<const char*, SetTexture> generic_slots[] = {
+        {"Diffuse Color", kDiffuse},
+        {"Diffuse Color Map", kDiffuse},
+        {"Opacity", kOpacity},
+        {"Opacity Map", kOpacity},
+        {"Bump", kBump},
+        {"Bump Map", kBump},
+        {"Specular", kSpecular},
+        {"Specular Map", kSpecular},
+    };
+    for (const auto& [name, set_texture] : generic_slots) {
+        auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(1, 2));
+        expect_slot(material.slot(platform::wide_from_utf8(name), map), name, set_texture);
+    }
+}
+
 // Slots and parameter blocks after the twentieth are ignored.
 TEST_F(MaterialConversion, TakesTheCommonPropertiesOfOtherClasses) {
     auto& material = scene_.make<BlockMaterial>(L"MA", Class_ID(1, 2));
     material.diffuse({0.1f, 0.2f, 0.3f}).specular({0.4f, 0.5f, 4}).shininess(0.5f);
-    material.block(0).number(0, L"bump_map", 1);
+    material.block(0).map(0, L"bump_map", image("first")).number(1, L"bump_map_amt", 1.5f);
+    wanted_.set_diffuse_color(0.1f, 0.2f, 0.3f);
+    wanted_.set_specular_color(0.2f, 0.25f, 1);
+    wanted_.set_bump_height(1.5f);
+    want_textures("", "", "first");
+    expect_wanted(material);
     material.block(19).number(7, L"bump_map_amt", 2.5f).map(3, L"bump_map", image("block"));
     material.block(20).number(0, L"bump_map_amt", 9).map(1, L"bump_map", image("far"));
     material.slot(L"Specular Color", image("other")).slot(L"Opacity", image("off"), false);
-    wanted_.set_diffuse_color(0.1f, 0.2f, 0.3f);
-    wanted_.set_specular_color(0.2f, 0.25f, 1);
     wanted_.set_bump_height(2.5f);
     want_textures("", "", "block");
     expect_wanted(material);
@@ -95,6 +145,12 @@ TEST_F(MaterialConversion, TakesOneColourAndTheEnabledMapsOfItsBlocks) {
     wanted_.set_specular_color(0.25f, 0.5f, 1);
     want_textures("diffuse", "", "");
     expect_wanted(material);
+
+    auto& bumpy = scene_.make<BlockMaterial>(L"MA", Class_ID(0x37BF3F2F, 0x7034695C));
+    bumpy.block(4).map(103, L"", image("bump")).integer(153, L"", 1);
+    wanted_ = qor::SmartMaterial("MA");
+    want_textures("", "", "bump");
+    expect_wanted(bumpy);
 }
 
 TEST_F(MaterialConversion, TakesTheMapsOfABlockByTheirLocalNames) {

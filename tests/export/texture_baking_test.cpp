@@ -11,6 +11,7 @@
 
 namespace {
 
+namespace fs = std::filesystem;
 using memhost::SceneBuilder;
 using memhost::StandardMaterial;
 using memhost::units_from_utf8;
@@ -53,6 +54,10 @@ TEST(ApplyTexmap, UsesTheFileOfABitmapMapInPlace) {
         expect_applied(&scene.bitmap(folder / "missing.png").channel(3).tiling(1, 2), 3, 2);
         (wanted.*kinds[kind].set_texture)(wood + "\xe9.png");
         expect_applied(&scene.bitmap(file).channel(3).tiling(1, 4), 3, 4);
+        // A relative path comes out in full.
+        fs::current_path(folder.path());
+        expect_applied(&scene.bitmap(fs::u8path(file).filename().u8string()).channel(3), 3, 1);
+        fs::current_path(fs::temp_directory_path());
     }
 }
 
@@ -63,7 +68,19 @@ TEST(ApplyTexmap, DrawsOtherMapsOnceAndAlwaysNamesTheirFile) {
         const char* material;
         bool has_memory;  // at the first export
         int first_drawn, second_drawn;
-    } cases[] = {{"Rock", true, 1, 0}, {"no/such: \"folder\"", true, 1, 0}, {"No", false, 0, 1}};
+        TextureKind kind = TextureKind::kBump;
+        const char* word = "bump";
+        void (qor::SmartMaterial::*set_texture)(std::string) =
+            &qor::SmartMaterial::set_bump_texture;
+    } cases[] = {{"Rock", true, 1, 0},
+                 {"A", true, 1, 0, TextureKind::kDiffuse, "diffuse",
+                  &qor::SmartMaterial::set_diffuse_texture},
+                 {"A", true, 1, 0, TextureKind::kOpacity, "opacity",
+                  &qor::SmartMaterial::set_opacity_texture},
+                 {"A", true, 1, 0, TextureKind::kSpecular, "specular",
+                  &qor::SmartMaterial::set_specular_texture},
+                 {"no/such: \"folder\"", true, 1, 0},
+                 {"No", false, 0, 1}};
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.path() / "textures");
     const std::string resources = folder.path().generic_u8string();
@@ -71,7 +88,8 @@ TEST(ApplyTexmap, DrawsOtherMapsOnceAndAlwaysNamesTheirFile) {
                                     "ResourceFolder", "\"" + resources + "\""}});
     for (const auto& one : cases) {
         qor::SmartMaterial wanted("m");
-        wanted.set_bump_texture(resources + "/textures/" + one.material + "_bump.png");
+        (wanted.*one.set_texture)(resources + "/textures/" + one.material + "_" + one.word +
+                                  ".png");
         for (const bool is_first : {true, false}) {
             SceneBuilder scene;
             if (is_first && !one.has_memory) {
@@ -81,10 +99,10 @@ TEST(ApplyTexmap, DrawsOtherMapsOnceAndAlwaysNamesTheirFile) {
             auto& map = scene.make<memhost::ProceduralMap>(memhost::solid({255, 0, 0, 255}));
             MaterialEntry entry;
             entry.material = std::make_shared<qor::SmartMaterial>("m");
-            apply_texmap(entry, &material, memhost::grid_mesh(1, 1, 1), &map, TextureKind::kBump);
+            apply_texmap(entry, &material, memhost::grid_mesh(1, 1, 1), &map, one.kind);
             EXPECT_EQ(map.renders(), is_first ? one.first_drawn : one.second_drawn);
             EXPECT_EQ(scene.host().bitmaps().record().alive, 0);
-            EXPECT_EQ(entry.bump_channel, 1);
+            EXPECT_EQ(entry.bump_channel, one.kind == TextureKind::kBump ? 1 : -1);
             EXPECT_EQ(text_of(*entry.material), text_of(wanted));
         }
     }

@@ -18,10 +18,19 @@ inline const std::string kModels = VSQ_TEST_MODELS "/";
         GTEST_SKIP() << "assimp-testmodels is not at " << VSQ_TEST_MODELS; \
     }
 
+/// The warnings, each with its code in front.
+inline std::vector<std::string> texts_of(const vsqexport::ImportWarnings& warnings) {
+    std::vector<std::string> texts;
+    for (const vsqexport::ImportWarning& warning : warnings) {
+        texts.push_back(warning.code + (": " + warning.text));
+    }
+    return texts;
+}
+
 /// The scene that is imported from a model file.
 struct ImportedModel : memhost::SceneBuilder {
     explicit ImportedModel(const std::string& path)
-        : warnings(vsqexport::import_model(path, *this)) {}
+        : warnings(texts_of(vsqexport::import_model(path, *this))) {}
 
     /// The first node of that name. Throws, which fails the test, if there is none.
     memhost::MemoryNode& find(const std::string& name) {

@@ -44,5 +44,5 @@ struct MadeModel : aiScene {
     const aiNode& node(unsigned i) const { return *mRootNode->mChildren[i]; }
     vsqexport::ModelAnimation animation() { return {*this, vsqexport::NodeIndex(*this), warnings}; }
 
-    std::vector<std::string> warnings;
+    vsqexport::ImportWarnings warnings;
 };

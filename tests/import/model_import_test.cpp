@@ -164,7 +164,7 @@ TEST(ModelImport, FindsTexturesOfTheModelAndWarnsOfOthers) {
     written(folder, "lost.mtl", "newmtl M\nmap_Kd lost.png\n");
     const std::string model = "mtllib lost.mtl\nusemtl M\n" + kTriangle;
     EXPECT_THAT(ImportedModel(written(folder, "lost.obj", model)).warnings,
-                ElementsAre(HasSubstr("lost.png")));
+                ElementsAre(AllOf(HasSubstr("import-texture: "), HasSubstr("lost.png"))));
 }
 
 }  // namespace

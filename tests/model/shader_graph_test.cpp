@@ -48,6 +48,17 @@ TEST(SmartMaterial, ChoosesItsStagesByWhatIsSet) {
     }
 }
 
+TEST(SmartMaterial, TexturedMattFormWritesEachOfItsValues) {
+    SmartMaterial material("m");
+    material.set_diffuse_color(0.25f, 0.5f, 2);
+    material.set_diffuse_texture("d"), material.set_diffuse_uv_scale(2, 3);
+    EXPECT_NE(text_of(material).find(
+                  "#define shader 1 texture2_rgb {\n\"uv_projection\" 4,\n\"texture\" \"d\",\n"
+                  "\"uv_scale_u\" 2,\n\"uv_scale_v\" 3,\n\"blend_color\" off,\n"
+                  "\"default_color\" 0.25 0.5 1,\n}\n#define shader 2 qor_diffuse {\n"),
+              std::string::npos);
+}
+
 // Every value differs from its default and from all others, so that no mix-up can pass.
 TEST(SmartMaterial, GlossyFormWritesEachOfItsValues) {
     SmartMaterial material("m");

@@ -4,6 +4,9 @@
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "importers/sceneapi/dev/repeat_link_factory.h"
+#include "platform/message_box.h"
+#include "plugins/3dsmax/export/scene_exporter.h"
+#include "standins/host/memory/scene_builder.h"
 #include "tests/support/installation_entries.h"
 #include "tests/support/velmora_process.h"
 
@@ -73,6 +76,47 @@ TEST_F(LinkChoice, PrefersTheVersionAndThenTheScene) {
     const VelmoraProcess empty(VELMORA_PROGRAM, "VELMORA_VERSION", "11.2");
     EXPECT_EQ(send("", "Hall"), first.port());
     EXPECT_TRUE(found_scene_);
+}
+
+// Evaluating it throws what isn't a standard exception.
+class BrokenObject final : public GeomObject {
+public:
+    Class_ID ClassID() override { throw 5; }
+};
+
+// The whole scene adjusts the renderer's camera and environment, an update only the environment. A
+// failure in the middle of a scene leads to the box and to no exception.
+TEST_F(LinkChoice, CarriesTheWholeSceneAndThenUpdates) {
+    const VelmoraProcess renderer(VELMORA_PROGRAM, "VELMORA_VERSION", "11.1");
+    memhost::SceneBuilder scene;
+    const auto broken = scene.node(L"Broken");
+    std::string told;
+    platform::set_message_box_handler([&told](const std::string& text, const std::string& title,
+                                              std::uint32_t) { told += title + ": " + text; });
+    const struct {
+        bool update, breaks;
+        const char* camera;
+        std::uint32_t scene;
+    } cases[] = {{false, false, "on", 1}, {true, false, "off", 2}, {false, true, nullptr, 0}};
+    for (const auto& one : cases) {
+        if (one.breaks) {
+            broken.make_object<BrokenObject>();
+        }
+        SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
+                               std::make_shared<Qor::Options>(&scene.host()), {});
+        EXPECT_NO_THROW(exporter.Run("", one.update, false, false));
+        EXPECT_EQ(told, one.breaks ? "Error: Could not connect to a existing Velmora instance or "
+                                     "launch a new."
+                                   : "");
+        if (one.camera != nullptr) {
+            ASSERT_TRUE(comes_to_hold([&] { return renderer.newest_scene().number == one.scene; }));
+            const std::string text = file_contents(renderer.newest_scene().file);
+            const std::string camera = "import_adjust_camera\" " + std::string(one.camera) + ",";
+            EXPECT_NE(text.find(camera), std::string::npos) << one.update;
+            EXPECT_NE(text.find("import_adjust_environment\" on,"), std::string::npos);
+        }
+    }
+    platform::set_message_box_handler({});
 }
 
 TEST_F(LinkChoice, TriesTheRegisteredPortIfNoRendererIsAnnounced) {

@@ -10,17 +10,24 @@ models=$4
 out=$(mktemp -d)
 trap 'chmod -R u+w "$out"; rm -rf "$out"' EXIT
 cd "$out" || exit 1
-# No renderer is registered here, so that no textures are written to the user's folders.
+# Drawn pictures go to a folder of this test. There is no renderer in it.
 export XDG_CONFIG_HOME=$out/config XDG_DATA_HOME=$out/data
+mkdir -p textures config/quoria
+printf '%s\r\n' 'Windows Registry Editor Version 5.00' '' \
+    '[HKEY_LOCAL_MACHINE\SOFTWARE\Quoria\Velmora 11]' "\"ResourceFolder\"=\"$out\"" \
+    >config/quoria/registry.reg
 failures=0
 
 # expect CODE LINES PATTERN COMMAND... runs a command and checks its exit code, its number of lines
-# on standard error, and that these match the pattern.
+# on standard error, and that these match the pattern. The list of what was lost or changed goes to
+# the file `list`.
 expect() {
     local code=$1 lines=$2 pattern=$3 got
     shift 3
-    "$@" >stdout 2>stderr </dev/null
+    "$@" >stdout 2>all </dev/null
     got=$?
+    grep -aE '^  (failed|lost|changed|chosen) ' all >list
+    grep -avE '^  (failed|lost|changed|chosen) ' all >stderr
     if [[ $got != "$code" || $(wc -l <stderr) != "$lines" || ! $(cat stderr) =~ $pattern ]]; then
         echo "FAILED: $*: exit $got (wanted $code), $lines lines matching '$pattern' wanted of:"
         cat stderr
@@ -93,6 +100,44 @@ if [[ -e $model ]]; then
 else
     echo "SKIPPED: there is no $model"
 fi
+
+# The report: on the screen, in a file, as an exit status, as JSON.
+expect 0 0 '' "$vsqexport" export demo:lights l.vsq --report l.json
+check "the list, worst first" grep -q '^  lost light-kind-unknown (3): Room/Stage spot, class' list
+check "what was chosen comes last" test "$(sed 's/^  //; s/ .*//' list | uniq | tr '\n' ' ')" = \
+    'lost changed '
+expect 3 0 '' "$vsqexport" export demo:lights l.vsq --strict --quiet
+check "a quiet command" test ! -s list -a ! -s stdout
+expect 0 0 '' "$vsqexport" export demo:curves l.vsq --strict
+expect 0 0 '' "$vsqexport" export demo:lights l.vsq --json
+check "only JSON is printed" test ! -s list
+cp stdout export.json
+expect 0 0 '' "$vsqexport" animation demo:lights film.vsq --frames 0:1 --json
+cp stdout animation.json
+expect 2 1 'standard output' "$vsqexport" export demo:lights - --json
+expect 1 1 'no/l.json: the report cannot be written' "$vsqexport" export demo:lights kept.vsq \
+    --report no/l.json
+expect 2 1 'would replace' "$vsqexport" export demo:lights kept.vsq --report ./kept.vsq
+check "the scene stays" "$vsqinfo" kept.vsq >/dev/null
+"$vsqexport" session demo:lights --json <<<'export s.vsq' >session.json 2>all
+check "a session with JSON is silent" test ! -s all
+"$vsqexport" session demo:lights --strict --report s.json <<<$'hide Sky\nexport s.vsq' >all 2>&1
+check "a strict session" test $? = 3
+printf 'newmtl m\nmap_Kd gone.png\n' >gone.mtl
+printf 'mtllib gone.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n' >gone.obj
+expect 3 1 'warning: .*gone.png is not found' "$vsqexport" export gone.obj s.vsq --strict \
+    --report gone.json
+check "the importer's warning has a code" grep -q '"import-texture"' gone.json
+check "a hidden node is noted" grep -q '"node-hidden"' s.json
+for file in l export animation session s gone; do
+    check "$file.json is JSON" python3 -m json.tool $file.json >/dev/null
+    check "$file.json has the schema" "${0%/*}/check_report.py" $file.json
+done
+rm -rf textures
+expect 1 1 'map-not-written: .*textures/Tiles_diffuse.png.*and 9 more' \
+    "$vsqexport" export demo:materials m.vsq
+check "the summary is printed all the same" grep -q '10 textures' stdout
+mkdir textures
 
 # A mesh file is recognised by its contents.
 printf 'qorT\3\0\0\0' >mesh.vsq

@@ -33,6 +33,7 @@ run() {
 
 key='HKEY_LOCAL_MACHINE\SOFTWARE\Quoria\Velmora 11'
 register() {
+    mkdir -p "$out/resources/textures"
     local file=$out/config/quoria/registry.reg
     printf 'Windows Registry Editor Version 5.00\r\n\r\n[%s]\r\n' "$key" >"$file"
     printf '"BinName"="%s"\r\n"BinFolder"="%s"\r\n"ResourceFolder"="%s"\r\n' \
@@ -76,7 +77,7 @@ unregister
 run vsqexport render demo:hierarchy >stdout 2>stderr </dev/null &&
     fail "a render without a renderer"
 [[ $(<stderr) == *'Could not connect to a existing Velmora instance or launch a new.'* &&
-    $(wc -l <stderr) == 1 && ! -s stdout ]] || fail "the report without a renderer: $(<stderr)"
+    $(grep -vc '^  failed link-failed (1): Failed to connect' stderr) == 1 && ! -s stdout ]] || fail "the report without a renderer: $(<stderr)"
 printf 'render\nnodes\n' | run vsqexport session demo:hierarchy >stdout 2>stderr &&
     fail "a session with a failure in a pipe"
 grep -q Counterweight stdout || fail "a session goes on after a failure"
@@ -104,7 +105,7 @@ for scene in $scenes; do
     tail -n +2 "$received" | cmp - wanted || fail "$scene: the received scene differs"
 done
 [[ $started == running ]] || fail "there are no demo scenes"
-head -4 resources/sceneapi.log | tr -d '\r' |
+grep -v '^report_log' resources/sceneapi.log | head -4 | tr -d '\r' |
     sed -E 's/^velmoralive_loader.cpp:[0-9]+ - ..:..:..\.[0-9]{3} //; s/(0x)?[0-9a-fA-F]{6,}$/P/' >log
 [[ $(<log) == "DEBUG4:  $drive$bin/velmora-11
 DEBUG4:  initialize shared handle: P
@@ -126,7 +127,7 @@ wanted=('1|Lamp Turntable Lift Bolt Gate Floor ' '2|' '3|Lift ' '4|Floor ' '5|'
 run velmora-11/velmora --stop
 rm -f scenes/*
 run vsqexport session demo:motion <script >stdout 2>stderr && fail "a session with two failures"
-[[ $(wc -l <stderr) == 2 ]] || fail "two failures were wanted: $(<stderr)"
+[[ $(grep -c '^vsqexport: ' stderr) == 2 ]] || fail "two failures were wanted: $(<stderr)"
 for entry in "${wanted[@]}"; do
     received=$(echo scenes/scene-*-"${entry%%|*}".vsq)
     [[ -e $received ]] || fail "no scene $received"
@@ -154,7 +155,7 @@ senders=
 for scene in hierarchy motion layers cameras; do
     run vsqexport export "demo:$scene" sent.vsq | sed -n 2p >"$scene.wanted"
     # `run` writes a file in the current folder, so each needs its own.
-    (cd "$(mktemp -d -p "$out")" && run vsqexport render "demo:$scene" 2>&1 </dev/null) |
+    (cd "$(mktemp -d -p "$out")" && run vsqexport render "demo:$scene" 2>/dev/null </dev/null) |
         sed -n 3p >"$scene.report" &
     senders+=" $!"
 done

@@ -16,7 +16,7 @@ mkdir -p "$out/native/Animations" "$out/emulated/Animations"
 export_in() {
     cd "$out/$1"
     shift
-    "$@" export "$scene" - >../whole
+    "$@" export "$scene" - >../whole || [ $? = 1 ]  # drawn pictures have no folder here
     [ -s ../whole ]
     sed 's/(built [^)]*)//' ../whole >"$scene.vsq"
 }

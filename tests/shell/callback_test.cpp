@@ -66,24 +66,34 @@ TEST(Callback, RecordsNullForKeysWithoutANode) {
     EXPECT_EQ(callback.changed_nodes(), Nodes({nullptr}));
 }
 
+// Converting it throws what isn't a standard exception.
+class BrokenObject final : public GeomObject {
+public:
+    Class_ID ClassID() override { throw 5; }
+};
+
 TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
     const RegistryEntries no_renderer({});
     const TemporaryFolder folder;
     const std::string target = folder / "s.vsq";
     const std::string missing = folder / "missing" + "/s.vsq";
-    const std::string no_link = "Could not connect to a existing Velmora instance or launch a new.";
+    const std::string no_link =
+        "Error: Could not connect to a existing Velmora instance or launch a new.";
     const struct {
         const char* what;
         int command;
         std::string answer;  // to the save dialog
         bool cancelled, forgets, shows_bar;
         std::string told;
+        bool breaks = false;
     } cases[] = {
         {"an export", kExportCommand, target, false, true, true, ""},
         {"a cancelled export", kExportCommand, target, true, true, true, ""},
         {"no file chosen", kExportCommand, "", false, false, false, ""},
         {"a file that can't be created", kExportCommand, missing, false, false, true,
-         "could not open file: \"" + missing + "\""},
+         "Error: could not open file: \"" + missing + "\""},
+        {"an unknown failure", kExportCommand, target, false, false, true,
+         "Error: The command failed for an unknown reason.", true},
         {"a render without a renderer", kRenderCommand, "", false, true, true, no_link},
         {"an update without one", kUpdateCommand, "", false, true, true, no_link},
         {"an unknown command", 7, "", false, false, false, ""},
@@ -91,10 +101,14 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
     for (const auto& command : cases) {
         SCOPED_TRACE(command.what);
         std::string told;
-        platform::set_message_box_handler(
-            [&told](const std::string& text, const std::string&, std::uint32_t) { told += text; });
+        platform::set_message_box_handler([&told](const std::string& text, const std::string& title,
+                                                  std::uint32_t) { told += title + ": " + text; });
         SceneBuilder scene;
-        INode* node = &scene.node(L"a").node();
+        const auto built = scene.node(L"a");
+        INode* node = &built.node();
+        if (command.breaks) {
+            built.make_object<BrokenObject>();
+        }
         scene.host().answer_save_dialog(command.answer);
         scene.host().cancel_at_poll(command.cancelled ? 1 : 0);
         Callback callback = callback_of(scene);
@@ -106,8 +120,48 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
         EXPECT_EQ(scene.host().progress().started, command.shows_bar ? 1 : 0);
         EXPECT_EQ(scene.host().progress().ended, command.shows_bar ? 1 : 0);
         EXPECT_EQ(told, command.told);
+        if (command.shows_bar) {
+            EXPECT_EQ(scene.host().progress().first_title, L"Export VSQ File.");
+        }
+        if (command.command == kExportCommand) {
+            EXPECT_EQ(scene.host().save_dialog(),
+                      (std::vector<std::wstring>{L"Vsq Export", L"Velmora Vsq(*.vsq)", L"*.vsq"}));
+        }
     }
     platform::set_message_box_handler({});
+}
+
+// The host may send events while a command runs. Nodes may go between two commands, and new ones
+// may get their addresses.
+TEST(Callback, StandsEventsInTheMiddleOfACommand) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    scene.animation_frames(0, 1);
+    auto callback = callback_of(scene);
+    for (int round = 0; round < 20; ++round) {
+        auto& going = scene.node(L"going").mesh(memhost::box_mesh(1, 1, 1)).node();
+        auto& staying = scene.node(L"staying").mesh(memhost::box_mesh(1, 1, 1)).node();
+        int events = 0;
+        scene.host().on_progress([&](int, const std::wstring&) {
+            Events::NodeKeyTab keys = keys_of({&going, &staying});
+            callback.GeometryChanged(keys);
+            callback.Deleted(keys);
+            ++events;
+        });
+        scene.host().answer_save_dialog(folder / "s.vsq");
+        for (const int command : {kExportCommand, kExportAnimationCommand}) {
+            EXPECT_TRUE(callback.ExecuteAction(command));
+        }
+        EXPECT_GT(events, 0);
+        scene.host().on_progress({});
+        Events::NodeKeyTab keys = keys_of({&going});
+        callback.Added(keys);
+        scene.host().delete_node(going);
+        scene.host().delete_node(staying);
+    }
+    scene.node(L"last").mesh(memhost::box_mesh(1, 1, 1));
+    EXPECT_TRUE(callback.ExecuteAction(kExportCommand));
+    EXPECT_NE(file_contents(folder / "s.vsq").find("group \"last\""), std::string::npos);
 }
 
 TEST(Callback, ExportsWithoutABarIfAnotherOneIsOpen) {

@@ -5,7 +5,9 @@
 #include <filesystem>
 #include <iterator>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "tools/vsqinfo/display_text.h"
@@ -15,6 +17,8 @@
 namespace vsqexport {
 
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 struct Counted {
     std::uint64_t vsqinfo::VsqSummary::*count;
@@ -68,6 +72,19 @@ std::string contents_text(const vsqinfo::VsqSummary& summary) {
     return text;
 }
 
+Json contents_json(const vsqinfo::VsqSummary& summary) {
+    Json contents;
+    for (const Counted& entry : kCounted) {
+        contents[entry.many] = summary.*entry.count;
+    }
+    return contents;
+}
+
+// Paths can hold bytes that aren't UTF-8.
+std::string dumped(const Json& json) {
+    return json.dump(1, ' ', false, Json::error_handler_t::replace);
+}
+
 vsqinfo::VsqSummary read_scene(const std::string& path) {
     try {
         return vsqinfo::read_vsq_file(path);
@@ -76,8 +93,9 @@ vsqinfo::VsqSummary read_scene(const std::string& path) {
     }
 }
 
-// A line for each mesh file of the scene.
-std::string read_libraries(const std::string& scene_path, const vsqinfo::VsqSummary& scene) {
+// A line for each mesh file of the scene. Adds the same to `json`.
+std::string read_libraries(const std::string& scene_path, const vsqinfo::VsqSummary& scene,
+                           Json& json) {
     std::string lines;
     for (const std::string& path : scene.library_paths) {
         const std::string shown = vsqinfo::display_text(path);
@@ -86,6 +104,10 @@ std::string read_libraries(const std::string& scene_path, const vsqinfo::VsqSumm
             lines += "  " + shown + ": " + size_text(mesh.file_size) + ", " +
                      counted(mesh.frames.size(), "frame", "frames") + ", " +
                      counted(mesh.triangles, "triangle", "triangles") + "\n";
+            json.push_back({{"file", path},
+                            {"bytes", mesh.file_size},
+                            {"frames", mesh.frames.size()},
+                            {"triangles", mesh.triangles}});
         } catch (const std::runtime_error& error) {
             throw std::runtime_error(scene_path + ": its mesh file " + shown + ": " + error.what());
         }
@@ -110,8 +132,14 @@ std::vector<std::string> warnings_of(const vsqinfo::VsqSummary& summary) {
 ExportReport report_on_file(const std::string& path, double seconds) {
     const vsqinfo::VsqSummary summary = read_scene(path);
     ExportReport report;
+    Json mesh_files = Json::array();
     report.summary = path + ": " + size_and_time_text(summary.file_size, seconds) + "\n  " +
-                     contents_text(summary) + "\n" + read_libraries(path, summary);
+                     contents_text(summary) + "\n" + read_libraries(path, summary, mesh_files);
+    report.json = dumped({{"file", path},
+                          {"bytes", summary.file_size},
+                          {"seconds", seconds},
+                          {"contents", contents_json(summary)},
+                          {"mesh_files", std::move(mesh_files)}});
     report.brief = counted(summary.objects, "object", "objects") + ", " +
                    counted(summary.cameras, "camera", "cameras") + ", " +
                    counted(summary.node_matrices, "matrix of a node", "matrices of nodes");
@@ -125,6 +153,8 @@ ExportReport report_on_animation(const AnimationFiles& files, int last_frame, do
     files.check_script(last_frame);
     std::uint64_t size = 0;
     std::string first_contents;
+    Json first_contents_json;
+    Json mesh_files = Json::array();
     std::map<std::string, int> frames_with_warning;
     for (int number = 0; number <= last_frame; ++number) {
         const std::string path = files.frame(number);
@@ -132,8 +162,9 @@ ExportReport report_on_animation(const AnimationFiles& files, int last_frame, do
         size += summary.file_size;
         if (number == 0) {
             first_contents = contents_text(summary);
+            first_contents_json = contents_json(summary);
         }
-        read_libraries(path, summary);
+        read_libraries(path, summary, mesh_files);
         for (const std::string& warning : warnings_of(summary)) {
             ++frames_with_warning[warning];
         }
@@ -149,6 +180,14 @@ ExportReport report_on_animation(const AnimationFiles& files, int last_frame, do
                      (last_frame > 0 ? "the frames 1 to " + std::to_string(last_frame)
                                      : "none, since no frame follows the first") +
                      "\n";
+    report.json = dumped({{"file", files.frame(0)},
+                          {"last_file", files.frame(last_frame)},
+                          {"frames", last_frame + 1},
+                          {"script", files.script()},
+                          {"bytes", size},
+                          {"seconds", seconds},
+                          {"contents", first_contents_json},
+                          {"mesh_files", std::move(mesh_files)}});
     report.brief = frames + ", " + names + ", and the script " + files.script();
     for (const auto& [warning, count] : frames_with_warning) {
         report.warnings += warning + " (in " +

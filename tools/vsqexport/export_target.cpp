@@ -52,8 +52,12 @@ void check_export_target(const std::string& target, const std::string& source) {
         refuse(target, std::generic_category().message(errno));
     }
     probe.close();
+    const std::string reason = probe ? "" : std::generic_category().message(errno);
     if (is_new) {
         fs::remove(path, ignored);
+    }
+    if (!reason.empty()) {
+        refuse(target, reason);
     }
 }
 

@@ -18,7 +18,8 @@
 
 namespace {
 
-// Records the message boxes that come up during its lifetime. Only one may exist at a time.
+// Records the message boxes that come up during its lifetime, and the report. Only one may exist at
+// a time.
 class BoxRecord {
 public:
     BoxRecord() { open_record = this; }
@@ -27,6 +28,7 @@ public:
     ~BoxRecord() { open_record = nullptr; }
 
     std::vector<std::string> texts;
+    std::string report;
 
     static BoxRecord* open_record;  // or null
 };
@@ -42,6 +44,13 @@ extern "C" VSQ_EXPORTED void vsq_host_message_box(const char* text, const char*,
         BoxRecord::open_record->texts.push_back(text);
     } else {
         std::fprintf(stderr, "vsqexport: %s\n", text);
+    }
+}
+
+// The plug-in hands the report of each exporting command to this function.
+extern "C" VSQ_EXPORTED void vsq_host_export_report(const char* json_utf8) {
+    if (BoxRecord::open_record != nullptr) {
+        BoxRecord::open_record->report = json_utf8;
     }
 }
 
@@ -103,11 +112,13 @@ std::vector<std::string> PluginCommands::settings() {
 }
 
 std::vector<std::string> PluginCommands::press(const wchar_t* entry) {
+    report_.clear();
     BoxRecord record;
     if (!host_.menus().press(entry)) {
         throw std::runtime_error("the plug-in has no menu entry '" +
                                  memhost::utf8_from_units(entry) + "'");
     }
+    report_ = std::move(record.report);
     return std::move(record.texts);
 }
 

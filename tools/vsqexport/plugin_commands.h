@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "standins/host/memory/memory_host.h"
@@ -27,11 +28,16 @@ public:
     /// Opens the settings dialog, which only a person can answer.
     [[nodiscard]] std::vector<std::string> settings();
 
+    /// The report that the last command has handed over, as JSON; empty if it handed over none, or
+    /// if it has been taken already.
+    std::string take_report() { return std::exchange(report_, {}); }
+
 private:
     std::vector<std::string> press(const wchar_t* entry);
 
     memhost::MemoryHost& host_;
     GUP* plugin_;
+    std::string report_;
 };
 
 /// Throws `std::runtime_error` if a command's message boxes left any texts: `prefix` and the text,

@@ -50,7 +50,7 @@ void apply_frames(const std::string& frames, memhost::SceneBuilder& scene) {
 
 }  // namespace
 
-void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene) {
+LossReport open_scene(const SceneOptions& options, memhost::SceneBuilder& scene, bool quiet) {
     std::optional<int> unit;
     if (!options.unit.empty()) {
         unit = parse_unit(options.unit);
@@ -59,7 +59,7 @@ void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene) {
     // The range of a model is counted in frames, so the rate is set before the scene is loaded. A
     // demo scene sets a rate of its own, which the second call replaces.
     scene.frames_per_second(options.frames_per_second);
-    load_scene(options.scene, scene);
+    LossReport losses = load_scene(options.scene, scene, quiet);
     scene.frames_per_second(options.frames_per_second);
     if (!options.frames.empty()) {
         apply_frames(options.frames, scene);
@@ -68,6 +68,7 @@ void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene) {
         scene.unit(*unit);
     }
     scene.host().events().deliver();
+    return losses;
 }
 
 }  // namespace vsqexport

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/loss_report.h"
 
 namespace vsqexport {
 
@@ -19,6 +20,8 @@ struct SceneOptions {
 
 /// Opens the scene in the host and delivers the events of its nodes. Throws `std::invalid_argument`
 /// with one line for an invalid option, and `std::runtime_error` for a scene that can't be loaded.
-void open_scene(const SceneOptions& options, memhost::SceneBuilder& scene);
+/// Returns what the importer leaves out, which it also shows on standard error unless `quiet`.
+LossReport open_scene(const SceneOptions& options, memhost::SceneBuilder& scene,
+                      bool quiet = false);
 
 }  // namespace vsqexport

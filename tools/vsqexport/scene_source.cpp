@@ -28,16 +28,22 @@ void load_demo(const std::string& name, memhost::SceneBuilder& scene) {
 
 }  // namespace
 
-void load_scene(const std::string& source, memhost::SceneBuilder& scene) {
+LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, bool quiet) {
+    LossReport losses;
     if (source.compare(0, kDemoPrefix.size(), kDemoPrefix) == 0) {
         load_demo(source.substr(kDemoPrefix.size()), scene);
-        return;
+        return losses;
     }
 #ifdef VSQ_WITH_IMPORTER
-    for (const std::string& warning : vsqexport::import_model(source, scene)) {
-        std::fprintf(stderr, "vsqexport: warning: %s\n", warning.c_str());
+    for (const ImportWarning& warning : vsqexport::import_model(source, scene)) {
+        if (!quiet) {
+            std::fprintf(stderr, "vsqexport: warning: %s\n", warning.text.c_str());
+        }
+        losses.add_shown({warning.code, "lost", "", source, warning.text, 1});
     }
+    return losses;
 #else
+    static_cast<void>(quiet);
     throw std::runtime_error(source + ": this build reads no model files, only demo scenes");
 #endif
 }

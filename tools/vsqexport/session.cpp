@@ -37,10 +37,11 @@ std::string shown(const std::string& bytes) {
     return "'" + vsqinfo::display_text(bytes) + "'";
 }
 
-std::string sent(const char* command, const SentScene& scene) {
-    std::fputs(scene.report.warnings.c_str(), stderr);
-    return std::string(command) + ": " + scene.report.brief + " sent to " + scene.renderer_text() +
-           (scene.was_started ? ", which was started" : "");
+ExportReport sent(const char* command, const SentScene& scene) {
+    ExportReport report = scene.report;
+    report.summary = std::string(command) + ": " + report.brief + " sent to " +
+                     scene.renderer_text() + (scene.was_started ? ", which was started" : "");
+    return report;
 }
 
 }  // namespace
@@ -65,8 +66,9 @@ const Session::Command Session::kCommands[] = {
     {"quit", "", "end the session", &Session::quit},
 };
 
-Session::Session(memhost::MemoryHost& host, PluginCommands& plugin, std::string scene)
-    : host_(host), plugin_(plugin), scene_(std::move(scene)) {}
+Session::Session(memhost::MemoryHost& host, PluginCommands& plugin, std::string scene,
+                 Telling telling)
+    : host_(host), plugin_(plugin), scene_(std::move(scene)), telling_(std::move(telling)) {}
 
 std::string Session::carry_out(const std::string& line) {
     const Words words = command_words(line);
@@ -109,12 +111,29 @@ std::string Session::help() {
 
 std::string Session::render(const Words&) {
     const Interruption interruption(host_);
-    return sent("render", send_scene(host_, plugin_, Sending::kRender));
+    return report([&] { return sent("render", send_scene(host_, plugin_, Sending::kRender)); });
 }
 
 std::string Session::update(const Words&) {
     const Interruption interruption(host_);
-    return sent("update", send_scene(host_, plugin_, Sending::kUpdate));
+    return report([&] { return sent("update", send_scene(host_, plugin_, Sending::kUpdate)); });
+}
+
+std::string Session::report(const std::function<std::optional<ExportReport>()>& command) {
+    const ToldResult told = run_reported(telling_.options, plugin_, telling_.imported, command);
+    remarks_ = told.remarks;
+    has_losses_ = has_losses_ || told.has_losses;
+    std::string answer = told.output;
+    if (!answer.empty() && answer.back() == '\n') {
+        answer.pop_back();
+    }
+    if (told.failure) {
+        if (telling_.options.json) {
+            std::printf("%s\n", answer.c_str());
+        }
+        std::rethrow_exception(told.failure);
+    }
+    return answer;
 }
 
 std::string Session::write(const Words& words) {
@@ -124,21 +143,27 @@ std::string Session::write(const Words& words) {
     }
     check_export_target(target, scene_);
     const Interruption interruption(host_);
-    const std::optional<ExportReport> report = export_scene(host_, plugin_, target);
-    if (!report) {
-        return "export: written to " + target;
-    }
-    std::fputs(report->warnings.c_str(), stderr);
-    return "export: " + report->brief + " written to " + target;
+    return report([&] {
+        std::optional<ExportReport> written = export_scene(host_, plugin_, target);
+        if (!written) {
+            written.emplace();
+            written->json = "null";
+        }
+        const std::string what = written->brief.empty() ? "" : written->brief + " ";
+        written->summary = "export: " + what + "written to " + target;
+        return written;
+    });
 }
 
 std::string Session::write_animation(const Words& words) {
     const std::string& target = words[1];
     check_animation_target(target, scene_);
     const Interruption interruption(host_);
-    const ExportReport report = export_animation(host_, plugin_, target);
-    std::fputs(report.warnings.c_str(), stderr);
-    return "animation: " + report.brief;
+    return report([&] {
+        ExportReport written = export_animation(host_, plugin_, target);
+        written.summary = "animation: " + written.brief;
+        return written;
+    });
 }
 
 std::string Session::hide(const Words& words) {
@@ -233,7 +258,7 @@ MemoryNode& Session::node_named(const std::string& name) const {
     throw std::invalid_argument("no node is named " + shown(name) + " (nodes lists the nodes)");
 }
 
-bool run_session(Session& session) {
+int run_session(Session& session) {
     const bool has_person = input_is_terminal();
     bool failed = false;
     std::string line;
@@ -251,12 +276,17 @@ bool run_session(Session& session) {
                 std::printf("%s\n", answer.c_str());
                 std::fflush(stdout);
             }
+            std::fputs(session.take_remarks().c_str(), stderr);
         } catch (const std::exception& error) {
             failed = true;
+            std::fputs(session.take_remarks().c_str(), stderr);
             std::fprintf(stderr, "vsqexport: %s\n", error.what());
         }
     }
-    return has_person || !failed;
+    if (has_person) {
+        return 0;
+    }
+    return failed ? 1 : session.has_strict_losses() ? 3 : 0;
 }
 
 }  // namespace vsqexport

@@ -1,12 +1,22 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "standins/host/memory/memory_host.h"
 #include "tools/vsqexport/plugin_commands.h"
+#include "tools/vsqexport/reported_command.h"
 
 namespace vsqexport {
+
+/// How exporting commands tell their results, and what the importer has left out.
+struct Telling {
+    ReportOptions options = {};
+    LossReport imported = {};
+};
 
 /// A user's session with an open scene. Each line of text is a command: an edit of a node, or one
 /// of the plug-in's commands.
@@ -18,12 +28,19 @@ class Session {
 public:
     /// Borrows `host`, whose scene is open, and `plugin`. `scene` is the model file, or the
     /// demo:NAME, of that scene.
-    Session(memhost::MemoryHost& host, PluginCommands& plugin, std::string scene);
+    Session(memhost::MemoryHost& host, PluginCommands& plugin, std::string scene,
+            Telling telling = {});
 
     /// Returns one line, without a line feed, that says what happened; `help` and `nodes` return
     /// several lines, and an empty command returns an empty text. Delivers the host's events before
     /// it returns. Throws an exception with one line if the command is wrong or fails.
     std::string carry_out(const std::string& line);
+
+    /// What the last command has to say on standard error.
+    std::string take_remarks() { return std::exchange(remarks_, {}); }
+
+    /// Whether a command has lost something, with the option that makes that a failure.
+    bool has_strict_losses() const { return has_losses_ && telling_.options.strict; }
 
     /// True after `quit`.
     bool is_over() const { return is_over_; }
@@ -58,17 +75,23 @@ private:
     std::string list_commands(const Words& words);
     std::string quit(const Words& words);
 
+    // Runs an exporting command. Its answer is the sentence that `command` puts into the summary.
+    std::string report(const std::function<std::optional<ExportReport>()>& command);
     std::string set_hidden(const Words& words, bool hidden);
     memhost::MemoryNode& node_named(const std::string& name) const;
 
     memhost::MemoryHost& host_;
     PluginCommands& plugin_;
     std::string scene_;
+    Telling telling_;
+    std::string remarks_;
+    bool has_losses_ = false;
     bool is_over_ = false;
 };
 
-/// Runs a session on standard input and output, with a prompt on a terminal. Returns false if a
-/// command failed and no terminal was there for a person to see it.
-bool run_session(Session& session);
+/// Runs a session on standard input and output, with a prompt on a terminal. Returns 0, or, if no
+/// terminal was there for a person to see it, 1 if a command failed and else 3 if one had strict
+/// losses.
+int run_session(Session& session);
 
 }  // namespace vsqexport

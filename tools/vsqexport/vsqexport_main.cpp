@@ -2,12 +2,15 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <functional>
 #include <stdexcept>
 
 #include "tools/vsqexport/arguments.h"
 #include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/exporting_commands.h"
 #include "tools/vsqexport/interruption.h"
+#include "tools/vsqexport/progress_bar.h"
+#include "tools/vsqexport/reported_command.h"
 #include "tools/vsqexport/scene_options.h"
 #include "tools/vsqexport/scene_source.h"
 #include "tools/vsqexport/session.h"
@@ -21,20 +24,17 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kMisused = 2;
+constexpr int kLost = 3;         // with the option --strict
 constexpr int kCancelled = 130;  // the status that a shell reports for a program ended by Ctrl-C
 
 struct CommandLine {
     vsqexport::SceneOptions options;
     std::string target;
+    vsqexport::ReportOptions report;
 };
 
 void complain(const std::string& text) {
     std::fprintf(stderr, "vsqexport: %s\n", text.c_str());
-}
-
-void print(const vsqexport::ExportReport& report) {
-    std::fputs(report.summary.c_str(), stdout);
-    std::fputs(report.warnings.c_str(), stderr);
 }
 
 // The plug-in starts with the host, before there is a scene.
@@ -47,56 +47,78 @@ struct Host {
     vsqexport::PluginCommands plugin{scene.host(), settings.folder()};
 };
 
-void open_scene(Host& host, const CommandLine& command,
-                const vsqexport::Interruption& interruption) {
-    vsqexport::open_scene(command.options, host.scene);
+vsqexport::LossReport open_scene(Host& host, const CommandLine& command,
+                                 const vsqexport::Interruption& interruption) {
+    vsqexport::check_report_file(command.report, command.options.scene, command.target);
+    vsqexport::LossReport losses =
+        vsqexport::open_scene(command.options, host.scene, command.report.quiet);
     if (interruption.happened()) {
         throw vsqexport::Cancelled("cancelled, nothing was written");
     }
+    return losses;
+}
+
+// Runs an exporting command and prints what it tells.
+int run_and_tell(Host& host, const CommandLine& command, const vsqexport::LossReport& imported,
+                 const std::function<std::optional<vsqexport::ExportReport>()>& exporting) {
+    const vsqexport::ToldResult told =
+        vsqexport::run_reported(command.report, host.plugin, imported, exporting);
+    std::fputs(told.output.c_str(), stdout);
+    std::fflush(stdout);
+    std::fputs(told.remarks.c_str(), stderr);
+    if (told.failure) {
+        std::rethrow_exception(told.failure);
+    }
+    return command.report.strict && told.has_losses ? kLost : kDone;
 }
 
 int run_export(const CommandLine& command) {
+    if (command.report.json && vsqexport::is_standard_output(command.target)) {
+        throw std::invalid_argument("--json can't be used if the scene goes to standard output");
+    }
     Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
-    open_scene(host, command, interruption);
+    const vsqexport::LossReport imported = open_scene(host, command, interruption);
     vsqexport::check_export_target(command.target, command.options.scene);
-    if (const auto report =
-            vsqexport::export_scene(host.scene.host(), host.plugin, command.target)) {
-        print(*report);
-    }
-    return kDone;
+    return run_and_tell(host, command, imported, [&] {
+        return vsqexport::export_scene(host.scene.host(), host.plugin, command.target);
+    });
 }
 
 int run_animation(const CommandLine& command) {
     Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
-    open_scene(host, command, interruption);
+    const vsqexport::LossReport imported = open_scene(host, command, interruption);
     vsqexport::check_animation_target(command.target, command.options.scene);
-    print(vsqexport::export_animation(host.scene.host(), host.plugin, command.target));
-    return kDone;
+    return run_and_tell(host, command, imported, [&] {
+        return vsqexport::export_animation(host.scene.host(), host.plugin, command.target);
+    });
 }
 
 int run_render(const CommandLine& command) {
     Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
-    open_scene(host, command, interruption);
-    const vsqexport::SentScene sent =
-        vsqexport::send_scene(host.scene.host(), host.plugin, vsqexport::Sending::kRender);
-    std::printf("%s, %s\n", sent.renderer_text().c_str(),
-                sent.was_started ? "which was started" : "which was running");
-    print(sent.report);
-    return kDone;
+    const vsqexport::LossReport imported = open_scene(host, command, interruption);
+    return run_and_tell(host, command, imported, [&] {
+        vsqexport::SentScene sent =
+            vsqexport::send_scene(host.scene.host(), host.plugin, vsqexport::Sending::kRender);
+        sent.report.summary = sent.renderer_text() + ", which was " +
+                              (sent.was_started ? "started" : "running") + "\n" +
+                              sent.report.summary;
+        return sent.report;
+    });
 }
 
 int run_session(const CommandLine& command) {
     Host host(command.options);
+    vsqexport::Telling telling = {command.report, {}};
     {
         // Each command of the session handles Ctrl-C itself; at the prompt it ends the program.
         const vsqexport::Interruption interruption(host.scene.host());
-        open_scene(host, command, interruption);
+        telling.imported = open_scene(host, command, interruption);
     }
-    vsqexport::Session session(host.scene.host(), host.plugin, command.options.scene);
-    return vsqexport::run_session(session) ? kDone : kFailed;
+    vsqexport::Session session(host.scene.host(), host.plugin, command.options.scene, telling);
+    return vsqexport::run_session(session);
 }
 
 // Changes the file if there are values. Otherwise opens the dialog, which only a person can answer.
@@ -128,6 +150,12 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
         ->add_option("--strict-host", options.strict_host,
                      "Rules of a host that is as unkind as a genuine one may be")
         ->type_name("RULE,...");
+    vsqexport::ReportOptions& report = command.report;
+    added->add_option("--report", report.file, "Write a report of what is lost or changed, as JSON")
+        ->type_name("FILE");
+    added->add_flag("--quiet", report.quiet, "Print nothing but errors");
+    added->add_flag("--strict", report.strict, "Exit with 3 if something is lost");
+    added->add_flag("--json", report.json, "Print summary and report as JSON");
     added->footer("Demo scenes:\n" + vsqexport::list_of_demo_scenes() +
                   "\nRules of a strict host; all stands for those that change no scene:\n" +
                   memhost::list_of_strict_rules());
@@ -193,6 +221,9 @@ int main(int argc, char** argv) {
         return kMisused;
     }
 
+    if (command.report.quiet) {
+        vsqexport::ProgressBar::silence_all();
+    }
     try {
         return run(parser.get_subcommands().front()->get_name(), command);
     } catch (const vsqexport::Cancelled& cancelled) {

@@ -33,7 +33,9 @@ std::string FramePath(const std::string& base, int number) {
 void SceneExporter::ExportAnimation(const std::string& path) {
     const std::string base = WithoutEnding(path);
     const int last_frame = timing_.LastFrame();
-    WriteFrameRenderScript(base, last_frame);
+    if (!WriteFrameRenderScript(base, last_frame)) {
+        NotesOf(nullptr).add(Note::kFrameScriptNotWritten, {}, base + ".py");
+    }
 
     // Each file is a still. The user's settings keep these values for later commands.
     options_->CameraAnimations = false;
@@ -47,6 +49,7 @@ void SceneExporter::ExportAnimation(const std::string& path) {
     int number = 0;
     for (const TimeValue t : timing_.Times()) {
         if (host_->GetCancel()) {
+            NoteCancel(std::to_string(number) + " frames were reached");
             break;
         }
         ExportFrame(t, FramePath(base, number));
@@ -56,7 +59,7 @@ void SceneExporter::ExportAnimation(const std::string& path) {
 
 void SceneExporter::ExportFrame(TimeValue t, const std::string& path) {
     host_->SetTime(t, TRUE);
-    lights_ = std::make_unique<LightConverter>(options_, host_);
+    lights_ = std::make_unique<LightConverter>(options_, host_, notes_);
     timing_.time = t;
     OpenFile(path);
     const bool is_first = t == timing_.rangeStart;

@@ -19,11 +19,54 @@ constexpr float kPi = 3.1415927f;
 // A near plane at or below this distance counts as not set.
 constexpr float kLeastNearPlane = 1.0f;
 
-CameraState StateOf(CameraObject& camera, TimeValue t) {
+struct StateAtTime {
     CameraState state;  // all zero until the camera fills it
     Interval valid = FOREVER;
-    const bool failed = camera.EvalCameraState(t, valid, &state) == REF_FAIL;
-    return failed ? CameraState() : state;  // a camera that fails can leave anything behind
+    bool is_read = false;
+};
+
+StateAtTime StateOf(CameraObject& camera, TimeValue t) {
+    StateAtTime at_time;
+    at_time.is_read = camera.EvalCameraState(t, at_time.valid, &at_time.state) == REF_SUCCEED;
+    if (!at_time.is_read) {
+        at_time.state = CameraState();  // a camera that fails can leave anything behind
+    }
+    return at_time;
+}
+
+// The state can change without a change of the field of view, so the frames are asked.
+bool FovChanges(CameraObject& camera, float fov, const FrameTiming& timing) {
+    for (const TimeValue t : timing.Times()) {
+        if (StateOf(camera, t).state.fov != fov) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ClippingIsSent(const CameraState& state) {
+    return state.hither > kLeastNearPlane && state.manualClip;
+}
+
+// `timing` is null for a frame of an animation.
+void NoteState(const NodeNotes& notes, CameraObject& camera, const StateAtTime& at_time,
+               TimeValue t, const FrameTiming* timing) {
+    const CameraState& state = at_time.state;
+    if (!at_time.is_read) {
+        notes.add(Note::kCameraStateUnread, "at tick " + std::to_string(t));
+        return;
+    }
+    if (state.isOrtho) {
+        notes.add(Note::kCameraOrthographic);
+    }
+    if (state.manualClip && !ClippingIsSent(state)) {
+        notes.add(Note::kCameraClippingNotSent,
+                  "near " + std::to_string(state.hither) + ", far " + std::to_string(state.yon));
+    }
+    if (timing != nullptr && !timing->RangeIsWithin(at_time.valid) &&
+        FovChanges(camera, state.fov, *timing)) {
+        notes.add(Note::kCameraFovAnimated);
+    }
 }
 
 // Four times the diagonal of the scene. The product wraps at 32 bits: an empty scene box has an
@@ -48,7 +91,7 @@ std::unique_ptr<qor::LightCamera> MakeCamera(const std::string& name,
 // The host's angles are in radians.
 void SetLens(qor::LightCamera& camera, const CameraState& state) {
     camera.set_fov(state.fov * 180.0f / kPi);
-    if (state.hither > kLeastNearPlane && state.manualClip) {
+    if (ClippingIsSent(state)) {
         camera.set_clipping(state.hither, state.yon);
     }
 }
@@ -68,16 +111,29 @@ std::shared_ptr<qor::Animation> SampleMotion(INode* node, const FrameTiming& tim
 // turns their nodes towards the target.
 void SceneExporter::ExportCamera(INode* node) {
     Object* object = node->EvalWorldState(timing_.rangeStart, TRUE).obj;
+    if (notes_ != nullptr) {
+        notes_->begin_node();
+    }
     if (object == nullptr) {
+        NoteMissingObject(node);
         return;
     }
-    const CameraState state = StateOf(*static_cast<CameraObject*>(object), timing_.time);
+    CameraObject& host_camera = *static_cast<CameraObject*>(object);
+    const StateAtTime at_time = StateOf(host_camera, timing_.time);
+    if (notes_ != nullptr) {
+        NoteState(NotesOf(node), host_camera, at_time, timing_.time,
+                  animation_ ? nullptr : &timing_);
+    }
     const std::unique_ptr<qor::LightCamera> camera =
         MakeCamera(NarrowName(node->GetName()), lights_->environment(), scene_box_);
 
     Interval valid = FOREVER;
     Matrix3 matrix = node->GetNodeTM(timing_.time, &valid);
-    const bool animated = options_->CameraAnimations && !timing_.RangeIsWithin(valid);
+    const bool moves = !timing_.RangeIsWithin(valid);
+    const bool animated = options_->CameraAnimations && moves;
+    if (moves && !animated && !animation_) {
+        NotesOf(node).add(Note::kTrackSwitchedOff, "the setting CameraAnimations is off");
+    }
     if (!animated) {
         matrix.Orthogonalize();
         camera->set_transform(ToSceneMatrix(matrix));
@@ -85,7 +141,7 @@ void SceneExporter::ExportCamera(INode* node) {
     camera->set_direction(0, 0, -1);
     camera->set_up(0, 1, 0);
     camera->set_position(0, 0, 0);
-    SetLens(*camera, state);
+    SetLens(*camera, at_time.state);
     if (animated) {
         camera->set_animation(SampleMotion(node, timing_));
     }

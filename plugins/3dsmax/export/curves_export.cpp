@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "model/bezier_curves.h"
@@ -8,6 +9,7 @@
 #include "model/diffuse.h"
 #include "plugins/3dsmax/export/converted_object.h"
 #include "plugins/3dsmax/export/hair_attributes.h"
+#include "plugins/3dsmax/export/mesh_notes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
 
@@ -90,6 +92,18 @@ void AddCurves(qor::BezierCurves& curves, BezierShape& shape, const StrandLook& 
     }
 }
 
+void NoteShortSplines(const NodeNotes& notes, BezierShape& shape) {
+    const int splines = shape.SplineCount();
+    int without_segments = 0;
+    for (int i = 0; i < splines; ++i) {
+        without_segments += shape.GetSpline(i)->Segments() > 0 ? 0 : 1;
+    }
+    if (without_segments > 0 || splines == 0) {
+        notes.add(Note::kSplineWithoutSegments,
+                  std::to_string(without_segments) + " of " + std::to_string(splines) + " splines");
+    }
+}
+
 // The host gives hair no thickness, so its radius is a fraction of the hair's extent.
 float HairRadius(Object& hair, TimeValue time, INode* node, ViewExp* view, float multiplier) {
     constexpr float kRadiusPerExtent = 0.0001f;
@@ -113,6 +127,7 @@ bool SceneExporter::ExportCurves(INode* node) {
     const TimeValue time = timing_.time;
     Object* const object = node->EvalWorldState(time, TRUE).obj;
     if (object == nullptr) {
+        NoteMissingObject(node);
         return false;
     }
     ViewExp* const view = host_->GetActiveViewExp().ToPointer();
@@ -122,10 +137,21 @@ bool SceneExporter::ExportCurves(INode* node) {
     // changed and always includes them.
     const std::optional<StrandLook> hair = find_hair_attributes(object, time);
     if (!hair && !(options_->GeneralCurves && NodeIsWanted(node))) {
+        if (notes_ != nullptr && !options_->GeneralCurves) {
+            NotesOf(node).add(object->IsRenderable() ? Note::kCurvesSwitchedOff
+                                                     : Note::kShapeNotRenderable);
+        }
         return false;
     }
     const ConvertedObject<ShapeObject> shape(object, time, kSplineShape);
-    if (shape.get() == nullptr || (!hair && !shape->IsRenderable())) {
+    if (shape.get() == nullptr) {
+        if (notes_ != nullptr) {
+            NotesOf(node).add(Note::kShapeNotConvertible, ClassText(object->ClassID()));
+        }
+        return false;
+    }
+    if (!hair && !shape->IsRenderable()) {
+        NotesOf(node).add(Note::kShapeNotRenderable);
         return false;
     }
     BezierShape splines;
@@ -137,6 +163,9 @@ bool SceneExporter::ExportCurves(INode* node) {
     const StrandLook look = hair.value_or(StrandLook());
     curves.set_material(MaterialOf(look));
     AddCurves(curves, splines, look);
+    if (notes_ != nullptr) {
+        NoteShortSplines(NotesOf(node), splines);
+    }
     const float multiplier = options_->CurveRadiusMultiplier;
     curves.set_radius(hair ? HairRadius(*object, time, node, view, multiplier)
                            : ShapeRadius(*shape.get(), time, multiplier));

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "plugins/3dsmax/export/export_notes.h"
 #include "plugins/3dsmax/export/frame_timing.h"
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"
@@ -18,4 +19,4 @@ class MeshPartBuilder;
 /// keeps the material of its first frame. If the user cancels, the frames captured so far are kept.
 std::vector<std::shared_ptr<qor::DeformableTriangleAnimation>> CaptureDeformable(
     INode* node, const FrameTiming& timing, Interface* host, const Qor::Options& options,
-    MeshPartBuilder& parts);
+    MeshPartBuilder& parts, ExportNotes* notes = nullptr);

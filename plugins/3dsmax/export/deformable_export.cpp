@@ -10,7 +10,8 @@ bool SceneExporter::ExportDeformable(INode* node) {
     if (!NodeIsWanted(node)) {
         return false;
     }
-    const auto animations = CaptureDeformable(node, timing_, host_, *options_, *mesh_parts_);
+    const auto animations =
+        CaptureDeformable(node, timing_, host_, *options_, *mesh_parts_, notes_);
     for (const std::shared_ptr<qor::DeformableTriangleAnimation>& animation : animations) {
         scene_->emit(*animation);
     }

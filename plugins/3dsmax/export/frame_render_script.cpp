@@ -77,17 +77,17 @@ main()
 
 }  // namespace
 
-void WriteFrameRenderScript(const std::string& base, int frames) {
+bool WriteFrameRenderScript(const std::string& base, int frames) {
     // A backslash would start an escape sequence in the script's strings.
     std::string prefix = base;
     std::replace(prefix.begin(), prefix.end(), '\\', '/');
 
-    const std::unique_ptr<std::FILE, platform::CloseStream> file(
-        platform::open_file(base + ".py", "w"));
+    std::unique_ptr<std::FILE, platform::CloseStream> file(platform::open_file(base + ".py", "w"));
     if (file == nullptr) {
-        return;
+        return false;
     }
     const std::string script = kUpToLastFrame + std::to_string(frames) + kUpToScenePath + prefix +
                                kUpToImagePath + prefix + kRest;
-    std::fputs(script.c_str(), file.get());
+    const bool is_written = std::fputs(script.c_str(), file.get()) >= 0;
+    return std::fclose(file.release()) == 0 && is_written;
 }

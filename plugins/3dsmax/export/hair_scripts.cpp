@@ -55,16 +55,17 @@ const wchar_t* const HairCleanupScript =
 
 namespace {
 
-void RunScript(const wchar_t* script) {
-    ExecuteMAXScriptScript(script, MAXScript::ScriptSource::NonEmbedded, FALSE, nullptr, TRUE);
+bool RunScript(const wchar_t* script) {
+    return ExecuteMAXScriptScript(script, MAXScript::ScriptSource::NonEmbedded, FALSE, nullptr,
+                                  TRUE) != FALSE;
 }
 
 }  // namespace
 
-void RunHairScript() {
-    RunScript(HairScript().c_str());
+bool RunHairScript() {
+    return RunScript(HairScript().c_str());
 }
 
-void RunHairCleanupScript() {
-    RunScript(HairCleanupScript);
+bool RunHairCleanupScript() {
+    return RunScript(HairCleanupScript);
 }

@@ -12,6 +12,6 @@ std::wstring HairScript();
 /// The text of the script that deletes those splines.
 extern const wchar_t* const HairCleanupScript;
 
-/// Both wait until the script has ended. If a script fails, the export goes on without hair.
-void RunHairScript();
-void RunHairCleanupScript();
+/// Both wait until the script has ended. False if it failed; the export goes on without hair.
+bool RunHairScript();
+bool RunHairCleanupScript();

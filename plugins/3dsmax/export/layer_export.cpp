@@ -3,6 +3,7 @@
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "plugins/3dsmax/export/group_flags.h"
+#include "plugins/3dsmax/export/name_notes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/node_object.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
@@ -17,8 +18,8 @@ void ForEachLayer(Visit visit) {
     }
 }
 
-void BeginFlaggedGroup(qor::qorSceneapi_oo& scene, const MCHAR* name) {
-    scene.begin_group(NarrowName(name));
+void BeginFlaggedGroup(qor::qorSceneapi_oo& scene, const std::string& name) {
+    scene.begin_group(name);
     scene.get_api()->set_flags(kLayersFlag);
 }
 
@@ -36,13 +37,20 @@ void SceneExporter::CountLayerNodes() {
 // matrices.
 void SceneExporter::ExportLayers() {
     ForEachLayer([this](ILayerProperties* layer) {
-        BeginFlaggedGroup(*scene_, layer->getName());
+        BeginFlaggedGroup(*scene_, NarrowName(layer->getName()));
         Tab<INode*> nodes;
         layer->Nodes(nodes);
+        NoteName(NotesOf(nullptr), layer->getName(), "the layer");
+        SiblingNames names;
         for (int i = 0; i < nodes.Count(); ++i) {
             INode* node = nodes[i];
             ReportProgress(node);
-            BeginFlaggedGroup(*scene_, node->GetName());
+            bool is_faithful = true;
+            const std::string name = NarrowName(node->GetName(), is_faithful);
+            if (notes_ != nullptr) {
+                names.NoteNext(NotesOf(node), name, is_faithful);
+            }
+            BeginFlaggedGroup(*scene_, name);
             ExportLayerNode(node);
             scene_->end_group();
         }
@@ -53,7 +61,11 @@ void SceneExporter::ExportLayers() {
 // In a scene by layers a node's group has no children, so a node that is hidden or has no object
 // needs no matrix.
 bool SceneExporter::ExportLayerNode(INode* node) {
+    if (notes_ != nullptr) {
+        notes_->begin_node();
+    }
     if (node->IsNodeHidden(TRUE)) {
+        NoteHiddenObject(node);
         return false;
     }
     Object* object = KindObject(node);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "plugins/3dsmax/export/export_notes.h"
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"
 
@@ -22,8 +23,9 @@ inline constexpr TimeValue kFixedTime = 0;
 /// environment picture, not an object. Other kinds of light are left out.
 class LightConverter {
 public:
-    /// Borrows `host`.
-    LightConverter(std::shared_ptr<Qor::Options> options, Interface* host);
+    /// Borrows `host`, and `notes` unless that is null.
+    LightConverter(std::shared_ptr<Qor::Options> options, Interface* host,
+                   ExportNotes* notes = nullptr);
 
     /// Writes the light of `node` at the current place in the scene. Only colour temperature, an
     /// omni light's intensity and the file of a sky light's picture are read at `time`; flux,
@@ -45,6 +47,7 @@ private:
         // The object's name and the light's number, so that lights with the same name have separate
         // materials.
         std::string material_name;
+        NodeNotes notes;
     };
 
     void ConvertPhotometricLight(LightscapeLight& light, const Job& job);
@@ -55,7 +58,7 @@ private:
     void ConvertPolygonLight(LightscapeLight& light, const Job& job);
     void ConvertRingLight(LightscapeLight& light, const Job& job);
     void ConvertSphereLight(LightscapeLight& light, const Job& job);
-    void ConvertSkyLight(Object& light, TimeValue time);
+    void ConvertSkyLight(Object& light, const Job& job);
 
     // Gives the shape its luminous material and writes it.
     void EmitShape(qor::TriangleObject& shape, LightscapeLight& light, float power_lumen,
@@ -64,5 +67,6 @@ private:
     std::string environment_;
     std::shared_ptr<Qor::Options> options_;
     Interface* host_;
+    ExportNotes* notes_;
     int light_count_ = 0;  // includes lights that are left out
 };

@@ -1,3 +1,4 @@
+#include <exception>
 #include <memory>
 #include <string>
 #include <utility>
@@ -12,6 +13,7 @@
 // Every failure to reach the renderer or to send to it shows the same message.
 void SceneExporter::ExportOverLink(const std::string& path) {
     auto link = std::make_unique<qor::RepeatLinkFactory>();
+    const qor::RepeatLinkFactory& link_to_ask = *link;
     link->set_min_version(qor::kSceneRenderer);
     link->set_max_version(qor::kSceneRenderer);
     link->set_scene_name(path);
@@ -21,8 +23,15 @@ void SceneExporter::ExportOverLink(const std::string& path) {
     bool sent = false;
     try {
         sent = SendOverLink();
+        if (!sent && notes_ != nullptr) {
+            const std::string& error = link_to_ask.error();
+            NotesOf(nullptr).add(Note::kLinkFailed,
+                                 error.substr(0, error.find_last_not_of(" \n") + 1));
+        }
+    } catch (const std::exception& failure) {
+        NoteBrokenLink(failure.what());
     } catch (...) {
-        // Reported below.
+        NoteBrokenLink("unknown reason");
     }
     if (!sent) {
         platform::show_message_box(
@@ -32,6 +41,14 @@ void SceneExporter::ExportOverLink(const std::string& path) {
     }
     scene_.reset();
     factory_.reset();
+}
+
+void SceneExporter::NoteBrokenLink(const char* reason) {
+    if (notes_ != nullptr) {
+        NotesOf(nullptr).add(Note::kLinkBroken,
+                             std::string(reason) + "; " + std::to_string(nodes_done_) + " of " +
+                                 std::to_string(node_count_) + " nodes had been sent");
+    }
 }
 
 // False if no renderer can be reached.

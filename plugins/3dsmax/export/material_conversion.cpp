@@ -3,11 +3,16 @@
 #include <algorithm>
 #include <cstddef>
 #include <cwchar>
+#include <iterator>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "model/smart_material.h"
 #include "plugins/3dsmax/export/material_entry.h"
+#include "plugins/3dsmax/export/material_notes.h"
+#include "plugins/3dsmax/export/name_notes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/param_value.h"
 #include "plugins/3dsmax/export/texture_baking.h"
@@ -79,10 +84,14 @@ void apply_slots(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl, IsOn is_on,
         if (texmap == nullptr || !is_on(slot)) {
             continue;
         }
-        if (const auto kind = kind_of(mtl->GetSubTexmapSlotName(slot, true), kinds)) {
+        const MSTR name = mtl->GetSubTexmapSlotName(slot, true);
+        if (const auto kind = kind_of(name, kinds)) {
             apply_texmap(entry, mtl, mesh, texmap, *kind);
+        } else {
+            NoteMapNotSent(entry, mtl, name.data());
         }
     }
+    NoteSlotsFrom(entry, mtl, slots);
 }
 
 void convert_standard_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) {
@@ -91,6 +100,7 @@ void convert_standard_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl)
     set_diffuse(entry, standard->GetDiffuse(entry.time));
     const Color specular = standard->GetSpecular(entry.time);
     set_specular(entry, specular * standard->GetShininess(entry.time));
+    NoteStandardValues(entry, *standard);
 
     const auto is_on = [standard](int slot) { return standard->MapEnabled(slot) != FALSE; };
     apply_slots(entry, mesh, mtl, is_on, kStandardSlots);
@@ -114,6 +124,7 @@ void apply_generic_parameter(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl, I
 // Converts an unknown class, by the properties that all materials have and the slot and parameter
 // names that many of them share.
 void convert_generic_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) {
+    NoteGenericClass(entry, mtl);
     set_diffuse(entry, mtl->GetDiffuse(0, FALSE));
     const Color specular = mtl->GetSpecular(0, FALSE);
     set_specular(entry, specular * mtl->GetShininess(0, FALSE));
@@ -128,6 +139,19 @@ void convert_generic_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) 
 
     const auto is_on = [mtl](int slot) { return mtl->SubTexmapOn(slot) != 0; };
     apply_slots(entry, mesh, mtl, is_on, kGenericSlots);
+}
+
+// Notes the maps in a block, apart from those that `is_sent` knows by their ids.
+template <typename IsSent>
+void NoteOtherMaps(const MaterialEntry& entry, Mtl* mtl, IParamBlock2& block, IsSent is_sent) {
+    const int parameters = entry.notes ? block.NumParams() : 0;
+    for (int i = 0; i < parameters; ++i) {
+        const ParamID id = block.IndextoID(i);
+        if (block.GetParameterType(id) == TYPE_TEXMAP && !is_sent(id) &&
+            ParamValue<Texmap*>(block, id, 0).value_or(nullptr) != nullptr) {
+            NoteMapNotSent(entry, mtl, block.GetParamDef(id).int_name);
+        }
+    }
 }
 
 // Converts a class that has its colour in one block and its maps, each with a switch, in another.
@@ -155,6 +179,10 @@ void convert_block_color_material(MaterialEntry& entry, const Mesh& mesh, Mtl* m
     if (block == nullptr) {
         return;
     }
+    NoteOtherMaps(entry, mtl, *block, [&kMaps](ParamID id) {
+        return std::any_of(std::begin(kMaps), std::end(kMaps),
+                           [id](const SwitchedMap& map) { return map.map == id; });
+    });
     for (const SwitchedMap& map : kMaps) {
         if (ParamValue<int>(*block, map.is_on, 0).value_or(0) != 0) {
             Texmap* const texmap = ParamValue<Texmap*>(*block, map.map, 0).value_or(nullptr);
@@ -186,6 +214,8 @@ void convert_named_texmap_material(MaterialEntry& entry, const Mesh& mesh, Mtl* 
         if (const auto kind = kind_of(block->GetLocalName(id, -1, true), kNamedTexmaps)) {
             Texmap* const texmap = ParamValue<Texmap*>(*block, id, 0).value_or(nullptr);
             apply_texmap(entry, mtl, mesh, texmap, *kind);
+        } else if (entry.notes && ParamValue<Texmap*>(*block, id, 0).value_or(nullptr) != nullptr) {
+            NoteMapNotSent(entry, mtl, block->GetLocalName(id, -1, true).data());
         }
     }
 }
@@ -205,7 +235,12 @@ const ClassConversion kConversions[] = {
 
 void convert_material(MaterialEntry& entry, const Mesh& mesh, Mtl* mtl) {
     entry.uv_transform.IdentityMatrix();
-    entry.material = std::make_shared<qor::SmartMaterial>(NarrowName(mtl->GetName().data()));
+    bool is_faithful = true;
+    std::string name = NarrowName(mtl->GetName().data(), is_faithful);
+    if (!is_faithful || name.empty()) {
+        NoteName(entry.notes, mtl->GetName().data(), "the material");
+    }
+    entry.material = std::make_shared<qor::SmartMaterial>(std::move(name));
 
     const Class_ID class_id = mtl->ClassID();
     for (const ClassConversion& known : kConversions) {

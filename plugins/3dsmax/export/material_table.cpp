@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "plugins/3dsmax/export/material_conversion.h"
+#include "plugins/3dsmax/export/material_notes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 
 MaterialEntry* MaterialTable::assign_entry(Mtl* host_material, int slot) {
@@ -20,7 +21,8 @@ MaterialEntry* MaterialTable::assign_entry(Mtl* host_material, int slot) {
     return entries_[index].get();
 }
 
-MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time) {
+MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time,
+                                  ExportNotes* notes) {
     Mtl* const top = node->GetMtl();
     const int subs = top == nullptr ? 0 : std::min(top->NumSubMtls(), MaterialTable::kMaxSlots);
     const int count = std::max(subs, 1);
@@ -41,8 +43,10 @@ MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time)
             continue;
         }
         entry->time = time;
+        entry->notes = {notes, node};
         if (mtl != nullptr) {
             convert_material(*entry, mesh, mtl);
+            NoteSecondChannels(*entry);
         } else {
             make_empty_material(*entry, node, slot);
         }

@@ -40,7 +40,8 @@ public:
     }
 
 private:
-    friend MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time);
+    friend MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time,
+                                             ExportNotes* notes);
 
     explicit MaterialTable(int slot_count) : slot_count_(slot_count) {
         entry_of_slot_.fill(kNoEntry);
@@ -56,7 +57,8 @@ private:
 };
 
 /// The materials of `node` that the faces of `mesh` use, with their colours as of `time`.
-MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time);
+MaterialTable make_material_table(const Mesh& mesh, INode* node, TimeValue time,
+                                  ExportNotes* notes = nullptr);
 
 /// Fills `entry` for faces without a material. It gets the node's wire colour and a name of at most
 /// 255 bytes, which is made of the node's name, the slot and the colour.

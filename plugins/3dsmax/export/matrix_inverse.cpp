@@ -20,12 +20,12 @@ double Determinant(const Matrix3& matrix) {
 
 // True if all numbers are finite and no axis has length 0.
 bool IsUsable(const Matrix3& inverse) {
-    for (int i = 0; i < 4; ++i) {
+    if (!IsFinite(inverse)) {
+        return false;
+    }
+    for (int i = 0; i < 3; ++i) {
         const Point3 row = inverse.GetRow(i);
-        if (!std::isfinite(row.x) || !std::isfinite(row.y) || !std::isfinite(row.z)) {
-            return false;
-        }
-        if (i < 3 && row.x == 0.0f && row.y == 0.0f && row.z == 0.0f) {
+        if (row.x == 0.0f && row.y == 0.0f && row.z == 0.0f) {
             return false;
         }
     }
@@ -34,11 +34,30 @@ bool IsUsable(const Matrix3& inverse) {
 
 }  // namespace
 
-Matrix3 InverseOrIdentity(const Matrix3& matrix) {
-    const double determinant = Determinant(matrix);
-    if (determinant == 0.0 || !std::isfinite(determinant)) {
-        return Matrix3();
+bool IsFinite(const Matrix3& matrix) {
+    for (int i = 0; i < 4; ++i) {
+        const Point3 row = matrix.GetRow(i);
+        if (!std::isfinite(row.x) || !std::isfinite(row.y) || !std::isfinite(row.z)) {
+            return false;
+        }
     }
-    const Matrix3 inverse = Inverse(matrix);
-    return IsUsable(inverse) ? inverse : Matrix3();
+    return true;
+}
+
+Matrix3 InverseOrIdentity(const Matrix3& matrix) {
+    return InverseOrIdentity(matrix, {}, "");
+}
+
+Matrix3 InverseOrIdentity(const Matrix3& matrix, const NodeNotes& notes, const char* whose) {
+    const double determinant = Determinant(matrix);
+    if (determinant != 0.0 && std::isfinite(determinant)) {
+        const Matrix3 inverse = Inverse(matrix);
+        if (IsUsable(inverse)) {
+            return inverse;
+        }
+    }
+    if (notes) {
+        notes.add(Note::kMatrixWithoutInverse, whose);
+    }
+    return Matrix3();
 }

@@ -23,10 +23,10 @@ bool UsesItsOwnVertices(const Mesh& mesh) {
     return highest < static_cast<DWORD>(mesh.numVerts);
 }
 
-Matrix3 NodeFromObject(INode* node, TimeValue t) {
+Matrix3 NodeFromObject(INode* node, TimeValue t, ExportNotes* notes) {
     const Matrix3 world_from_node = node->GetNodeTM(t);
     const Matrix3 world_from_object = node->GetObjTMAfterWSM(t);
-    return world_from_object * InverseOrIdentity(world_from_node);
+    return world_from_object * InverseOrIdentity(world_from_node, {notes, node}, "its own matrix");
 }
 
 void MeshPartBuilder::begin(const CopiedMesh& copy, const MaterialTable& table) {
@@ -99,13 +99,10 @@ void MeshPartBuilder::keep_storage_of(qor::TriangleObject& object) {
     keys_.keep_storage(std::move(storage_.normals), std::move(storage_.uv_tex));
 }
 
-// The renderer takes only one channel: that of the diffuse texture, else of the opacity texture,
-// else of the bump texture. False if an index of a texture coordinate is out of range.
+// False if an index of a texture coordinate is out of range.
 bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) const {
     const MaterialEntry& entry = *table_->entry(part);
-    const int channel = entry.has_diffuse_channel()   ? entry.diffuse_channel
-                        : entry.has_opacity_channel() ? entry.opacity_channel
-                                                      : entry.bump_channel;
+    const int channel = entry.coordinate_channel();
     if (channel < 0) {
         return true;
     }

@@ -4,6 +4,7 @@
 
 #include "model/triangle_arrays.h"
 #include "plugins/3dsmax/export/copied_mesh.h"
+#include "plugins/3dsmax/export/export_notes.h"
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"
 #include "plugins/3dsmax/export/vertex_key_table.h"
@@ -27,7 +28,7 @@ bool UsesItsOwnVertices(const Mesh& mesh);
 
 /// The transform from the space of the node's object to the node's space. For an object under a
 /// world-space modifier it undoes the node's own transform.
-Matrix3 NodeFromObject(INode* node, TimeValue t);
+Matrix3 NodeFromObject(INode* node, TimeValue t, ExportNotes* notes = nullptr);
 
 /// Turns a host mesh into the arrays of triangle objects, one for each material that its faces use.
 ///

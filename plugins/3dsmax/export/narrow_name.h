@@ -6,3 +6,6 @@
 /// units. There is no conversion to a code page, so characters outside Latin-1 change. Null gives
 /// an empty name.
 std::string NarrowName(const wchar_t* text);
+
+/// The same. Sets `is_faithful` to whether the result holds the whole text.
+std::string NarrowName(const wchar_t* text, bool& is_faithful);

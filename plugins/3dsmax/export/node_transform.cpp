@@ -37,9 +37,11 @@ bool SameNumbers(const qorMatrix& a, const qorMatrix& b) {
 }
 
 // The node's matrix relative to `parent`, or to the world if `parent` is null.
-Matrix3 MatrixIn(INode* parent, const Matrix3& world_from_node, TimeValue t) {
+Matrix3 MatrixIn(INode* parent, const Matrix3& world_from_node, TimeValue t,
+                 const NodeNotes& notes) {
     return parent == nullptr ? world_from_node
-                             : world_from_node * InverseOrIdentity(parent->GetNodeTM(t));
+                             : world_from_node * InverseOrIdentity(parent->GetNodeTM(t), notes,
+                                                                   "the matrix of its parent");
 }
 
 }  // namespace
@@ -48,23 +50,32 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
     Interval valid = FOREVER;
     const Matrix3 world_from_node = node->GetNodeTM(timing_.time, &valid);
     INode* parent = relative_to_parent ? node->GetParentNode() : nullptr;
-    const Matrix3 matrix = MatrixIn(parent, world_from_node, timing_.time);
+    const Matrix3 matrix = MatrixIn(parent, world_from_node, timing_.time, NotesOf(node));
     scene_->transform(ToSceneMatrix(matrix));
 
-    if (has_content && options_->TransformAnimations && !timing_.RangeIsWithin(valid)) {
+    if (notes_ != nullptr && !IsFinite(matrix)) {
+        NotesOf(node).add(Note::kMatrixNotFinite);
+    }
+
+    if (!has_content || timing_.RangeIsWithin(valid)) {
+        return;
+    }
+    if (options_->TransformAnimations) {
         EmitTransformAnimation(node, parent, matrix);
+    } else if (!animation_) {
+        NotesOf(node).add(Note::kTrackSwitchedOff, "the setting TransformAnimations is off");
     }
 }
 
 // Each key is the change from `base`, the matrix that was written. While a node rests, only the
 // first frame has a key. A node that never leaves `base` has no track.
 void SceneExporter::EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base) {
-    const Matrix3 inverse_base = InverseOrIdentity(base);
+    const Matrix3 inverse_base = InverseOrIdentity(base, NotesOf(node), "its own matrix");
     qor::FBXAnimation track = MakeMotionTrack(NarrowName(node->GetName()), timing_);
     bool moves = false;
     qorMatrix before = {};
     for (const TimeValue t : timing_.Times()) {
-        const Matrix3 local = MatrixIn(parent, node->GetNodeTM(t), t);
+        const Matrix3 local = MatrixIn(parent, node->GetNodeTM(t), t, NotesOf(node));
         const qorMatrix change = ToSceneMatrix(local * inverse_base);
         const bool is_first = t == timing_.rangeStart;
         if (is_first || !SameNumbers(change, before)) {

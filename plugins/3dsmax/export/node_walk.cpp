@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
+#include "plugins/3dsmax/export/name_notes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/node_object.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
@@ -46,18 +48,26 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
         INode* node;
         int next_child = 0;
         bool has_content = false;
+        SiblingNames names_of_children = {};
     };
 
     // The path from `top` down to the current node. Every node below `top` has a group.
     std::vector<VisitedNode> path = {{top}};
-    OpenNode(top, in_group);
+    SiblingNames top_alone;
+    OpenNode(top, in_group, top_alone);
     for (;;) {
         VisitedNode& current = path.back();
-        if (current.next_child < current.node->NumberOfChildren() && !host_->GetCancel()) {
+        const bool has_child = current.next_child < current.node->NumberOfChildren();
+        const bool is_cancelled = has_child && host_->GetCancel();
+        if (is_cancelled) {
+            NoteCancel(std::to_string(nodes_done_) + " of " + std::to_string(node_count_) +
+                       " nodes were reached");
+        }
+        if (has_child && !is_cancelled) {
             INode* child = current.node->GetChildNode(current.next_child);
             ++current.next_child;
+            OpenNode(child, true, current.names_of_children);
             path.push_back({child});
-            OpenNode(child, true);
             continue;
         }
 
@@ -74,9 +84,14 @@ bool SceneExporter::WalkNode(INode* top, bool in_group) {
     }
 }
 
-void SceneExporter::OpenNode(INode* node, bool in_group) {
+void SceneExporter::OpenNode(INode* node, bool in_group, SiblingNames& siblings) {
     if (in_group) {
-        scene_->begin_group(NarrowName(node->GetName()));
+        bool is_faithful = true;
+        const std::string name = NarrowName(node->GetName(), is_faithful);
+        scene_->begin_group(name);
+        if (notes_ != nullptr) {
+            siblings.NoteNext(NotesOf(node), name, is_faithful);
+        }
     }
     ReportProgress(node);
 }

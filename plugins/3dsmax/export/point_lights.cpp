@@ -6,9 +6,11 @@
 #include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "model/euler_matrix.h"
+#include "platform/wide_text.h"
 #include "plugins/3dsmax/export/asset_files.h"
 #include "plugins/3dsmax/export/light_converter.h"
 #include "plugins/3dsmax/export/light_lumens.h"
+#include "plugins/3dsmax/export/light_notes.h"
 #include "plugins/3dsmax/export/param_value.h"
 #include "plugins/3dsmax/export/truncated_int.h"
 
@@ -45,21 +47,28 @@ bool ends_in_ies(const std::wstring& file) {
 }
 
 // No value unless the light has a web and the host finds its file.
-std::optional<Web> find_web(LightscapeLight& light, Interface* host) {
+std::optional<Web> find_web(LightscapeLight& light, Interface* host, const NodeNotes& notes) {
     if (light.GetDistribution() != LightscapeLight::WEB_DIST) {
         return std::nullopt;
     }
     IParamBlock2* const params = light.GetParamBlockByID(LightscapeLight::PB_WEB);
     if (params == nullptr) {
+        notes.add(Note::kLightWebMissing, "the light has no parameters of a web");
         return std::nullopt;
     }
     const MCHAR* const name =
         ParamValue<const MCHAR*>(*params, kWebFile, kFixedTime).value_or(nullptr);
     if (name == nullptr || !ends_in_ies(name)) {
+        if (notes) {
+            notes.add(Note::kLightWebNotIes, {}, platform::utf8_from_wide(name ? name : L""));
+        }
         return std::nullopt;
     }
     const std::wstring file = FindAssetFile(host, MaxSDK::AssetManagement::kPhotometricAsset, name);
     if (file.empty()) {
+        if (notes) {
+            notes.add(Note::kLightWebMissing, {}, platform::utf8_from_wide(name));
+        }
         return std::nullopt;
     }
     const MSTR host_text(file.c_str());
@@ -118,6 +127,7 @@ void write_ies_shader(qor::qorSceneapi_oo& scene, const std::string& file) {
 
 void LightConverter::ConvertOmniLight(GenLight& light, const Job& job) {
     const float power = light.GetIntensity(job.time);
+    NotePower(job.notes, power);
     const Point3 rgb = light.GetRGBColor(kFixedTime);
     const Point3 color(rgb.x / 255.0f, rgb.y / 255.0f, rgb.z / 255.0f);
     write_carrier(job.scene, job.name, job.material_name, nullptr,
@@ -125,14 +135,15 @@ void LightConverter::ConvertOmniLight(GenLight& light, const Job& job) {
 }
 
 void LightConverter::ConvertPointLight(LightscapeLight& light, const Job& job) {
-    const std::optional<Web> web = find_web(light, host_);
+    const std::optional<Web> web = find_web(light, host_, job.notes);
     const qorMatrix* const rotation = web ? &web->rotation : nullptr;
     write_carrier(job.scene, job.name, job.material_name, rotation, [&] {
         if (web) {
             write_ies_shader(job.scene, web->file);
         } else {
-            write_point_shader(job.scene, true, LightLumens(light, kFixedTime),
-                               KelvinToColor(light, job.time));
+            const float power = LightLumens(light, kFixedTime);
+            NotePower(job.notes, power);
+            write_point_shader(job.scene, true, power, KelvinToColor(light, job.time));
         }
     });
 }

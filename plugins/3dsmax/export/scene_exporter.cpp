@@ -35,12 +35,14 @@ void EmitModule(qor::qorSceneapi_oo& scene, bool adjust_camera, bool adjust_envi
 }  // namespace
 
 SceneExporter::SceneExporter(Interface* host, INode* root_node,
-                             std::shared_ptr<Qor::Options> options, std::set<INode*> changed_nodes)
+                             std::shared_ptr<Qor::Options> options, std::set<INode*> changed_nodes,
+                             ExportNotes* notes)
     : host_(host),
       root_node_(root_node),
+      notes_(notes),
       options_(std::move(options)),
       changed_nodes_(std::move(changed_nodes)),
-      lights_(std::make_unique<LightConverter>(options_, host)),
+      lights_(std::make_unique<LightConverter>(options_, host, notes)),
       mesh_parts_(std::make_unique<MeshPartBuilder>()) {
     const Interval range = host->GetAnimRange();
     timing_ = {range.Start(), range.End(), host->GetTime(), GetTicksPerFrame()};
@@ -97,8 +99,11 @@ void SceneExporter::AddToSceneBox(INode* node, Object* object, ViewExp* view) {
 // Makes one pass over the host's scene and writes it into the open scene.
 void SceneExporter::ExportPass(bool adjust_camera, bool adjust_environment,
                                std::uint32_t scene_flags) {
-    if (options_->HairAndFur) {
-        RunHairScript();
+    if (notes_ != nullptr) {
+        notes_->begin_pass();
+    }
+    if (options_->HairAndFur && !RunHairScript()) {
+        NotesOf(nullptr).add(Note::kHairScriptFailed, "the script that makes the splines");
     }
     EmitModule(*scene_, adjust_camera, adjust_environment);
 
@@ -114,7 +119,13 @@ void SceneExporter::ExportPass(bool adjust_camera, bool adjust_environment,
     }
     scene_->end_group();
 
-    if (options_->HairAndFur) {
-        RunHairCleanupScript();
+    if (options_->HairAndFur && !RunHairCleanupScript()) {
+        NotesOf(nullptr).add(Note::kHairScriptFailed, "the script that deletes the splines");
+    }
+}
+
+void SceneExporter::NoteCancel(const std::string& reached) {
+    if (notes_ != nullptr) {
+        notes_->add_once(Note::kExportCancelled, reached);
     }
 }

@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "plugins/3dsmax/export/export_notes.h"
 #include "plugins/3dsmax/export/frame_timing.h"
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"
@@ -19,6 +20,7 @@ class ConvertedObject;
 class LightConverter;
 class MaterialTable;
 class MeshPartBuilder;
+class SiblingNames;
 
 /// Carries out one Render, Update, Export or Export Animation command from start to end.
 ///
@@ -32,9 +34,10 @@ class MeshPartBuilder;
 /// Cancelling in the host cuts the walk short but leaves a well-formed scene.
 class SceneExporter {
 public:
-    /// Borrows `host` and `root_node`. Only an update uses `changed_nodes`.
+    /// Borrows `host`, `root_node` and `notes`. Only an update uses `changed_nodes`. What is left
+    /// out or changed is added to `notes` unless that is null; the export itself stays the same.
     SceneExporter(Interface* host, INode* root_node, std::shared_ptr<Qor::Options> options,
-                  std::set<INode*> changed_nodes);
+                  std::set<INode*> changed_nodes, ExportNotes* notes = nullptr);
     SceneExporter(const SceneExporter&) = delete;
     SceneExporter& operator=(const SceneExporter&) = delete;
     ~SceneExporter();
@@ -58,7 +61,7 @@ private:
     // The walk over the node tree, and the pass over the layers.
     void CountNodes(INode* node);
     bool WalkNode(INode* top, bool in_group);
-    void OpenNode(INode* node, bool in_group);
+    void OpenNode(INode* node, bool in_group, SiblingNames& siblings);
     bool ExportNode(INode* node, bool child_content);
     void ExportCameras(INode* node);
     void CountLayerNodes();
@@ -82,12 +85,21 @@ private:
     void EmitNodeTransform(INode* node, bool relative_to_parent, bool has_content);
     void EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base);
 
+    // What this class notes itself. These do nothing without notes.
+    NodeNotes NotesOf(INode* node) const { return {notes_, node}; }
+    void NoteHiddenObject(INode* node);
+    void NoteMissingObject(INode* node);
+    void NoteShapeOverTime(INode* node, const Interval& valid, const char* why);
+    void NoteCancel(const std::string& reached);
+    void NoteBrokenLink(const char* reason);
+
     Interface* host_;
     INode* root_node_;
     std::unique_ptr<qor::LightFactory> factory_;  // null between passes, like `scene_`
     std::unique_ptr<qor::qorSceneapi_oo> scene_;
     std::uint32_t node_count_ = 0;  // the total of the progress bar
     std::uint32_t nodes_done_ = 0;
+    ExportNotes* notes_;  // null if nothing is noted
     FrameTiming timing_;
     std::shared_ptr<Qor::Options> options_;
     std::set<INode*> changed_nodes_;

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "model/area_light_material.h"
@@ -115,6 +116,10 @@ void LightConverter::ConvertSphereLight(LightscapeLight& light, const Job& job) 
 
 void LightConverter::EmitShape(qor::TriangleObject& shape, LightscapeLight& light,
                                float power_lumen, const Job& job) {
+    if (job.notes && shape.arrays().triangles.empty()) {
+        job.notes.add(Note::kLightWithoutShape,
+                      std::to_string(shape.arrays().vertices.size() / 3) + " points");
+    }
     const Point3 color = KelvinToColor(light, job.time);
     auto material = std::make_shared<qor::AreaLightMaterial>(job.material_name);
     material->set_color(color.x, color.y, color.z);

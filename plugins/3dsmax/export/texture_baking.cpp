@@ -1,14 +1,15 @@
 #include "plugins/3dsmax/export/texture_baking.h"
 
+#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <utility>
 
 #include "model/smart_material.h"
 #include "platform/wide_text.h"
 #include "plugins/3dsmax/export/bitmap_file.h"
 #include "plugins/3dsmax/export/material_entry.h"
+#include "plugins/3dsmax/export/material_notes.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/renderer_textures.h"
 
@@ -36,7 +37,7 @@ const TextureTarget& target_of(TextureKind kind) {
 constexpr WORD kBakedSize = 1024;  // pixels, in both directions
 
 // Every file baked since the plug-in was loaded.
-std::set<std::wstring> baked_textures;
+std::map<std::wstring, BakeResult> baked_textures;
 
 struct BitmapDeleter {
     void operator()(Bitmap* bitmap) const { bitmap->DeleteThis(); }
@@ -49,16 +50,23 @@ std::wstring baked_file(Mtl* mtl, const TextureTarget& target) {
            target.word + L".png";
 }
 
-void apply_bitmap(MaterialEntry& entry, BitmapTex& texmap, const TextureTarget& target) {
+void apply_bitmap(MaterialEntry& entry, Mtl* mtl, BitmapTex& texmap, TextureKind kind) {
+    const TextureTarget& target = target_of(kind);
     texmap.GetUVTransform(entry.uv_transform);
-    if (std::optional<std::string> file = bitmap_file(texmap, entry.time)) {
+    if (std::optional<std::string> file = bitmap_file(texmap, entry.time, entry.notes)) {
         (entry.material.get()->*target.set_texture)(std::move(*file));
+    } else if (entry.notes) {
+        NoteMissingBitmap(entry, mtl, texmap, kind);
     }
 }
 
-void apply_baked(MaterialEntry& entry, Mtl* mtl, Texmap* texmap, const TextureTarget& target) {
+void apply_baked(MaterialEntry& entry, Mtl* mtl, Texmap* texmap, TextureKind kind) {
+    const TextureTarget& target = target_of(kind);
     const std::wstring path = baked_file(mtl, target);
-    bake_texmap(texmap, path);
+    const BakeResult result = bake_texmap(texmap, path);
+    if (entry.notes) {
+        NoteBaked(entry, mtl, texmap, kind, path, result);
+    }
     (entry.material.get()->*target.set_texture)(NarrowName(path.c_str()));
     // Drawing a map can update it and so change its channel.
     entry.*target.channel = texmap->GetMapChannel();
@@ -73,20 +81,21 @@ void apply_texmap(MaterialEntry& entry, Mtl* mtl, const Mesh& mesh, Texmap* texm
     }
     const int channel = texmap->GetMapChannel();
     if (!mesh.mapSupport(channel)) {
+        NoteMissingChannel(entry, mtl, kind, channel);
         return;
     }
-    const TextureTarget& target = target_of(kind);
-    entry.*target.channel = channel;
+    entry.*target_of(kind).channel = channel;
     if (is_bitmap_texmap(texmap)) {
-        apply_bitmap(entry, *static_cast<BitmapTex*>(texmap), target);
+        apply_bitmap(entry, mtl, *static_cast<BitmapTex*>(texmap), kind);
     } else {
-        apply_baked(entry, mtl, texmap, target);
+        apply_baked(entry, mtl, texmap, kind);
     }
 }
 
-void bake_texmap(Texmap* texmap, const std::wstring& path) {
-    if (baked_textures.count(path) != 0) {
-        return;
+BakeResult bake_texmap(Texmap* texmap, const std::wstring& path) {
+    const auto known = baked_textures.find(path);
+    if (known != baked_textures.end()) {
+        return known->second;
     }
     BitmapInfo info;
     info.SetName(path.c_str());
@@ -95,19 +104,24 @@ void bake_texmap(Texmap* texmap, const std::wstring& path) {
     info.SetHeight(kBakedSize);
     const std::unique_ptr<Bitmap, BitmapDeleter> bitmap(TheManager->Create(&info));
     if (!bitmap) {
-        return;
+        return BakeResult::kNotDrawn;
     }
 
     // The path is kept even if the file can't be written. So a folder without write access costs
     // one drawing, not one per export.
-    baked_textures.insert(path);
+    BakeResult& result = baked_textures[path];
+    result = BakeResult::kNotWritten;
     // A map needn't be ready to draw itself. The host calls these before it renders, too.
     constexpr TimeValue kDrawnTime = 0;
     Interval valid = FOREVER;
     texmap->Update(kDrawnTime, valid);
     texmap->LoadMapFiles(kDrawnTime);
     texmap->RenderBitmap(kDrawnTime, bitmap.get(), 1.0f, FALSE);
-    bitmap->OpenOutput(&info);
-    bitmap->Write(&info, BMM_SINGLEFRAME);
+    const bool is_open = bitmap->OpenOutput(&info) == BMMRES_SUCCESS;
+    const bool is_written = bitmap->Write(&info, BMM_SINGLEFRAME) == BMMRES_SUCCESS;
     bitmap->Close(&info, BMM_CLOSE_COMPLETE);
+    if (is_open && is_written) {
+        result = BakeResult::kWritten;
+    }
+    return result;
 }

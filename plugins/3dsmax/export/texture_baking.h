@@ -6,6 +6,8 @@
 
 struct MaterialEntry;
 
+enum class BakeResult { kWritten, kNotWritten, kNotDrawn };
+
 enum class TextureKind { kDiffuse, kBump, kSpecular, kOpacity };
 
 /// Makes `texmap` the entry's texture of that kind. For a bitmap map the texture is its own file.
@@ -18,5 +20,6 @@ void apply_texmap(MaterialEntry& entry, Mtl* mtl, const Mesh& mesh, Texmap* texm
 
 /// Draws `texmap`, as it is at time 0, into the image file `path`, which is in the host's 16-bit
 /// units. Each path is drawn once while the plug-in is loaded, whether or not the file could be
-/// written. Only if the bitmap couldn't be created does the next call try again.
-void bake_texmap(Texmap* texmap, const std::wstring& path);
+/// written. Only if the bitmap couldn't be created does the next call try again. Returns what
+/// became of the path when it was drawn.
+BakeResult bake_texmap(Texmap* texmap, const std::wstring& path);

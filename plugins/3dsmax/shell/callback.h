@@ -2,7 +2,9 @@
 
 #include <memory>
 #include <set>
+#include <string>
 
+#include "plugins/3dsmax/export/export_notes.h"
 #include "plugins/3dsmax/export/host.h"
 #include "plugins/3dsmax/export/options.h"
 
@@ -10,7 +12,8 @@
 ///
 /// It collects the nodes that events name, so that an Update can send just those. An exporting
 /// command works on a copy of the collection, which is cleared when the command ends without an
-/// exception. One object receives all events after the plug-in's start.
+/// exception. At the end of each of them a report is delivered (report_delivery.h). One object
+/// receives all events after the plug-in's start.
 class Callback : public ActionCallback, public INodeEventCallback {
 public:
     /// Borrows `host`.
@@ -48,6 +51,7 @@ private:
     void Record(NodeKeyTab& nodes);
     void CarryOut(int id);
     void Export(const ExportingCommand& command);
+    void RunExporter(const ExportingCommand& command, const std::string& path, ExportNotes& notes);
 
     std::set<INode*> changedNodes_;
     Interface* host_;

@@ -6,6 +6,7 @@
 #include "plugins/3dsmax/export/scene_exporter.h"
 #include "plugins/3dsmax/shell/callback.h"
 #include "plugins/3dsmax/shell/command_ids.h"
+#include "plugins/3dsmax/shell/report_delivery.h"
 
 namespace {
 
@@ -51,6 +52,7 @@ bool ask_for_path(Interface* host, std::string& path) {
 
 struct Callback::ExportingCommand {
     int id;
+    const char* name;  // in the report
     bool update;
     bool to_file;
     bool animation;
@@ -78,10 +80,10 @@ void Callback::CarryOut(int id) {
         return;
     }
     constexpr ExportingCommand kExportingCommands[] = {
-        {kRenderCommand, false, false, false},
-        {kUpdateCommand, true, false, false},
-        {kExportCommand, false, true, false},
-        {kExportAnimationCommand, false, true, true},
+        {kRenderCommand, "render", false, false, false},
+        {kUpdateCommand, "update", true, false, false},
+        {kExportCommand, "export", false, true, false},
+        {kExportAnimationCommand, "animation", false, true, true},
     };
     for (const ExportingCommand& command : kExportingCommands) {
         if (command.id == id) {
@@ -97,10 +99,23 @@ void Callback::Export(const ExportingCommand& command) {
     if (command.to_file && !ask_for_path(host_, path)) {
         return;
     }
-    {
-        SceneExporter exporter(host_, host_->GetRootNode(), options_, changedNodes_);
-        const ProgressShown progress(host_);
-        exporter.Run(path, command.update, command.to_file, command.animation);
+    ExportNotes notes;
+    const ReportDelivery at_the_end(notes, command.name);
+    try {
+        RunExporter(command, path, notes);
+    } catch (const std::exception& failure) {
+        notes.add(Note::kExportFailed, nullptr, failure.what(), path);
+        throw;
+    } catch (...) {
+        notes.add(Note::kExportFailed, nullptr, "unknown reason", path);
+        throw;
     }
     changedNodes_.clear();
+}
+
+void Callback::RunExporter(const ExportingCommand& command, const std::string& path,
+                           ExportNotes& notes) {
+    SceneExporter exporter(host_, host_->GetRootNode(), options_, changedNodes_, &notes);
+    const ProgressShown progress(host_);
+    exporter.Run(path, command.update, command.to_file, command.animation);
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "standins/host/memory/checked_index.h"
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/memory_param_block.h"
 #include "standins/host/memory/strict_rules.h"
@@ -46,11 +47,11 @@ public:
         return host_obeys(StrictRule::kNullAttributes) ? 2 * count : count;
     }
     CustAttrib* GetCustAttrib(int i) override {
-        const auto place = static_cast<std::size_t>(i);
-        if (host_obeys(StrictRule::kNullAttributes)) {
-            return place % 2 == 0 ? nullptr : attributes_[place / 2].get();
+        if (!host_obeys(StrictRule::kNullAttributes)) {
+            return attributes_[checked_index(i, attributes_.size(), "attribute")].get();
         }
-        return attributes_[place].get();
+        const std::size_t place = checked_index(i, 2 * attributes_.size(), "attribute");
+        return place % 2 == 0 ? nullptr : attributes_[place / 2].get();
     }
 
 private:

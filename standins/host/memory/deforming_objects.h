@@ -1,35 +1,33 @@
 #pragma once
 
+#include <memory>
+
 #include "standins/host/memory/deforming_mesh.h"
-#include "standins/host/memory/mesh_objects.h"
 #include "standins/host/memory/timed_object.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
 
-/// A mesh that changes over time, in its shape at the node's last evaluation.
-class DeformingObject final : public TriObject, public TimedObject {
+/// A mesh that changes over time.
+class DeformingObject final : public GeomObject, public TimedObject {
 public:
     explicit DeformingObject(DeformingMesh mesh);
+    ~DeformingObject() override;
 
     DeformingObject& set_deformable(bool deformable) {
         deformable_ = deformable;
         return *this;
     }
 
-    void evaluate(TimeValue t) override;
-
-    int IsDeformable() override { return deformable_; }
-    Interval ObjectValidity(TimeValue t) override { return over_time_.validity(t); }
-    Object* ConvertToType(TimeValue, Class_ID type) override {
-        return converted_to_own_class(*this, type);
-    }
-    void GetWorldBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
+    /// The mesh in its shape at `t`.
+    Object* evaluate(TimeValue t) override;
+    Class_ID ClassID() override { return Class_ID(TRIOBJ_CLASS_ID, 0); }
 
 private:
+    class Evaluated;
+
     DeformingMesh over_time_;
-    const Mesh* at_rest_ = nullptr;  // the mesh is a deformed copy of this one
-    Interval valid_;                 // the times for which the mesh is up to date
+    std::unique_ptr<Evaluated> evaluated_;  // null before the first evaluation
     bool deformable_ = true;
 };
 

@@ -41,21 +41,13 @@ void add_ring(std::vector<Point3>& points, float radius, float z, int sides) {
 
 }  // namespace
 
-float LightNumber::at(TimeValue t, Interval& valid) const {
-    if (!moving_) {
-        return fixed_;
-    }
-    valid &= Interval(t, t);
-    return moving_(t);
-}
-
-StandardLight& StandardLight::intensity(LightNumber multiplier) {
+StandardLight& StandardLight::intensity(TimedNumber multiplier) {
     intensity_ = std::move(multiplier);
     return *this;
 }
 
-StandardLight& StandardLight::color(const Point3& rgb) {
-    color_ = rgb;
+StandardLight& StandardLight::color(TimedValue<Point3> rgb) {
+    color_ = std::move(rgb);
     return *this;
 }
 
@@ -77,11 +69,11 @@ int SkyLight::NumRefs() {
 }
 
 RefTargetHandle SkyLight::GetReference(int i) {
-    const auto place = static_cast<std::size_t>(i);
-    if (host_obeys(StrictRule::kNullReferences)) {
-        return place % 2 == 0 ? nullptr : references_[place / 2];
+    if (!host_obeys(StrictRule::kNullReferences)) {
+        return references_[checked_index(i, references_.size(), "reference")];
     }
-    return references_[place];
+    const std::size_t place = checked_index(i, 2 * references_.size(), "reference");
+    return place % 2 == 0 ? nullptr : references_[place / 2];
 }
 
 PhotometricLight::PhotometricLight(LightTypes type) : type_(type), shape_(default_shape(type)) {}
@@ -96,17 +88,22 @@ PhotometricLight& PhotometricLight::shape(std::vector<Point3> points) {
     return *this;
 }
 
-PhotometricLight& PhotometricLight::radius(float radius) {
-    radius_ = radius;
+PhotometricLight& PhotometricLight::radius(TimedNumber radius) {
+    radius_ = std::move(radius);
     return *this;
 }
 
-PhotometricLight& PhotometricLight::kelvin(LightNumber kelvin) {
+PhotometricLight& PhotometricLight::filter(const Point3& rgb) {
+    filter_ = rgb;
+    return *this;
+}
+
+PhotometricLight& PhotometricLight::kelvin(TimedNumber kelvin) {
     kelvin_ = std::move(kelvin);
     return *this;
 }
 
-PhotometricLight& PhotometricLight::lumens(LightNumber lumens) {
+PhotometricLight& PhotometricLight::lumens(TimedNumber lumens) {
     lumens_ = std::move(lumens);
     return *this;
 }

@@ -6,45 +6,33 @@
 #include <utility>
 #include <vector>
 
+#include "standins/host/memory/checked_index.h"
 #include "standins/host/memory/memory_param_block.h"
+#include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
-
-/// A number of a light: a constant or a function of time.
-class LightNumber {
-public:
-    LightNumber(float fixed) : fixed_(fixed) {}
-    template <typename Function, typename = decltype(std::declval<Function>()(TimeValue()))>
-    LightNumber(Function moving) : moving_(std::move(moving)) {}
-
-    float at(TimeValue t, Interval& valid) const;
-
-private:
-    float fixed_ = 0;
-    std::function<float(TimeValue)> moving_;  // empty for a constant
-};
 
 /// A light of one of the host's standard kinds. It converts only to its own class.
 class StandardLight : public GenLight {
 public:
     StandardLight(Class_ID class_id, int type) : class_id_(class_id), type_(type) {}
 
-    StandardLight& intensity(LightNumber multiplier);
+    StandardLight& intensity(TimedNumber multiplier);
     /// Components from 0 to 1.
-    StandardLight& color(const Point3& rgb);
+    StandardLight& color(TimedValue<Point3> rgb);
 
     Class_ID ClassID() override { return class_id_; }
     int CanConvertToType(Class_ID type) override { return type == class_id_; }
     int Type() override { return type_; }
     float GetIntensity(TimeValue t, Interval& valid) override { return intensity_.at(t, valid); }
-    Point3 GetRGBColor(TimeValue, Interval&) override { return color_; }
+    Point3 GetRGBColor(TimeValue t, Interval& valid) override { return color_.at(t, valid); }
 
 private:
     Class_ID class_id_;
     int type_;
-    LightNumber intensity_ = 1.0f;
-    Point3 color_{1, 1, 1};
+    TimedNumber intensity_ = 1.0f;
+    TimedValue<Point3> color_ = Point3(1, 1, 1);
 };
 
 class OmniLight final : public StandardLight {
@@ -85,9 +73,11 @@ public:
 
     PhotometricLight& distribution(DistTypes distribution);
     PhotometricLight& shape(std::vector<Point3> points);
-    PhotometricLight& radius(float radius);
-    PhotometricLight& kelvin(LightNumber kelvin);
-    PhotometricLight& lumens(LightNumber lumens);
+    PhotometricLight& radius(TimedNumber radius);
+    PhotometricLight& kelvin(TimedNumber kelvin);
+    PhotometricLight& lumens(TimedNumber lumens);
+    /// Components from 0 to 1.
+    PhotometricLight& filter(const Point3& rgb);
     /// The path is wide text or UTF-8, the angles are in degrees. Also sets the distribution to
     /// `WEB_DIST`.
     PhotometricLight& web_file(const std::wstring& path, const Point3& rotation = {});
@@ -100,19 +90,21 @@ public:
     Point3 GetRGBColor(TimeValue, Interval&) override { return {1, 1, 1}; }
     DistTypes GetDistribution() const override { return distribution_; }
     int GetShape(Point3* points, int size) const override;
-    float GetRadius(TimeValue, Interval&) const override { return radius_; }
+    float GetRadius(TimeValue t, Interval& valid) const override { return radius_.at(t, valid); }
     float GetKelvin(TimeValue t, Interval& valid) const override { return kelvin_.at(t, valid); }
     float GetResultingFlux(TimeValue t, Interval& valid) const override {
         return lumens_.at(t, valid);
     }
+    Point3 GetRGBFilter(TimeValue, Interval&) const override { return filter_; }
 
 private:
     LightTypes type_;
     DistTypes distribution_ = ISOTROPIC_DIST;
     std::vector<Point3> shape_;
-    float radius_ = 1;
-    LightNumber kelvin_ = 6500.0f;
-    LightNumber lumens_ = 1000.0f;
+    TimedNumber radius_ = 1.0f;
+    TimedNumber kelvin_ = 6500.0f;
+    TimedNumber lumens_ = 1000.0f;
+    Point3 filter_{1, 1, 1};
     std::unique_ptr<MemoryParamBlock> web_;  // null without a web file
 };
 

@@ -52,14 +52,19 @@ BitmapMap& BitmapMap::uv_transform(const Matrix3& map_from_mesh) {
     return *this;
 }
 
+BitmapMap& BitmapMap::shown_from(TimeValue t) {
+    shown_from_ = t;
+    return *this;
+}
+
 void BitmapMap::RenderBitmap(TimeValue, Bitmap* bitmap, float, BOOL) {
     if (const std::optional<Image> image = read_image(path_)) {
         draw_scaled(*image, static_cast<MemoryBitmap*>(bitmap)->image());
     }
 }
 
-Bitmap* BitmapMap::GetBitmap(TimeValue) {
-    if (host_obeys(StrictRule::kBitmapOpenFails)) {
+Bitmap* BitmapMap::GetBitmap(TimeValue t) {
+    if (t < shown_from_ || host_obeys(StrictRule::kBitmapOpenFails)) {
         return nullptr;
     }
     if (!bitmap_) {

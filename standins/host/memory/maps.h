@@ -23,6 +23,8 @@ public:
     /// The mesh's coordinates are multiplied by the tiling, then moved by the offset.
     BitmapMap& tiling(float u, float v, float u_offset = 0, float v_offset = 0);
     BitmapMap& uv_transform(const Matrix3& map_from_mesh);
+    /// Before that time the map has no picture.
+    BitmapMap& shown_from(TimeValue t);
 
     int GetMapChannel() override { return channel_; }
     void GetUVTransform(Matrix3& map_from_mesh) override { map_from_mesh = map_from_mesh_; }
@@ -35,6 +37,7 @@ private:
     std::wstring path_;
     int channel_ = 1;
     Matrix3 map_from_mesh_;
+    TimeValue shown_from_ = TIME_NegInfinity;
     std::optional<MemoryBitmap> bitmap_;
 };
 

@@ -40,28 +40,33 @@ constexpr Class_ID kMultiMaterialClass(0x200, 0);
 
 StandardMaterial::StandardMaterial(const std::wstring& name) {
     SetName(units_from_wide(name).c_str());
-    diffuse(Color(0.5f, 0.5f, 0.5f));
 }
 
 StandardMaterial::StandardMaterial(const std::string& name_utf8)
     : StandardMaterial(units_from_utf8(name_utf8)) {}
 
-StandardMaterial& StandardMaterial::diffuse(const Color& color) {
-    return diffuse([color](TimeValue) { return color; });
-}
-
-StandardMaterial& StandardMaterial::diffuse(std::function<Color(TimeValue)> color) {
+StandardMaterial& StandardMaterial::diffuse(TimedColor color) {
     diffuse_ = std::move(color);
     return *this;
 }
 
-StandardMaterial& StandardMaterial::specular(const Color& color) {
-    specular_ = color;
+StandardMaterial& StandardMaterial::specular(TimedColor color) {
+    specular_ = std::move(color);
     return *this;
 }
 
-StandardMaterial& StandardMaterial::shininess(float shininess) {
-    shininess_ = shininess;
+StandardMaterial& StandardMaterial::opacity(float opacity) {
+    opacity_ = opacity;
+    return *this;
+}
+
+StandardMaterial& StandardMaterial::self_illumination(float amount) {
+    self_illumination_ = amount;
+    return *this;
+}
+
+StandardMaterial& StandardMaterial::shininess(TimedNumber shininess) {
+    shininess_ = std::move(shininess);
     return *this;
 }
 
@@ -71,7 +76,15 @@ StandardMaterial& StandardMaterial::map(int slot, Texmap* map, bool enabled) {
 }
 
 Color StandardMaterial::GetDiffuse(int, BOOL) {
-    return diffuse_(GetCOREInterface()->GetTime());
+    return diffuse_.at(GetCOREInterface()->GetTime());
+}
+
+Color StandardMaterial::GetSpecular(int, BOOL) {
+    return specular_.at(GetCOREInterface()->GetTime());
+}
+
+float StandardMaterial::GetShininess(int, BOOL) {
+    return shininess_.at(GetCOREInterface()->GetTime());
 }
 
 MSTR StandardMaterial::GetSubTexmapSlotName(int slot, bool localized) {
@@ -155,7 +168,7 @@ IParamBlock2* BlockMaterial::GetParamBlockByID(BlockID id) {
 }
 
 MSTR BlockMaterial::GetSubTexmapSlotName(int i, bool localized) {
-    return name_in_language(slots_[static_cast<std::size_t>(i)].name, localized);
+    return name_in_language(slots_[checked_index(i, slots_.size(), "slot")].name, localized);
 }
 
 }  // namespace memhost

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "standins/host/memory/checked_index.h"
 #include "standins/host/memory/memory_param_block.h"
+#include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -26,23 +27,29 @@ public:
     explicit StandardMaterial(const std::wstring& name);
     explicit StandardMaterial(const std::string& name_utf8);
 
-    StandardMaterial& diffuse(const Color& color);
-    /// A colour that changes over time.
-    StandardMaterial& diffuse(std::function<Color(TimeValue)> color);
-    StandardMaterial& specular(const Color& color);
-    StandardMaterial& shininess(float shininess);
+    StandardMaterial& diffuse(TimedColor color);
+    StandardMaterial& specular(TimedColor color);
+    StandardMaterial& shininess(TimedNumber shininess);
+    StandardMaterial& opacity(float opacity);
+    StandardMaterial& self_illumination(float amount);
     /// A null map empties the slot.
     StandardMaterial& map(int slot, Texmap* map, bool enabled = true);
 
-    Color GetDiffuse(TimeValue t) override { return diffuse_(t); }
-    Color GetSpecular(TimeValue) override { return specular_; }
-    float GetShininess(TimeValue) override { return shininess_; }
+    Color GetDiffuse(TimeValue t) override { return diffuse_.at(t); }
+    Color GetSpecular(TimeValue t) override { return specular_.at(t); }
+    float GetShininess(TimeValue t) override { return shininess_.at(t); }
+    float GetOpacity(TimeValue) override { return opacity_; }
+    float GetSelfIllum(TimeValue) override { return self_illumination_; }
     Color GetDiffuse(int number, BOOL back_face) override;
-    Color GetSpecular(int, BOOL) override { return specular_; }
-    float GetShininess(int, BOOL) override { return shininess_; }
-    BOOL MapEnabled(int slot) override { return slots_[static_cast<std::size_t>(slot)].enabled; }
+    Color GetSpecular(int number, BOOL back_face) override;
+    float GetShininess(int number, BOOL back_face) override;
+    BOOL MapEnabled(int slot) override {
+        return slots_[checked_index(slot, kSlots, "slot")].enabled;
+    }
     int NumSubTexmaps() override { return kSlots; }
-    Texmap* GetSubTexmap(int slot) override { return slots_[static_cast<std::size_t>(slot)].map; }
+    Texmap* GetSubTexmap(int slot) override {
+        return slots_[checked_index(slot, kSlots, "slot")].map;
+    }
     int SubTexmapOn(int slot) override { return MapEnabled(slot); }
     MSTR GetSubTexmapSlotName(int slot, bool localized) override;
 
@@ -54,9 +61,11 @@ private:
         bool enabled = true;
     };
 
-    std::function<Color(TimeValue)> diffuse_;
-    Color specular_{0.9f, 0.9f, 0.9f};
-    float shininess_ = 0;
+    TimedColor diffuse_ = Color(0.5f, 0.5f, 0.5f);
+    TimedColor specular_ = Color(0.9f, 0.9f, 0.9f);
+    TimedNumber shininess_ = 0.0f;
+    float opacity_ = 1;
+    float self_illumination_ = 0;
     Slot slots_[kSlots];
 };
 
@@ -71,7 +80,9 @@ public:
     Color GetSpecular(int number = 0, BOOL back_face = FALSE) override;
     float GetShininess(int number = 0, BOOL back_face = FALSE) override;
     int NumSubMtls() override { return static_cast<int>(materials_.size()); }
-    Mtl* GetSubMtl(int i) override { return materials_[static_cast<std::size_t>(i)]; }
+    Mtl* GetSubMtl(int i) override {
+        return materials_[checked_index(i, materials_.size(), "sub-material")];
+    }
 
 private:
     // The material that `number` selects, or null.
@@ -99,8 +110,10 @@ public:
     Color GetSpecular(int = 0, BOOL = FALSE) override { return specular_; }
     float GetShininess(int = 0, BOOL = FALSE) override { return shininess_; }
     int NumSubTexmaps() override { return static_cast<int>(slots_.size()); }
-    Texmap* GetSubTexmap(int i) override { return slots_[static_cast<std::size_t>(i)].map; }
-    int SubTexmapOn(int i) override { return slots_[static_cast<std::size_t>(i)].on; }
+    Texmap* GetSubTexmap(int i) override {
+        return slots_[checked_index(i, slots_.size(), "slot")].map;
+    }
+    int SubTexmapOn(int i) override { return slots_[checked_index(i, slots_.size(), "slot")].on; }
     MSTR GetSubTexmapSlotName(int i, bool localized) override;
 
 private:

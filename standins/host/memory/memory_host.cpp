@@ -1,9 +1,13 @@
 #include "standins/host/memory/memory_host.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "standins/host/memory/host_text.h"
+#include "standins/host/memory/mesh_objects.h"
+#include "standins/host/memory/splines.h"
 
 namespace memhost {
 namespace {
@@ -26,6 +30,12 @@ MemoryHost::~MemoryHost() {
     std::vector<MemoryHost*>& hosts = live_hosts();
     hosts.erase(std::find(hosts.begin(), hosts.end(), this));
     TheManager = hosts.empty() ? nullptr : &hosts.back()->bitmaps();
+    const int conversions =
+        ConvertibleObject::live_conversions() + ConvertibleShape::live_conversions();
+    if (hosts.empty() && conversions != 0) {
+        std::fprintf(stderr, "%d converted objects were never deleted\n", conversions);
+        std::abort();
+    }
 }
 
 MemoryHost* MemoryHost::current() {
@@ -88,7 +98,7 @@ bool MemoryHost::ProgressStart(const MCHAR* title, bool) {
         return false;
     }
     ++progress_.started;
-    progress_.title = title ? title : L"";
+    progress_.title = progress_.first_title = title ? title : L"";
     if (!strict_.has(StrictRule::kCancelStays)) {
         SetCancel(FALSE);
     }
@@ -160,7 +170,10 @@ void MemoryHost::answer_save_dialog(const std::string& path_utf8) {
     save_path_ = units_from_utf8(path_utf8);
 }
 
-bool MemoryHost::DoMaxSaveAsDialog(HWND, const MSTR&, MSTR& filename, MSTR&, FilterList&) {
+bool MemoryHost::DoMaxSaveAsDialog(HWND, const MSTR& title, MSTR& filename, MSTR&,
+                                   FilterList& filters) {
+    save_dialog_ = filters.texts();
+    save_dialog_.insert(save_dialog_.begin(), title.data());
     filename = MSTR(save_path_.c_str());
     return !save_path_.empty();
 }

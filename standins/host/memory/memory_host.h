@@ -29,6 +29,7 @@ constexpr int kDefaultTicksPerFrame = TIME_TICKSPERSEC / 30;
 struct ProgressRecord {
     int started = 0;
     int ended = 0;
+    std::wstring first_title;
     std::wstring title;         // the latest one, from the start or from an update
     std::vector<int> percents;  // one per update
 };
@@ -112,6 +113,8 @@ public:
     /// Sets the file that the save dialog returns. If it is empty, as it is at first, the user
     /// cancels the dialog.
     void answer_save_dialog(const std::string& path_utf8);
+    /// What the save dialog showed last: its title and its filter's text and pattern.
+    const std::vector<std::wstring>& save_dialog() const { return save_dialog_; }
 
     /// Cancels, as the user does with Esc. Safe to call from any thread and from a signal handler.
     void request_cancel() { cancel_.store(true); }
@@ -182,6 +185,7 @@ private:
     std::map<MaxSDK::AssetManagement::AssetType, std::vector<std::wstring>> asset_folders_;
     std::wstring config_folder_;
     std::wstring save_path_;
+    std::vector<std::wstring> save_dialog_;
     ProgressRecord progress_;
     std::function<void(int, const std::wstring&)> on_progress_;
     std::atomic<bool> cancel_{false};

@@ -136,10 +136,7 @@ INode* MemoryNode::GetChildNode(int i) {
 }
 
 const ObjectState& MemoryNode::EvalWorldState(TimeValue t, BOOL) {
-    if (timed_object_) {
-        timed_object_->evaluate(t);
-    }
-    state_ = ObjectState(object_.get());
+    state_ = ObjectState(timed_object_ ? timed_object_->evaluate(t) : object_.get());
     return state_;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/strict_rules.h"
@@ -32,8 +33,9 @@ MemoryParamBlock::Param& MemoryParamBlock::param(ParamID id) {
     return *found;
 }
 
-MemoryParamBlock& MemoryParamBlock::number(ParamID id, const std::wstring& name, float value) {
-    add(id, TYPE_FLOAT, name).number = value;
+MemoryParamBlock& MemoryParamBlock::number(ParamID id, const std::wstring& name,
+                                           TimedNumber value) {
+    add(id, TYPE_FLOAT, name).number = std::move(value);
     return *this;
 }
 
@@ -42,9 +44,8 @@ MemoryParamBlock& MemoryParamBlock::integer(ParamID id, const std::wstring& name
     return *this;
 }
 
-MemoryParamBlock& MemoryParamBlock::color(ParamID id, const std::wstring& name,
-                                          const Color& value) {
-    add(id, TYPE_RGBA, name).color = value;
+MemoryParamBlock& MemoryParamBlock::color(ParamID id, const std::wstring& name, TimedColor value) {
+    add(id, TYPE_RGBA, name).color = std::move(value);
     return *this;
 }
 
@@ -86,16 +87,16 @@ MSTR MemoryParamBlock::GetLocalName(ParamID id, int, bool localized) {
     return MSTR((translates ? translated_name(name) : name).c_str());
 }
 
-float MemoryParamBlock::GetFloat(ParamID id, TimeValue, int) {
-    return param(id).number;
+float MemoryParamBlock::GetFloat(ParamID id, TimeValue t, int) {
+    return param(id).number.at(t);
 }
 
 int MemoryParamBlock::GetInt(ParamID id, TimeValue, int) {
     return param(id).integer;
 }
 
-Color MemoryParamBlock::GetColor(ParamID id, TimeValue, int) {
-    return param(id).color;
+Color MemoryParamBlock::GetColor(ParamID id, TimeValue t, int) {
+    return param(id).color.at(t);
 }
 
 Texmap* MemoryParamBlock::GetTexmap(ParamID id, TimeValue, int) {
@@ -111,26 +112,36 @@ template <typename T>
 BOOL MemoryParamBlock::value_of(ParamID id, ParamType2 type, T Param::*field, T& value) {
     const Param* found = find(id);
     if (found == nullptr || found->def.type != type) {
-        value = T();
         return FALSE;
     }
     value = found->*field;
     return TRUE;
 }
 
-BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, float& value, Interval&, int) {
-    return value_of(id, TYPE_FLOAT, &Param::number, value);
+template <typename T>
+BOOL MemoryParamBlock::value_of(ParamID id, ParamType2 type, TimedValue<T> Param::*field,
+                                TimeValue t, T& value, Interval& valid) {
+    TimedValue<T> timed{T()};
+    const BOOL found = value_of(id, type, field, timed);
+    value = timed.at(t, valid);
+    return found;
+}
+
+BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue t, float& value, Interval& valid, int) {
+    return value_of(id, TYPE_FLOAT, &Param::number, t, value, valid);
 }
 
 BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, int& value, Interval&, int) {
+    value = 0;
     return value_of(id, TYPE_INT, &Param::integer, value);
 }
 
-BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, Color& value, Interval&, int) {
-    return value_of(id, TYPE_RGBA, &Param::color, value);
+BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue t, Color& value, Interval& valid, int) {
+    return value_of(id, TYPE_RGBA, &Param::color, t, value, valid);
 }
 
 BOOL MemoryParamBlock::GetValue(ParamID id, TimeValue, Texmap*& value, Interval&, int) {
+    value = nullptr;
     return value_of(id, TYPE_TEXMAP, &Param::map, value);
 }
 

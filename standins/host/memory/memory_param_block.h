@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "standins/host/memory/checked_index.h"
+#include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -11,16 +13,18 @@ namespace memhost {
 /// program if the block hasn't got it.
 class MemoryParamBlock final : public IParamBlock2 {
 public:
-    MemoryParamBlock& number(ParamID id, const std::wstring& name, float value);
+    MemoryParamBlock& number(ParamID id, const std::wstring& name, TimedNumber value);
     MemoryParamBlock& integer(ParamID id, const std::wstring& name, int value);
-    MemoryParamBlock& color(ParamID id, const std::wstring& name, const Color& value);
+    MemoryParamBlock& color(ParamID id, const std::wstring& name, TimedColor value);
     MemoryParamBlock& map(ParamID id, const std::wstring& name, Texmap* value);
     MemoryParamBlock& text(ParamID id, const std::wstring& name, const std::wstring& value);
     /// Sets the name that the user sees. Without it that is the internal name.
     MemoryParamBlock& local_name(ParamID id, const std::wstring& name);
 
     int NumParams() override { return static_cast<int>(params_.size()); }
-    ParamID IndextoID(int i) override { return params_[static_cast<std::size_t>(i)].def.ID; }
+    ParamID IndextoID(int i) override {
+        return params_[checked_index(i, params_.size(), "parameter")].def.ID;
+    }
     int IDtoIndex(ParamID id) override;
     ParamDef& GetParamDef(ParamID id) override;
     ParamType2 GetParameterType(ParamID id) override { return param(id).def.type; }
@@ -45,9 +49,9 @@ private:
         ParamDef def;
         std::wstring name;
         std::wstring local_name;
-        float number = 0;
+        TimedNumber number = 0.0f;
         int integer = 0;
-        Color color;
+        TimedColor color = Color();
         Texmap* map = nullptr;
         std::wstring text;
     };
@@ -57,6 +61,9 @@ private:
     Param& param(ParamID id);
     template <typename T>
     BOOL value_of(ParamID id, ParamType2 type, T Param::*field, T& value);
+    template <typename T>
+    BOOL value_of(ParamID id, ParamType2 type, TimedValue<T> Param::*field, TimeValue t, T& value,
+                  Interval& valid);
 
     std::vector<Param> params_;  // in the order of their indices
 };

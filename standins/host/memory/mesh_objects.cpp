@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "standins/host/memory/guarded_memory.h"
 #include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
@@ -9,7 +10,7 @@ namespace {
 
 std::atomic<int> live_conversion_count{0};
 
-class Conversion final : public TriObject {
+class Conversion final : public TriObject, public GuardedMemory {
 public:
     explicit Conversion(const Mesh& mesh) {
         GetMesh().copy_whole(mesh);

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "standins/host/memory/custom_attributes.h"
+#include "standins/host/memory/timed_object.h"
+#include "standins/host/memory/timed_value.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -14,14 +18,19 @@ Spline3D polyline(const std::vector<Point3>& points, bool closed = false);
 
 /// An object that consists of splines. It has a thickness of 1 and isn't rendered until
 /// `renderable` is called. Its boxes ignore knots that no segment joins.
-class SplineObject : public SplineShape {
+class SplineObject : public SplineShape, public TimedObject {
 public:
     explicit SplineObject(std::vector<Spline3D> splines) {
         shape = BezierShape(std::move(splines));
     }
 
-    SplineObject& thickness(float thickness) {
-        thickness_ = thickness;
+    /// Splines that change over time.
+    SplineObject& grows(std::function<std::vector<Spline3D>(TimeValue)> splines) {
+        splines_ = std::move(splines);
+        return *this;
+    }
+    SplineObject& thickness(TimedNumber thickness) {
+        thickness_ = std::move(thickness);
         return *this;
     }
     SplineObject& renderable(bool renderable = true) {
@@ -33,14 +42,25 @@ public:
 
     int IsRenderable() override { return renderable_; }
     Object* ConvertToType(TimeValue t, Class_ID type) override;
-    float GetThickness(TimeValue, Interval&) override { return thickness_; }
+    float GetThickness(TimeValue t, Interval& valid) override { return thickness_.at(t, valid); }
+    void MakeBezier(TimeValue t, BezierShape& made) override;
+    /// The object with its splines at `t`; this one if they don't change.
+    Object* evaluate(TimeValue t) override;
     ICustAttribContainer* GetCustAttribContainer() override;
     void GetWorldBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
     void GetLocalBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
 
 private:
+    class Evaluated;
+
+    // `from` is this object or its splines at one time.
+    Object* converted(SplineShape& from, TimeValue t, Class_ID type);
+
     MemoryCustAttribs attributes_;
-    float thickness_ = 1;
+
+    std::function<std::vector<Spline3D>(TimeValue)> splines_;  // empty if they don't change
+    std::shared_ptr<Evaluated> evaluated_;
+    TimedNumber thickness_ = 1.0f;
     bool renderable_ = false;
 };
 

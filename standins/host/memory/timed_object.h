@@ -1,13 +1,14 @@
 #pragma once
 
-#include "standins/host/sdk/maxtypes.h"
+#include "standins/host/sdk/max.h"
 
 namespace memhost {
 
-/// An object that holds its state at one time. Evaluating its node moves it to another time.
+/// An object that changes over time. Evaluating its node gives the object as it is at that time,
+/// which dies when the node is evaluated at another time: a plug-in must not keep it.
 class TimedObject {
 public:
-    virtual void evaluate(TimeValue t) = 0;
+    virtual Object* evaluate(TimeValue t) = 0;
 
 protected:
     ~TimedObject() = default;

@@ -42,6 +42,8 @@ public:
     virtual float GetKelvin(TimeValue t, Interval& valid) const = 0;
     /// In lumens, after dimming.
     virtual float GetResultingFlux(TimeValue t, Interval& valid) const = 0;
+    /// The colour of the filter in front of the light; white for none.
+    virtual Point3 GetRGBFilter(TimeValue t, Interval& valid) const = 0;
 
     float GetRadius(TimeValue t) const {
         Interval valid(0, 0);
@@ -54,5 +56,9 @@ public:
     float GetResultingFlux(TimeValue t) const {
         Interval valid(0, 0);
         return GetResultingFlux(t, valid);
+    }
+    Point3 GetRGBFilter(TimeValue t) const {
+        Interval valid(0, 0);
+        return GetRGBFilter(t, valid);
     }
 };

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "standins/host/sdk/AssetManagement/AssetType.h"
 #include "standins/host/sdk/ifnpub.h"
 #include "standins/host/sdk/inode.h"
@@ -70,7 +73,12 @@ public:
 /// The file types that a file dialog offers. Descriptions and patterns alternate.
 class FilterList {
 public:
-    void Append(const MCHAR*) {}
+    void Append(const MCHAR* text) { texts_.emplace_back(text); }
+    /// For the in-memory host, which has no other way to see them.
+    const std::vector<std::wstring>& texts() const { return texts_; }
+
+private:
+    std::vector<std::wstring> texts_;
 };
 
 /// The same host, with functions that release 8 added.

@@ -45,6 +45,16 @@ public:
     /// It depends on the host whether the copy has the specified normals.
     Mesh& operator=(const Mesh& other);
 
+    /// Exchanges the contents of two meshes, for the in-memory host.
+    void swap(Mesh& other) {
+        vert_array_.swap(other.vert_array_);
+        face_array_.swap(other.face_array_);
+        maps_.swap(other.maps_);
+        normals_.swap(other.normals_);
+        show_arrays();
+        other.show_arrays();
+    }
+
     int getNumVerts() const { return numVerts; }
     int getNumFaces() const { return numFaces; }
 

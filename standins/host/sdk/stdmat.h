@@ -15,6 +15,9 @@ public:
     virtual Color GetDiffuse(TimeValue t) = 0;
     virtual Color GetSpecular(TimeValue t) = 0;
     virtual float GetShininess(TimeValue t) = 0;
+    /// From 0 to 1, like the self-illumination.
+    virtual float GetOpacity(TimeValue t) = 0;
+    virtual float GetSelfIllum(TimeValue t) = 0;
 
     /// Slots are numbered as in `GetSubTexmap`.
     virtual BOOL MapEnabled(int slot) = 0;

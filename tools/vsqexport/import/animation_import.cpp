@@ -24,7 +24,7 @@ double file_ticks_per_second(const aiScene& model, const aiAnimation& animation)
 }
 
 // The animation to import, or null. Each kind of thing that is left out gets a line.
-const aiAnimation* choose_animation(const aiScene& model, std::vector<std::string>& warnings) {
+const aiAnimation* choose_animation(const aiScene& model, ImportWarnings& warnings) {
     const aiAnimation* chosen = nullptr;
     int others = 0;
     bool changes_meshes = false;
@@ -41,11 +41,14 @@ const aiAnimation* choose_animation(const aiScene& model, std::vector<std::strin
         }
     }
     if (others > 0) {
-        warnings.push_back("only its animation \"" + std::string(chosen->mName.C_Str()) +
-                           "\" is imported, " + std::to_string(others) + " more are left out");
+        warnings.push_back({"import-other-animations",
+                            "only its animation \"" + std::string(chosen->mName.C_Str()) +
+                                "\" is imported, " + std::to_string(others) +
+                                " more are left out"});
     }
     if (changes_meshes) {
-        warnings.push_back("animations that replace its meshes are left out");
+        warnings.push_back(
+            {"import-mesh-animations", "animations that replace its meshes are left out"});
     }
     return chosen;
 }
@@ -59,7 +62,7 @@ Matrix3 product(const Matrix3& before, const Matrix3& matrix, const Matrix3& aft
 }  // namespace
 
 ModelAnimation::ModelAnimation(const aiScene& model, const NodeIndex& nodes,
-                               std::vector<std::string>& warnings) {
+                               ImportWarnings& warnings) {
     const aiAnimation* animation = choose_animation(model, warnings);
     if (!animation) {
         return;
@@ -71,14 +74,14 @@ ModelAnimation::ModelAnimation(const aiScene& model, const NodeIndex& nodes,
         char line[100];
         std::snprintf(line, sizeof line, "its animation lasts %.6g seconds, the range only %.6g",
                       end_seconds_, kLongestSeconds);
-        warnings.push_back(line);
+        warnings.push_back({"import-long-animation", line});
         end_seconds_ = kLongestSeconds;
     }
 }
 
 void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
-                          double file_ticks_per_second, std::vector<std::string>& warnings) {
-    LeftOut left_out("motion of");
+                          double file_ticks_per_second, ImportWarnings& warnings) {
+    LeftOut left_out("motion of", "import-motion");
     int dropped_keys = 0;
     for (unsigned i = 0; i < animation.mNumChannels; ++i) {
         const aiNodeAnim& channel = *animation.mChannels[i];
@@ -105,8 +108,9 @@ void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
     left_out.warn(warnings);
     read_morphs(animation, file_ticks_per_second, dropped_keys);
     if (dropped_keys > 0) {
-        warnings.push_back("keys of its animation are left out: " + std::to_string(dropped_keys) +
-                           " hold NaN or infinity");
+        warnings.push_back(
+            {"import-keys", "keys of its animation are left out: " + std::to_string(dropped_keys) +
+                                " hold NaN or infinity"});
     }
 }
 

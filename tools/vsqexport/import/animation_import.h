@@ -9,6 +9,7 @@
 
 #include "standins/host/memory/local_transform.h"
 #include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/import/import_warning.h"
 #include "tools/vsqexport/import/morph_motion.h"
 #include "tools/vsqexport/import/node_index.h"
 #include "tools/vsqexport/import/node_motion.h"
@@ -20,8 +21,7 @@ namespace vsqexport {
 class ModelAnimation {
 public:
     /// `warnings` gets a line for each kind of thing that is left out.
-    ModelAnimation(const aiScene& model, const NodeIndex& nodes,
-                   std::vector<std::string>& warnings);
+    ModelAnimation(const aiScene& model, const NodeIndex& nodes, ImportWarnings& warnings);
 
     bool animates(const aiNode& node) const { return motions_.count(&node) != 0; }
 
@@ -42,7 +42,7 @@ public:
 
 private:
     void read(const aiAnimation& animation, const NodeIndex& nodes, double file_ticks_per_second,
-              std::vector<std::string>& warnings);
+              ImportWarnings& warnings);
     void read_morphs(const aiAnimation& animation, double file_ticks_per_second, int& dropped_keys);
 
     std::map<const aiNode*, std::shared_ptr<const NodeMotion>> motions_;

@@ -99,9 +99,9 @@ std::shared_ptr<Object> make_camera(const aiCamera& source, const std::string& r
 }  // namespace
 
 void import_cameras(const aiScene& model, const NodeIndex& nodes, HeldObjects& held,
-                    std::vector<std::string>& warnings) {
+                    ImportWarnings& warnings) {
     const std::string reader = reader_of(model);
-    LeftOut left_out("camera");
+    LeftOut left_out("camera", "import-camera");
     for (unsigned i = 0; i < model.mNumCameras; ++i) {
         const aiCamera& source = *model.mCameras[i];
         const std::string name = source.mName.C_Str();

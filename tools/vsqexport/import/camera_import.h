@@ -6,6 +6,7 @@
 #include <assimp/scene.h>
 
 #include "tools/vsqexport/import/held_objects.h"
+#include "tools/vsqexport/import/import_warning.h"
 #include "tools/vsqexport/import/node_index.h"
 
 namespace vsqexport {
@@ -13,6 +14,6 @@ namespace vsqexport {
 /// Adds a model's cameras to `held`, each under the node that it names. They look along the
 /// negative z axis of their own space with y up, as the host's cameras do.
 void import_cameras(const aiScene& model, const NodeIndex& nodes, HeldObjects& held,
-                    std::vector<std::string>& warnings);
+                    ImportWarnings& warnings);
 
 }  // namespace vsqexport

@@ -33,10 +33,10 @@ std::vector<MorphTarget> read_targets(const aiMesh& mesh, bool is_fbx, LeftOut& 
 }  // namespace
 
 DeformingParts::DeformingParts(const aiScene& model, const NodeIndex& nodes,
-                               const ModelAnimation& animation, std::vector<std::string>& warnings)
+                               const ModelAnimation& animation, ImportWarnings& warnings)
     : animation_(animation) {
-    LeftOut bones("bone");
-    LeftOut targets("morph target of");
+    LeftOut bones("bone", "import-bone");
+    LeftOut targets("morph target of", "import-morph-target");
     int broken_weights = 0;
     const bool is_fbx = reader_of(model) == kFbxReader;
     for (unsigned i = 0; i < model.mNumMeshes; ++i) {
@@ -50,8 +50,9 @@ DeformingParts::DeformingParts(const aiScene& model, const NodeIndex& nodes,
     bones.warn(warnings);
     targets.warn(warnings);
     if (broken_weights > 0) {
-        warnings.push_back("weights of its bones are left out: " + std::to_string(broken_weights) +
-                           " are invalid or belong to vertices that don't exist");
+        warnings.push_back({"import-weights",
+                            "weights of its bones are left out: " + std::to_string(broken_weights) +
+                                " are invalid or belong to vertices that don't exist"});
     }
 }
 

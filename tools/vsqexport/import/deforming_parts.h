@@ -10,6 +10,7 @@
 
 #include "standins/host/sdk/max.h"
 #include "tools/vsqexport/import/animation_import.h"
+#include "tools/vsqexport/import/import_warning.h"
 #include "tools/vsqexport/import/mesh_deformation_builder.h"
 #include "tools/vsqexport/import/mesh_import.h"
 #include "tools/vsqexport/import/node_index.h"
@@ -22,7 +23,7 @@ public:
     /// Borrows the model and its animation. `warnings` gets a line for each kind of thing that is
     /// left out.
     DeformingParts(const aiScene& model, const NodeIndex& nodes, const ModelAnimation& animation,
-                   std::vector<std::string>& warnings);
+                   ImportWarnings& warnings);
 
     /// True if a mesh has bones or targets, so that each node that shows it needs a separate mesh.
     bool deforms(const aiMesh& mesh) const { return meshes_.count(&mesh) != 0; }

@@ -56,9 +56,9 @@ std::shared_ptr<Object> make_omni(const aiColor3D& colour) {
 }  // namespace
 
 void import_lights(const aiScene& model, const NodeIndex& nodes, HeldObjects& held,
-                   std::vector<std::string>& warnings) {
+                   ImportWarnings& warnings) {
     const std::string reader = reader_of(model);
-    LeftOut left_out("light");
+    LeftOut left_out("light", "import-light");
     for (unsigned i = 0; i < model.mNumLights; ++i) {
         const aiLight& source = *model.mLights[i];
         const std::string name = source.mName.C_Str();

@@ -6,6 +6,7 @@
 #include <assimp/scene.h>
 
 #include "tools/vsqexport/import/held_objects.h"
+#include "tools/vsqexport/import/import_warning.h"
 #include "tools/vsqexport/import/node_index.h"
 
 namespace vsqexport {
@@ -13,6 +14,6 @@ namespace vsqexport {
 /// Adds a model's point lights to `held`, each under the node that it names. `warnings` gets a line
 /// for each reason why other lights are left out, such as their kind.
 void import_lights(const aiScene& model, const NodeIndex& nodes, HeldObjects& held,
-                   std::vector<std::string>& warnings);
+                   ImportWarnings& warnings);
 
 }  // namespace vsqexport

@@ -69,7 +69,7 @@ memhost::Image raw_image(const aiTexture& texture) {
 }  // namespace
 
 ModelMaterials::ModelMaterials(const aiScene& model, const std::filesystem::path& model_folder,
-                               memhost::SceneBuilder& scene, std::vector<std::string>& warnings)
+                               memhost::SceneBuilder& scene, ImportWarnings& warnings)
     : model_(model),
       scene_(scene),
       warnings_(warnings),
@@ -160,7 +160,7 @@ Texmap* ModelMaterials::file_map(const std::string& name, const Matrix3& map_fro
 
 void ModelMaterials::warn(const std::string& warning) {
     if (warned_.insert(warning).second) {
-        warnings_.push_back(warning);
+        warnings_.push_back({"import-texture", warning});
     }
 }
 

@@ -7,6 +7,7 @@
 #include <assimp/scene.h>
 
 #include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/import/import_warning.h"
 #include "tools/vsqexport/import/texture_files.h"
 
 namespace vsqexport {
@@ -19,7 +20,7 @@ public:
     /// `warnings` gets a line for each texture that can't be loaded. `model`, `scene` and
     /// `warnings` must outlive the object.
     ModelMaterials(const aiScene& model, const std::filesystem::path& model_folder,
-                   memhost::SceneBuilder& scene, std::vector<std::string>& warnings);
+                   memhost::SceneBuilder& scene, ImportWarnings& warnings);
 
     /// Null if the model has no material of that number.
     Mtl* get(unsigned index);
@@ -33,7 +34,7 @@ private:
 
     const aiScene& model_;
     memhost::SceneBuilder& scene_;
-    std::vector<std::string>& warnings_;
+    ImportWarnings& warnings_;
     TextureFiles files_;
     std::vector<Mtl*> made_;  // by index; null until asked for
     std::set<std::string> warned_;

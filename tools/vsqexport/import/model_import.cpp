@@ -153,7 +153,7 @@ bool is_wrapper(const aiNode& root) {
 class NodeImport {
 public:
     NodeImport(const aiScene& model, ModelMaterials& materials, memhost::SceneBuilder& scene,
-               std::vector<std::string>& warnings)
+               ImportWarnings& warnings)
         : model_(model), materials_(materials), scene_(scene) {
         const NodeIndex nodes(model);
         animation_.emplace(model, nodes, warnings);
@@ -345,19 +345,21 @@ void NodeImport::add_all() {
 }
 
 // The steps that follow would read past the end of a mesh whose faces refer to missing vertices.
-void empty_broken_meshes(const aiScene& model, std::vector<std::string>& warnings) {
+void empty_broken_meshes(const aiScene& model, ImportWarnings& warnings) {
     for (unsigned i = 0; i < model.mNumMeshes; ++i) {
         aiMesh& mesh = *model.mMeshes[i];
         if (!faces_stay_in_range(mesh)) {
-            warnings.push_back("the mesh \"" + std::string(mesh.mName.C_Str()) +
-                               "\" is left out: its faces refer to vertices that it doesn't have");
+            warnings.push_back(
+                {"import-mesh",
+                 "the mesh \"" + std::string(mesh.mName.C_Str()) +
+                     "\" is left out: its faces refer to vertices that it doesn't have"});
             mesh.mNumFaces = 0;
         }
     }
 }
 
 void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
-                std::vector<std::string>& warnings) {
+                ImportWarnings& warnings) {
     Assimp::Importer importer;
     const aiScene& model = read_scene(importer, path_utf8);
 
@@ -381,12 +383,12 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
 
 }  // namespace
 
-std::vector<std::string> import_model(const std::string& path_utf8, memhost::SceneBuilder& scene) {
+ImportWarnings import_model(const std::string& path_utf8, memhost::SceneBuilder& scene) {
     check_file(path_utf8);
-    std::vector<std::string> warnings;
+    ImportWarnings warnings;
     run_on_deep_stack([&] { read_model(path_utf8, scene, warnings); });
-    for (std::string& warning : warnings) {
-        warning = one_line(path_utf8 + ": " + warning);
+    for (ImportWarning& warning : warnings) {
+        warning.text = one_line(path_utf8 + ": " + warning.text);
     }
     return warnings;
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/import/import_warning.h"
 
 namespace vsqexport {
 
@@ -22,10 +23,10 @@ namespace vsqexport {
 /// specifies one. A root that assimp puts around the file's nodes isn't kept, unless it has a
 /// transform of its own or needs one for the rotation.
 ///
-/// Returns a line for each thing that is left out, such as a texture that isn't found.
+/// Returns a warning for each thing that is left out, such as a texture that isn't found.
 ///
 /// Throws `std::runtime_error` with one line, which names the file and the reason, if the file
 /// can't be read. `scene` is then unchanged.
-std::vector<std::string> import_model(const std::string& path_utf8, memhost::SceneBuilder& scene);
+ImportWarnings import_model(const std::string& path_utf8, memhost::SceneBuilder& scene);
 
 }  // namespace vsqexport

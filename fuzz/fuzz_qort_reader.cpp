@@ -1,0 +1,16 @@
+#include <sstream>
+
+#include "fuzz/fuzz_input.h"
+#include "tools/vsqinfo/malformed_file.h"
+#include "tools/vsqinfo/qort_reader.h"
+
+// The reader of mesh files takes any bytes.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    std::istringstream stream(std::string(reinterpret_cast<const char*>(data), size));
+    try {
+        vsqinfo::read_qort(stream);
+    } catch (const vsqinfo::MalformedFile& error) {
+        require(error.what()[0] != '\0', "an error without a text");
+    }
+    return 0;
+}

@@ -1,0 +1,28 @@
+#!/usr/bin/env python3
+"""check_report.py FILE.json: checks that a report has the members that docs/report.md describes."""
+import json
+import sys
+
+from jsonschema import validate
+
+TEXT = {"type": "string"}
+COUNT = {"type": "integer", "minimum": 1}
+
+
+def exactly(optional=(), **members):
+    return {"type": "object", "properties": members, "additionalProperties": False,
+            "required": [name for name in members if name not in optional]}
+
+
+NOTE = exactly(("path",), code={"pattern": "^[a-z]+(-[a-z]+)+$"}, node=TEXT, path=TEXT, reason=TEXT,
+               severity={"enum": ["failed", "lost", "changed", "chosen"]}, count=COUNT)
+REPORT = exactly(report={"const": "vsqexport"}, version={"const": 1}, notes={"items": NOTE},
+                 command={"enum": ["export", "animation", "render", "update"]})
+SUMMARY = {"type": "object", "required": ["file", "bytes", "seconds", "contents", "mesh_files"]}
+
+with open(sys.argv[1], encoding="utf-8") as file:
+    document = json.load(file)
+if "summary" in document:
+    validate(document["summary"], SUMMARY)
+    document = document["report"]
+validate(document, REPORT)
