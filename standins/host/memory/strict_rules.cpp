@@ -12,11 +12,13 @@ StrictRules StrictRules::parse(const std::string& list) {
     StrictRules rules;
     std::istringstream names(list);
     for (std::string name; std::getline(names, name, ',');) {
+        const bool is_on = name.rfind('-', 0) != 0;
+        name.erase(0, is_on ? 0 : 1);
         bool is_known = false;
         std::string known = "all";
         for (const StrictRuleInfo& info : kStrictRules) {
             if (name == info.name || (name == "all" && info.keeps_answer)) {
-                rules.add(info.rule);
+                rules.set(info.rule, is_on);
                 is_known = true;
             }
             known += std::string(", ") + info.name;

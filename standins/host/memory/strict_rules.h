@@ -99,12 +99,13 @@ inline constexpr StrictRuleInfo kStrictRules[] = {
 /// The rules that a host obeys.
 class StrictRules {
 public:
-    /// `list` has names, separated by commas; "all" stands for every rule that keeps the answer.
-    /// Throws `std::invalid_argument` with one line that lists the names if one is unknown.
+    /// `list` has names, separated by commas; "all" stands for every rule that keeps the answer,
+    /// and a "-" before a name takes that rule out again. Throws `std::invalid_argument` with one
+    /// line that lists the names if one is unknown.
     static StrictRules parse(const std::string& list);
 
-    StrictRules& add(StrictRule rule) {
-        rules_.set(static_cast<std::size_t>(rule));
+    StrictRules& set(StrictRule rule, bool on = true) {
+        rules_.set(static_cast<std::size_t>(rule), on);
         return *this;
     }
     StrictRules& add(const StrictRules& others) {
