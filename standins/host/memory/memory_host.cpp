@@ -148,7 +148,7 @@ void MemoryHost::load_menu_file() {
     notifications_.broadcast(NOTIFY_CUI_MENUS_POST_LOAD);
 }
 
-void MemoryHost::start_plugin(ClassDesc& plugin_class, GUP& plugin) {
+DWORD MemoryHost::start_plugin(ClassDesc& plugin_class, GUP& plugin) {
     const bool actions_are_late = strict_.has(StrictRule::kLateActions);
     const bool menus_are_late = strict_.has(StrictRule::kLateMenus);
     if (!actions_are_late) {
@@ -157,13 +157,14 @@ void MemoryHost::start_plugin(ClassDesc& plugin_class, GUP& plugin) {
     if (menus_are_late) {
         load_menu_file();
     }
-    plugin.Start();
+    const DWORD result = plugin.Start();
     if (actions_are_late) {
         actions_.add_tables(plugin_class);
     }
     if (actions_are_late || menus_are_late) {
         load_menu_file();
     }
+    return result;
 }
 
 void MemoryHost::answer_save_dialog(const std::string& path_utf8) {

@@ -107,8 +107,8 @@ public:
     const StrictRules& strict() const { return strict_; }
 
     /// Starts a plug-in that has been loaded, and makes its actions and the user's menus known in
-    /// the order that the host's rules want.
-    void start_plugin(ClassDesc& plugin_class, GUP& plugin);
+    /// the order that the host's rules want. Returns what the plug-in's `Start` does.
+    DWORD start_plugin(ClassDesc& plugin_class, GUP& plugin);
 
     /// Sets the file that the save dialog returns. If it is empty, as it is at first, the user
     /// cancels the dialog.
