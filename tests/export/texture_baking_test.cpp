@@ -111,4 +111,30 @@ TEST(ApplyTexmap, DrawsOtherMapsOnceAndAlwaysNamesTheirFile) {
     EXPECT_TRUE(rock->at(1023, 1023) == (memhost::Pixel{255, 0, 0, 255}));
 }
 
+TEST(BakeTexmap, DrawsAMapThatIsReadyAndTellsWhatFailed) {
+    using memhost::Pixel;
+    const Pixel red = {255, 0, 0, 255};
+    const TemporaryFolder folder;
+    const struct {
+        const char* rule;
+        BakeResult result;
+        std::optional<Pixel> drawn;  // no file without it
+    } cases[] = {{"map-needs-update", BakeResult::kWritten, red},
+                 {"map-draw-fails", BakeResult::kWritten, Pixel{}},
+                 {"bitmap-write-fails", BakeResult::kNotWritten, {}}};
+    for (const auto& one : cases) {
+        SceneBuilder scene(one.rule);
+        memhost::ProceduralMap map(memhost::solid(red));
+        const std::wstring path = units_from_utf8(folder / one.rule);
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(bake_texmap(&map, path + L".png"), one.result);
+        }
+        EXPECT_EQ(map.renders(), 1);
+        EXPECT_EQ(scene.host().bitmaps().record().alive, 0);
+        const auto image = memhost::read_image(path + L".png");
+        EXPECT_EQ(image.has_value(), one.drawn.has_value());
+        EXPECT_TRUE(!image || image->at(0, 0) == *one.drawn) << one.rule;
+    }
+}
+
 }  // namespace

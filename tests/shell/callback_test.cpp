@@ -167,7 +167,7 @@ TEST(Callback, StandsEventsInTheMiddleOfACommand) {
 TEST(Callback, ExportsWithoutABarIfAnotherOneIsOpen) {
     const TemporaryFolder folder;
     SceneBuilder scene;
-    scene.host().refuse_progress();
+    scene.host().strict().set(memhost::StrictRule::kProgressRefused);
     scene.host().answer_save_dialog(folder / "s.vsq");
     callback_of(scene).ExecuteAction(kExportCommand);
     EXPECT_GT(file_contents(folder / "s.vsq").size(), 0u);

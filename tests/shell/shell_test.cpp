@@ -49,15 +49,12 @@ const std::vector<std::wstring> kNoMenu;
 
 class StartedPlugin : public testing::Test {
 protected:
-    explicit StartedPlugin(bool knows_actions = true) {
+    explicit StartedPlugin(const char* strict_rules = "") : scene_(strict_rules) {
         host().set_config_folder(memhost::units_from_utf8(folder_.path().u8string()));
-        if (knows_actions) {
-            host().actions().add_tables(class_desc());
-        }
         plugin_ = static_cast<GUP*>(class_desc().Create(FALSE));
         static auto* const kept = new std::vector<GUP*>;  // the host never frees a plug-in
         kept->push_back(plugin_);
-        EXPECT_EQ(plugin_->Start(), GUPRESULT_KEEP);
+        EXPECT_EQ(host().start_plugin(class_desc(), *plugin_), GUPRESULT_KEEP);
     }
 
     memhost::MemoryHost& host() { return scene_.host(); }
@@ -128,13 +125,26 @@ TEST_F(StartedPlugin, KeepsItsMenuOutOfTheUsersMenuFile) {
     plugin_->DeleteThis();
 }
 
-struct EarlyPlugin : StartedPlugin {
-    EarlyPlugin() : StartedPlugin(false) {}
+struct PluginInStrictHost : StartedPlugin, testing::WithParamInterface<const char*> {
+    PluginInStrictHost() : StartedPlugin(GetParam()) {}
 };
 
-TEST_F(EarlyPlugin, ShowsItsWholeMenuBeforeTheHostKnowsItsActions) {
-    EXPECT_EQ(shown_menu(), kMenu);
+TEST_P(PluginInStrictHost, HasAMenuWhoseActionsReachIt) {
+    for (const int code : {0, NOTIFY_CUI_MENUS_POST_SAVE, NOTIFY_CUI_MENUS_POST_LOAD}) {
+        host().notifications().broadcast(code);
+        EXPECT_EQ(shown_menu(), kMenu);
+        EXPECT_TRUE(host().menus().press(L"Velmora/Export"));
+        host().notifications().broadcast(NOTIFY_CUI_MENUS_PRE_SAVE);
+        EXPECT_EQ(shown_menu(), kNoMenu);
+    }
+    plugin_->Stop();
+    host().notifications().broadcast(NOTIFY_CUI_MENUS_POST_SAVE);
+    EXPECT_EQ(shown_menu(), kNoMenu);
 }
+
+INSTANTIATE_TEST_SUITE_P(Rules, PluginInStrictHost,
+                         testing::Values("late-actions", "find-table-null", "late-menus",
+                                         "repeated-notifications", "all"));
 
 TEST_F(StartedPlugin, KeepsAMenuThatTheUserHasChanged) {
     host().menus().FindMenu(L"Velmora")->RemoveItem(0);

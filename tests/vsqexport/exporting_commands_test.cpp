@@ -100,22 +100,29 @@ void add_interrupting_node(SceneBuilder& scene, TimeValue tick) {
     });
 }
 
-// An export by layers doesn't poll for a cancel.
+// An export by layers doesn't poll for a cancel. The next command isn't cancelled.
 TEST(ExportCommand, ReportsACancelIfThePluginPolledForIt) {
     const TemporaryFolder folder;
     const std::string target = folder / "s.vsq";
-    const std::pair<const char*, std::string> cases[] = {
-        {"Layers=0", "cancelled, " + target + " holds only a part of the scene"},
-        {"Layers=1", ""},
+    const std::string partial = "cancelled, " + target + " holds only a part of the scene";
+    const std::tuple<const char*, const char*, std::string> cases[] = {
+        {"Layers=0", "", partial},
+        {"Layers=0", "cancel-stays", partial},
+        {"Layers=0", "cancel-at-updates,progress-refused", partial},
+        {"Layers=1", "", ""},
     };
-    for (const auto& [setting, told] : cases) {
-        SceneBuilder scene;
+    for (const auto& [setting, rules, told] : cases) {
+        SceneBuilder scene(rules);
         add_interrupting_node(scene, 0);
         scene.node(L"b");
-        EXPECT_EQ(thrown_text<vsqexport::Cancelled>([&, &with = setting] {
-                      carry_out(vsqexport::export_scene, scene, target, with);
-                  }),
-                  told);
+        scene.node(L"c");
+        for (const std::string& wanted : {told, std::string()}) {
+            EXPECT_EQ(thrown_text<vsqexport::Cancelled>([&, &with = setting] {
+                          carry_out(vsqexport::export_scene, scene, target, with);
+                      }),
+                      wanted)
+                << rules;
+        }
     }
 }
 

@@ -22,6 +22,7 @@ extern "C" void on_interrupt(int) {
 
 Interruption::Interruption(memhost::MemoryHost& host) {
     interrupted.store(false);
+    host.SetCancel(FALSE);  // what has cancelled an earlier command can still be set
     interrupted_host.store(&host);
     std::signal(SIGINT, on_interrupt);
 }

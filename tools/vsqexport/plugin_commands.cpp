@@ -79,10 +79,9 @@ PluginCommands::PluginCommands(memhost::MemoryHost& host, const std::string& set
     : host_(host) {
     host_.set_config_folder(memhost::units_from_utf8(settings_folder));
     ClassDesc& class_desc = plugin_library().class_desc();
-    host_.actions().add_tables(class_desc);
     plugin_ = static_cast<GUP*>(class_desc.Create(FALSE));
     utilities().push_back(plugin_);
-    plugin_->Start();
+    host_.start_plugin(class_desc, *plugin_);
 }
 
 PluginCommands::~PluginCommands() {

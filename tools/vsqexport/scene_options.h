@@ -14,7 +14,8 @@ struct SceneOptions {
     std::vector<std::string> settings;  ///< KEY=VALUE
     std::string frames;                 ///< FIRST:LAST; empty keeps the scene's own range
     int frames_per_second = 30;
-    std::string unit;  ///< such as "cm"; empty keeps the scene's own
+    std::string strict_host;  ///< names of rules, separated by commas; empty for none
+    std::string unit;         ///< such as "cm"; empty keeps the scene's own
 };
 
 /// Opens the scene in the host and delivers the events of its nodes. Throws `std::invalid_argument`

@@ -39,7 +39,8 @@ void complain(const std::string& text) {
 
 // The plug-in starts with the host, before there is a scene.
 struct Host {
-    explicit Host(const std::vector<std::string>& changed_settings) : settings(changed_settings) {}
+    explicit Host(const vsqexport::SceneOptions& options)
+        : settings(options.settings), scene(options.strict_host) {}
 
     vsqexport::SettingsOfRun settings;
     memhost::SceneBuilder scene;
@@ -75,7 +76,7 @@ int run_export(const CommandLine& command) {
     if (command.report.json && vsqexport::is_standard_output(command.target)) {
         throw std::invalid_argument("--json can't be used if the scene goes to standard output");
     }
-    Host host(command.options.settings);
+    Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
     const vsqexport::LossReport imported = open_scene(host, command, interruption);
     vsqexport::check_export_target(command.target, command.options.scene);
@@ -85,7 +86,7 @@ int run_export(const CommandLine& command) {
 }
 
 int run_animation(const CommandLine& command) {
-    Host host(command.options.settings);
+    Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
     const vsqexport::LossReport imported = open_scene(host, command, interruption);
     vsqexport::check_animation_target(command.target, command.options.scene);
@@ -95,7 +96,7 @@ int run_animation(const CommandLine& command) {
 }
 
 int run_render(const CommandLine& command) {
-    Host host(command.options.settings);
+    Host host(command.options);
     const vsqexport::Interruption interruption(host.scene.host());
     const vsqexport::LossReport imported = open_scene(host, command, interruption);
     return run_and_tell(host, command, imported, [&] {
@@ -109,7 +110,7 @@ int run_render(const CommandLine& command) {
 }
 
 int run_session(const CommandLine& command) {
-    Host host(command.options.settings);
+    Host host(command.options);
     vsqexport::Telling telling = {command.report, {}};
     {
         // Each command of the session handles Ctrl-C itself; at the prompt it ends the program.
@@ -124,7 +125,7 @@ int run_session(const CommandLine& command) {
 int run_settings(const CommandLine& command) {
     const std::string folder = vsqexport::user_settings_folder();
     if (command.options.settings.empty()) {
-        Host host({});
+        Host host(command.options);
         vsqexport::throw_if_told(host.plugin.settings());
     } else {
         vsqexport::change_settings(folder, command.options.settings);
@@ -145,13 +146,19 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
     added->add_option("--fps", options.frames_per_second, "Frames per second")
         ->check(CLI::Range(1, 4800));
     added->add_option("--unit", options.unit, "The unit of the scene: mm, cm, m, ...");
+    added
+        ->add_option("--strict-host", options.strict_host,
+                     "Rules of a host that is as unkind as a genuine one may be")
+        ->type_name("RULE,...");
     vsqexport::ReportOptions& report = command.report;
     added->add_option("--report", report.file, "Write a report of what is lost or changed, as JSON")
         ->type_name("FILE");
     added->add_flag("--quiet", report.quiet, "Print nothing but errors");
     added->add_flag("--strict", report.strict, "Exit with 3 if something is lost");
     added->add_flag("--json", report.json, "Print summary and report as JSON");
-    added->footer("Demo scenes:\n" + vsqexport::list_of_demo_scenes());
+    added->footer("Demo scenes:\n" + vsqexport::list_of_demo_scenes() +
+                  "\nRules of a strict host; all stands for those that change no scene:\n" +
+                  memhost::list_of_strict_rules());
     return added;
 }
 

@@ -28,6 +28,9 @@ struct StateAtTime {
 StateAtTime StateOf(CameraObject& camera, TimeValue t) {
     StateAtTime at_time;
     at_time.is_read = camera.EvalCameraState(t, at_time.valid, &at_time.state) == REF_SUCCEED;
+    if (!at_time.is_read) {
+        at_time.state = CameraState();  // a camera that fails can leave anything behind
+    }
     return at_time;
 }
 

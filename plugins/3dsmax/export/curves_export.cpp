@@ -108,6 +108,9 @@ void NoteShortSplines(const NodeNotes& notes, BezierShape& shape) {
 float HairRadius(Object& hair, TimeValue time, INode* node, ViewExp* view, float multiplier) {
     constexpr float kRadiusPerExtent = 0.0001f;
     Box3 box;
+    if (view == nullptr) {
+        box += Point3(0.0f, 0.0f, 0.0f);  // without a view, an object can leave the box as it is
+    }
     hair.GetLocalBoundBox(time, node, view, box);
     return kRadiusPerExtent * multiplier * Length(box.pmax - box.pmin);
 }

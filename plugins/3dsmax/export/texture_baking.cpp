@@ -111,7 +111,12 @@ BakeResult bake_texmap(Texmap* texmap, const std::wstring& path) {
     // one drawing, not one per export.
     BakeResult& result = baked_textures[path];
     result = BakeResult::kNotWritten;
-    texmap->RenderBitmap(0, bitmap.get(), 1.0f, FALSE);
+    // A map needn't be ready to draw itself. The host calls these before it renders, too.
+    constexpr TimeValue kDrawnTime = 0;
+    Interval valid = FOREVER;
+    texmap->Update(kDrawnTime, valid);
+    texmap->LoadMapFiles(kDrawnTime);
+    texmap->RenderBitmap(kDrawnTime, bitmap.get(), 1.0f, FALSE);
     const bool is_open = bitmap->OpenOutput(&info) == BMMRES_SUCCESS;
     const bool is_written = bitmap->Write(&info, BMM_SINGLEFRAME) == BMMRES_SUCCESS;
     bitmap->Close(&info, BMM_CLOSE_COMPLETE);

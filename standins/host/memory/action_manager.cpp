@@ -1,6 +1,7 @@
 #include "standins/host/memory/action_manager.h"
 
 #include "standins/host/memory/module_strings.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 
@@ -23,7 +24,7 @@ int MemoryActionManager::activations(ActionTableId id) const {
 }
 
 int MemoryActionManager::ActivateActionTable(ActionCallback* callback, ActionTableId id) {
-    if (FindTable(id) == nullptr || callback == nullptr) {
+    if (tables_.count(id) == 0 || callback == nullptr) {
         return FALSE;
     }
     Activation& activation = activations_[id];
@@ -34,7 +35,8 @@ int MemoryActionManager::ActivateActionTable(ActionCallback* callback, ActionTab
 
 ActionTable* MemoryActionManager::FindTable(ActionTableId id) {
     const auto found = tables_.find(id);
-    return found == tables_.end() ? nullptr : found->second;
+    const bool finds = found != tables_.end() && !host_obeys(StrictRule::kFindTableNull);
+    return finds ? found->second : nullptr;
 }
 
 BOOL MemoryActionManager::RegisterActionContext(ActionContextId id, const MCHAR* name) {

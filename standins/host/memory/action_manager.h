@@ -28,8 +28,8 @@ private:
 /// The plug-ins' actions, and the callbacks that carry them out.
 class MemoryActionManager final : public IActionManager {
 public:
-    /// Adds the tables of a plug-in's class, as the host does once it has loaded the plug-in. The
-    /// plug-in owns the tables, which must outlive the host.
+    /// Adds the tables of a plug-in's class, as the host does before or after it starts the
+    /// plug-in. The plug-in owns the tables, which must outlive the host.
     void add_tables(ClassDesc& plugin_class);
 
     /// Carries out an action, as a menu item or a key does. False if the action's table has no

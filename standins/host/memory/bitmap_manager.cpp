@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "standins/host/memory/image_file.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 namespace {
@@ -58,7 +59,7 @@ Image& MemoryBitmap::image() {
 
 BMMRES MemoryBitmap::OpenOutput(BitmapInfo* info) {
     const std::wstring path = info->Name();
-    if (!ends_like_png(path)) {
+    if (!ends_like_png(path) || host_obeys(StrictRule::kBitmapWriteFails)) {
         return kFailure;
     }
     output_ = path;

@@ -1,5 +1,9 @@
 #include "standins/host/memory/cameras.h"
 
+#include <limits>
+
+#include "standins/host/memory/strict_rules.h"
+
 namespace memhost {
 
 MemoryCamera& MemoryCamera::fov(float radians) {
@@ -36,6 +40,12 @@ MemoryCamera& MemoryCamera::target_distance(float distance) {
 
 // The fields that this camera doesn't support keep the caller's values.
 RefResult MemoryCamera::EvalCameraState(TimeValue t, Interval& valid, CameraState* state) {
+    if (host_obeys(StrictRule::kCameraStateFails)) {
+        state->fov = std::numeric_limits<float>::quiet_NaN();
+        state->manualClip = TRUE;
+        state->hither = state->yon = 1e30f;
+        return REF_FAIL;
+    }
     if (moving_fov_) {
         valid &= Interval(t, t);
     }

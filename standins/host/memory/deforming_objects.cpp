@@ -4,6 +4,7 @@
 
 #include "standins/host/memory/guarded_memory.h"
 #include "standins/host/memory/mesh_objects.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 
@@ -32,7 +33,10 @@ public:
     int IsDeformable() override { return source_.deformable_; }
     Interval ObjectValidity(TimeValue t) override { return source_.over_time_.validity(t); }
     void GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) override {
-        box = world_box_of(GetMesh(), *node, t);
+        answer_box(box, world_box_of(GetMesh(), *node, t));
+    }
+    Object* ConvertToType(TimeValue, Class_ID type) override {
+        return converted_to_own_class(*this, type);
     }
 
 private:
@@ -66,11 +70,12 @@ Mesh DeformingConvertible::mesh_at(TimeValue t) const {
 }
 
 Object* DeformingConvertible::ConvertToType(TimeValue t, Class_ID type) {
-    return CanConvertToType(type) ? new_conversion(mesh_at(t)) : nullptr;
+    const bool converts = CanConvertToType(type) && !host_obeys(StrictRule::kConvertNull);
+    return converts ? new_conversion(mesh_at(t)) : nullptr;
 }
 
 void DeformingConvertible::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
-    box = world_box_of(mesh_at(t), *node, t);
+    answer_box(box, world_box_of(mesh_at(t), *node, t));
 }
 
 }  // namespace memhost

@@ -4,6 +4,7 @@
 
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/memory_host.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 
@@ -14,6 +15,10 @@ void MemoryLayer::set_hidden(bool hidden) {
     for (MemoryNode* node : nodes_) {
         node->host().events().note(&INodeEventCallback::HideChanged, *node);
     }
+}
+
+bool MemoryLayer::hidden() const {
+    return hidden_ || (parent_ && host_obeys(StrictRule::kParentLayersHide) && parent_->hidden());
 }
 
 // Searches from the end, because most nodes leave a layer that they have only just joined.

@@ -17,9 +17,11 @@ public:
 
     const std::vector<MemoryNode*>& nodes() const { return nodes_; }
 
-    /// A hidden layer hides its nodes.
+    /// A hidden layer hides its nodes, and in some hosts those on the layers below it.
     void set_hidden(bool hidden = true);
-    bool hidden() const { return hidden_; }
+    /// The layer below which this one is. Null for a layer at the top, as all are at first.
+    void set_parent(const MemoryLayer* parent) { parent_ = parent; }
+    bool hidden() const;
 
     // Called by nodes. To change a node's layer, call `MemoryNode::set_layer`.
     void add(MemoryNode& node) { nodes_.push_back(&node); }
@@ -31,6 +33,7 @@ public:
 private:
     std::wstring name_;
     std::vector<MemoryNode*> nodes_;
+    const MemoryLayer* parent_ = nullptr;
     bool hidden_ = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/placement.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 namespace {
@@ -61,6 +62,20 @@ SkyLight& SkyLight::reference(ReferenceTarget& target) {
     return *this;
 }
 
+// A strict host puts a null reference before each of them.
+int SkyLight::NumRefs() {
+    const int count = static_cast<int>(references_.size());
+    return host_obeys(StrictRule::kNullReferences) ? 2 * count : count;
+}
+
+RefTargetHandle SkyLight::GetReference(int i) {
+    if (!host_obeys(StrictRule::kNullReferences)) {
+        return references_[checked_index(i, references_.size(), "reference")];
+    }
+    const std::size_t place = checked_index(i, 2 * references_.size(), "reference");
+    return place % 2 == 0 ? nullptr : references_[place / 2];
+}
+
 PhotometricLight::PhotometricLight(LightTypes type) : type_(type), shape_(default_shape(type)) {}
 
 PhotometricLight& PhotometricLight::distribution(DistTypes distribution) {
@@ -113,7 +128,8 @@ IParamBlock2* PhotometricLight::GetParamBlockByID(BlockID id) {
 int PhotometricLight::GetShape(Point3* points, int size) const {
     const int count = static_cast<int>(shape_.size());
     if (points != nullptr) {
-        std::copy_n(shape_.begin(), std::min(count, size), points);
+        const int filled = host_obeys(StrictRule::kShapeFillsFewer) ? count / 2 : count;
+        std::copy_n(shape_.begin(), std::min(filled, size), points);
     }
     return count;
 }

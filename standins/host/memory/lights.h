@@ -58,10 +58,8 @@ public:
     int CanConvertToType(Class_ID type) override { return type == ClassID(); }
     float GetIntensity(TimeValue, Interval&) override { return 1.0f; }
     Point3 GetRGBColor(TimeValue, Interval&) override { return {1.0f, 1.0f, 1.0f}; }
-    int NumRefs() override { return static_cast<int>(references_.size()); }
-    RefTargetHandle GetReference(int i) override {
-        return references_[checked_index(i, references_.size(), "reference")];
-    }
+    int NumRefs() override;
+    RefTargetHandle GetReference(int i) override;
 
 private:
     std::vector<std::unique_ptr<MemoryParamBlock>> blocks_;

@@ -7,6 +7,7 @@
 #include "standins/host/memory/image_file.h"
 #include "standins/host/memory/memory_host.h"
 #include "standins/host/memory/placement.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 namespace {
@@ -63,7 +64,7 @@ void BitmapMap::RenderBitmap(TimeValue, Bitmap* bitmap, float, BOOL) {
 }
 
 Bitmap* BitmapMap::GetBitmap(TimeValue t) {
-    if (t < shown_from_) {
+    if (t < shown_from_ || host_obeys(StrictRule::kBitmapOpenFails)) {
         return nullptr;
     }
     if (!bitmap_) {
@@ -81,9 +82,22 @@ ProceduralMap& ProceduralMap::channel(int channel) {
     return *this;
 }
 
-void ProceduralMap::RenderBitmap(TimeValue, Bitmap* bitmap, float, BOOL) {
+void ProceduralMap::Update(TimeValue t, Interval&) {
+    updated_ = t;
+}
+
+int ProceduralMap::LoadMapFiles(TimeValue t) {
+    loaded_ = t;
+    return TRUE;
+}
+
+void ProceduralMap::RenderBitmap(TimeValue t, Bitmap* bitmap, float, BOOL) {
     ++renders_;
-    paint_(static_cast<MemoryBitmap*>(bitmap)->image());
+    const bool is_ready =
+        !host_obeys(StrictRule::kMapNeedsUpdate) || (updated_ == t && loaded_ == t);
+    if (is_ready && !host_obeys(StrictRule::kMapDrawFails)) {
+        paint_(static_cast<MemoryBitmap*>(bitmap)->image());
+    }
 }
 
 ProceduralMap::Painter solid(Pixel color) {

@@ -56,10 +56,14 @@ public:
     int renders() const { return renders_; }
 
     int GetMapChannel() override { return channel_; }
+    void Update(TimeValue t, Interval& valid) override;
+    int LoadMapFiles(TimeValue t) override;
     void RenderBitmap(TimeValue t, Bitmap* bitmap, float scale3d, BOOL filter) override;
 
 private:
     Painter paint_;
+    std::optional<TimeValue> updated_;  // the time of the last call
+    std::optional<TimeValue> loaded_;
     int channel_ = 1;
     int renders_ = 0;
 };

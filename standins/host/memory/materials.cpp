@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "standins/host/memory/host_text.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 namespace {
@@ -26,6 +27,11 @@ constexpr SlotName kStandardSlotNames[] = {
     {10, L"Refraction"},
     {11, L"Displacement"},
 };
+
+MSTR name_in_language(const std::wstring& name, bool localized) {
+    const bool translates = localized && host_obeys(StrictRule::kTranslatedNames);
+    return MSTR((translates ? translated_name(name) : name).c_str());
+}
 
 // The class of the host's multi-material.
 constexpr Class_ID kMultiMaterialClass(0x200, 0);
@@ -81,10 +87,10 @@ float StandardMaterial::GetShininess(int, BOOL) {
     return shininess_.at(GetCOREInterface()->GetTime());
 }
 
-MSTR StandardMaterial::GetSubTexmapSlotName(int slot, bool) {
+MSTR StandardMaterial::GetSubTexmapSlotName(int slot, bool localized) {
     for (const SlotName& known : kStandardSlotNames) {
         if (known.slot == slot) {
-            return known.name;
+            return name_in_language(known.name, localized);
         }
     }
     return MSTR();
@@ -161,8 +167,8 @@ IParamBlock2* BlockMaterial::GetParamBlockByID(BlockID id) {
     return nullptr;
 }
 
-MSTR BlockMaterial::GetSubTexmapSlotName(int i, bool) {
-    return slots_[checked_index(i, slots_.size(), "slot")].name.c_str();
+MSTR BlockMaterial::GetSubTexmapSlotName(int i, bool localized) {
+    return name_in_language(slots_[checked_index(i, slots_.size(), "slot")].name, localized);
 }
 
 }  // namespace memhost

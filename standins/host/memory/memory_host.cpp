@@ -94,12 +94,14 @@ const MCHAR* MemoryHost::GetAssetDir(int i, MaxSDK::AssetManagement::AssetType t
 }
 
 bool MemoryHost::ProgressStart(const MCHAR* title, bool) {
-    if (refuses_progress_) {
+    if (strict_.has(StrictRule::kProgressRefused)) {
         return false;
     }
     ++progress_.started;
     progress_.title = progress_.first_title = title ? title : L"";
-    cancel_.store(false);
+    if (!strict_.has(StrictRule::kCancelStays)) {
+        SetCancel(FALSE);
+    }
     return true;
 }
 
@@ -109,6 +111,7 @@ bool MemoryHost::ProgressStart(const MCHAR* title, bool disp_bar, LPTHREAD_START
 
 void MemoryHost::ProgressUpdate(int percent, bool, const MCHAR* title) {
     progress_.percents.push_back(percent);
+    cancel_at_update_ = cancel_.load();
     if (title) {
         progress_.title = title;
     }
@@ -125,9 +128,43 @@ BOOL MemoryHost::GetCancel() {
     if (polls_before_cancel_ > 0 && --polls_before_cancel_ == 0) {
         cancel_.store(true);
     }
-    const bool is_cancelled = cancel_.load();
+    const bool is_cancelled =
+        strict_.has(StrictRule::kCancelAtUpdates) ? cancel_at_update_ : cancel_.load();
     answered_cancels_ += is_cancelled ? 1 : 0;
     return is_cancelled;
+}
+
+void MemoryHost::SetCancel(BOOL cancel) {
+    cancel_.store(cancel != FALSE);
+    cancel_at_update_ = cancel != FALSE;
+}
+
+ViewExp* MemoryHost::View::ToPointer() {
+    return host_obeys(StrictRule::kViewNull) ? nullptr : this;
+}
+
+void MemoryHost::load_menu_file() {
+    menus_.load_file();
+    notifications_.broadcast(NOTIFY_CUI_MENUS_POST_LOAD);
+}
+
+DWORD MemoryHost::start_plugin(ClassDesc& plugin_class, GUP& plugin) {
+    const bool actions_are_late = strict_.has(StrictRule::kLateActions);
+    const bool menus_are_late = strict_.has(StrictRule::kLateMenus);
+    if (!actions_are_late) {
+        actions_.add_tables(plugin_class);
+    }
+    if (menus_are_late) {
+        load_menu_file();
+    }
+    const DWORD result = plugin.Start();
+    if (actions_are_late) {
+        actions_.add_tables(plugin_class);
+    }
+    if (actions_are_late || menus_are_late) {
+        load_menu_file();
+    }
+    return result;
 }
 
 void MemoryHost::answer_save_dialog(const std::string& path_utf8) {

@@ -17,6 +17,7 @@
 #include "standins/host/memory/notifications.h"
 #include "standins/host/memory/scene_events.h"
 #include "standins/host/memory/script_runner.h"
+#include "standins/host/memory/strict_rules.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -101,8 +102,13 @@ public:
     /// `callback` is called for each `ProgressUpdate`, with the title that the bar shows then.
     void on_progress(std::function<void(int percent, const std::wstring& title)> callback);
 
-    /// From now on `ProgressStart` returns false, as if another progress bar were active.
-    void refuse_progress() { refuses_progress_ = true; }
+    /// None at first, except for those of `strict_rules_of_environment`.
+    StrictRules& strict() { return strict_; }
+    const StrictRules& strict() const { return strict_; }
+
+    /// Starts a plug-in that has been loaded, and makes its actions and the user's menus known in
+    /// the order that the host's rules want. Returns what the plug-in's `Start` does.
+    DWORD start_plugin(ClassDesc& plugin_class, GUP& plugin);
 
     /// Sets the file that the save dialog returns. If it is empty, as it is at first, the user
     /// cancels the dialog.
@@ -146,11 +152,19 @@ public:
     BOOL GetCancel() override;
     bool DoMaxSaveAsDialog(HWND parent, const MSTR& title, MSTR& filename, MSTR& initial_dir,
                            FilterList& filters) override;
-    void SetCancel(BOOL cancel) override { cancel_.store(cancel != FALSE); }
+    void SetCancel(BOOL cancel) override;
     IActionManager* GetActionManager() override { return &actions_; }
     IMenuManager* GetMenuManager() override { return &menus_; }
 
 private:
+    class View final : public ViewExp {
+    public:
+        ViewExp* ToPointer() override;
+    };
+
+    void load_menu_file();
+
+    StrictRules strict_ = strict_rules_of_environment();
     MemoryLayers layers_;
     std::vector<std::unique_ptr<MemoryNode>> nodes_;  // the root first
     std::vector<std::unique_ptr<MtlBase>> materials_;
@@ -161,7 +175,7 @@ private:
     Notifications notifications_;
     ScriptRunner scripts_;
     std::uint64_t transform_version_ = 1;  // a node that was never evaluated has 0
-    ViewExp view_;
+    View view_;
     TimeValue time_ = 0;
     int times_set_ = 0;
     int ticks_per_frame_ = kDefaultTicksPerFrame;
@@ -173,10 +187,10 @@ private:
     std::wstring save_path_;
     std::vector<std::wstring> save_dialog_;
     ProgressRecord progress_;
-    bool refuses_progress_ = false;
     std::function<void(int, const std::wstring&)> on_progress_;
     std::atomic<bool> cancel_{false};
-    int polls_before_cancel_ = 0;  // 0 if no cancel is planned
+    bool cancel_at_update_ = false;  // the cancel as the last update of the progress bar found it
+    int polls_before_cancel_ = 0;    // 0 if no cancel is planned
     int answered_cancels_ = 0;
 
     static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets the cancel flag");

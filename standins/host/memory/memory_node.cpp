@@ -5,6 +5,7 @@
 
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/memory_host.h"
+#include "standins/host/memory/strict_rules.h"
 #include "standins/host/memory/timed_object.h"
 
 namespace memhost {
@@ -140,7 +141,13 @@ const ObjectState& MemoryNode::EvalWorldState(TimeValue t, BOOL) {
 }
 
 int MemoryNode::IsNodeHidden(BOOL) {
-    return hidden_ || (layer_ && layer_->hidden());
+    const auto has_hidden_category = [this] {
+        const SClass_ID category = object_ ? object_->SuperClassID() : 0;
+        return category == LIGHT_CLASS_ID || category == SHAPE_CLASS_ID ||
+               category == CAMERA_CLASS_ID;
+    };
+    return hidden_ || (layer_ && layer_->hidden()) ||
+           (host_obeys(StrictRule::kCategoriesHide) && has_hidden_category());
 }
 
 }  // namespace memhost

@@ -63,7 +63,7 @@ public:
     int NumberOfChildren() override { return static_cast<int>(children_.size()); }
     INode* GetChildNode(int i) override;
     const ObjectState& EvalWorldState(TimeValue t, BOOL eval_hidden = TRUE) override;
-    /// True if the node itself or its layer is hidden. Hidden ancestors don't matter.
+    /// True if the node itself, its layer or its category is hidden. Hidden ancestors don't matter.
     int IsNodeHidden(BOOL for_renderer = FALSE) override;
     DWORD GetWireColor() override { return wire_color_; }
     Mtl* GetMtl() override { return material_; }

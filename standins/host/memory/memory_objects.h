@@ -1,5 +1,6 @@
 #pragma once
 
+#include "standins/host/memory/mesh_objects.h"
 #include "standins/host/sdk/max.h"
 
 namespace memhost {
@@ -36,7 +37,9 @@ public:
     int IsRenderable() override { return superclass_ == GEOMOBJECT_CLASS_ID; }
     int IsDeformable() override { return deformable_; }
     Interval ObjectValidity(TimeValue) override { return validity_; }
-    void GetWorldBoundBox(TimeValue, INode*, ViewExp*, Box3& box) override { box = box_; }
+    void GetWorldBoundBox(TimeValue, INode*, ViewExp*, Box3& box) override {
+        answer_box(box, box_);
+    }
 
 private:
     SClass_ID superclass_;

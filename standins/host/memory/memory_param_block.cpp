@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "standins/host/memory/host_text.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 
@@ -80,8 +81,10 @@ ParamDef& MemoryParamBlock::GetParamDef(ParamID id) {
     return found.def;
 }
 
-MSTR MemoryParamBlock::GetLocalName(ParamID id, int, bool) {
-    return param(id).local_name.c_str();
+MSTR MemoryParamBlock::GetLocalName(ParamID id, int, bool localized) {
+    const std::wstring& name = param(id).local_name;
+    const bool translates = localized && host_obeys(StrictRule::kTranslatedNames);
+    return MSTR((translates ? translated_name(name) : name).c_str());
 }
 
 float MemoryParamBlock::GetFloat(ParamID id, TimeValue t, int) {

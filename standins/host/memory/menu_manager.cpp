@@ -59,6 +59,17 @@ bool MemoryMenuManager::press(const std::wstring& path) {
     return false;
 }
 
+void MemoryMenuManager::load_file() {
+    IMenu* const bar = GetMainMenuBar();
+    const std::vector<MemoryMenu*> before = registered_;
+    for (MemoryMenu* const menu : before) {
+        if (menu != bar) {
+            UnRegisterMenu(menu);
+        }
+    }
+    UpdateMenuBar();
+}
+
 MemoryMenu& MemoryMenuManager::make_menu() {
     menus_.push_back(std::make_unique<MemoryMenu>(*this));
     return *menus_.back();

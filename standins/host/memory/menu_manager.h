@@ -65,6 +65,10 @@ public:
     /// callback has carried it out.
     bool press(const std::wstring& path);
 
+    /// Replaces the menus with those of a user's menu file, which has no plug-in's menus. The
+    /// host tells its listeners afterwards.
+    void load_file();
+
     // The host owns new menus, and new items until they are added to a menu.
     MemoryMenu& make_menu();
     MemoryMenuItem& make_item();

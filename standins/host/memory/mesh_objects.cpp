@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "standins/host/memory/guarded_memory.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 namespace {
@@ -12,7 +13,7 @@ std::atomic<int> live_conversion_count{0};
 class Conversion final : public TriObject, public GuardedMemory {
 public:
     explicit Conversion(const Mesh& mesh) {
-        GetMesh() = mesh;
+        GetMesh().copy_whole(mesh);
         ++live_conversion_count;
     }
     ~Conversion() override { --live_conversion_count; }
@@ -35,8 +36,21 @@ Box3 world_box_of(const Mesh& mesh, INode& node, TimeValue t) {
     return box;
 }
 
+void answer_box(Box3& box, const Box3& answer) {
+    if (!host_obeys(StrictRule::kViewNull)) {
+        box = answer;
+    }
+}
+
+Object* converted_to_own_class(TriObject& object, Class_ID type) {
+    if (!object.CanConvertToType(type) || host_obeys(StrictRule::kConvertNull)) {
+        return nullptr;
+    }
+    return host_obeys(StrictRule::kConvertNewObject) ? new_conversion(object.GetMesh()) : &object;
+}
+
 void MeshObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
-    box = world_box_of(GetMesh(), *node, t);
+    answer_box(box, world_box_of(GetMesh(), *node, t));
 }
 
 int ConvertibleObject::live_conversions() {
@@ -48,11 +62,12 @@ int ConvertibleObject::CanConvertToType(Class_ID type) {
 }
 
 Object* ConvertibleObject::ConvertToType(TimeValue, Class_ID type) {
-    return CanConvertToType(type) ? new_conversion(mesh_) : nullptr;
+    const bool converts = CanConvertToType(type) && !host_obeys(StrictRule::kConvertNull);
+    return converts ? new_conversion(mesh_) : nullptr;
 }
 
 void ConvertibleObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
-    box = world_box_of(mesh_, *node, t);
+    answer_box(box, world_box_of(mesh_, *node, t));
 }
 
 }  // namespace memhost

@@ -9,6 +9,12 @@ namespace memhost {
 /// The box of a node's mesh in world space.
 Box3 world_box_of(const Mesh& mesh, INode& node, TimeValue t);
 
+/// Sets the box that an object was asked for, if the host's rules let it.
+void answer_box(Box3& box, const Box3& answer);
+
+/// `object`, which is of the class `type`, as its own class: usually the object itself.
+Object* converted_to_own_class(TriObject& object, Class_ID type);
+
 /// A new triangle object with a copy of `mesh`. The caller frees it with `DeleteMe`;
 /// `ConvertibleObject::live_conversions` counts it until then.
 TriObject* new_conversion(const Mesh& mesh);
@@ -30,6 +36,9 @@ public:
 
     int IsDeformable() override { return deformable_; }
     Interval ObjectValidity(TimeValue) override { return validity_; }
+    Object* ConvertToType(TimeValue, Class_ID type) override {
+        return converted_to_own_class(*this, type);
+    }
     void GetWorldBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
 
 private:

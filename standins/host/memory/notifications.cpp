@@ -3,11 +3,16 @@
 #include <algorithm>
 
 #include "standins/host/memory/memory_host.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 
 void Notifications::broadcast(int code) {
-    const std::vector<Registration> at_the_start = registrations_;
+    std::vector<Registration> at_the_start = registrations_;
+    if (host_obeys(StrictRule::kRepeatedNotifications)) {
+        at_the_start.insert(at_the_start.end(), registrations_.begin(), registrations_.end());
+        std::reverse(at_the_start.begin(), at_the_start.end());
+    }
     for (const Registration& registration : at_the_start) {
         const bool still_there = std::find(registrations_.begin(), registrations_.end(),
                                            registration) != registrations_.end();

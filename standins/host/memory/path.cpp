@@ -1,8 +1,10 @@
 #include "standins/host/sdk/path.h"
 
+#include <cwctype>
 #include <filesystem>
 
 #include "standins/host/memory/host_text.h"
+#include "standins/host/memory/strict_rules.h"
 
 const MaxSDK::Util::Path& MaxSDK::Util::Path::GetResolvedAbsolutePath() const {
     namespace fs = std::filesystem;
@@ -12,6 +14,12 @@ const MaxSDK::Util::Path& MaxSDK::Util::Path::GetResolvedAbsolutePath() const {
     if (error) {
         return *this;
     }
-    resolved_ = std::make_shared<Path>(memhost::units_from_utf8(absolute.u8string()).c_str());
+    std::wstring text = memhost::units_from_utf8(absolute.u8string());
+    if (memhost::host_obeys(memhost::StrictRule::kLowerCasePaths)) {
+        for (wchar_t& letter : text) {
+            letter = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(letter)));
+        }
+    }
+    resolved_ = std::make_shared<Path>(text.c_str());
     return *resolved_;
 }

@@ -81,6 +81,12 @@ private:
 /// A node has a `HelperObject` until it gets another object or `without_object` is called.
 class SceneBuilder {
 public:
+    SceneBuilder() = default;
+    /// A host that obeys the rules of the list, see `StrictRules::parse`.
+    explicit SceneBuilder(const std::string& strict_rules) {
+        host_.strict().add(StrictRules::parse(strict_rules));
+    }
+
     MemoryHost& host() { return host_; }
 
     /// Makes a map or a material for nodes and materials to use:

@@ -63,9 +63,10 @@ void convert_hair_to_splines(MemoryHost& host) {
 bool has_parameter(Object& object, const wchar_t* name) {
     ICustAttribContainer* attributes = object.GetCustAttribContainer();
     for (int i = 0; attributes != nullptr && i < attributes->GetNumCustAttribs(); ++i) {
-        IParamBlock2& block = *attributes->GetCustAttrib(i)->GetParamBlock(0);
-        for (int k = 0; k < block.NumParams(); ++k) {
-            if (std::wcscmp(block.GetParamDef(block.IndextoID(k)).int_name, name) == 0) {
+        CustAttrib* const attribute = attributes->GetCustAttrib(i);
+        IParamBlock2* const block = attribute ? attribute->GetParamBlock(0) : nullptr;
+        for (int k = 0; block != nullptr && k < block->NumParams(); ++k) {
+            if (std::wcscmp(block->GetParamDef(block->IndextoID(k)).int_name, name) == 0) {
                 return true;
             }
         }

@@ -3,6 +3,8 @@
 #include <atomic>
 
 #include "standins/host/memory/guarded_memory.h"
+#include "standins/host/memory/mesh_objects.h"
+#include "standins/host/memory/strict_rules.h"
 
 namespace memhost {
 namespace {
@@ -84,10 +86,13 @@ public:
         return source_.GetCustAttribContainer();
     }
     void GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) override {
-        box = box_of(shape, node->GetObjTMAfterWSM(t));
+        answer_box(box, box_of(shape, node->GetObjTMAfterWSM(t)));
     }
     void GetLocalBoundBox(TimeValue, INode*, ViewExp*, Box3& box) override {
-        box = box_of(shape, Matrix3());
+        answer_box(box, box_of(shape, Matrix3()));
+    }
+    Object* ConvertToType(TimeValue t, Class_ID type) override {
+        return source_.converted(*this, t, type);
     }
 
 private:
@@ -106,11 +111,22 @@ Object* SplineObject::evaluate(TimeValue t) {
 }
 
 void SplineObject::GetWorldBoundBox(TimeValue t, INode* node, ViewExp*, Box3& box) {
-    box = box_of(shape, node->GetObjTMAfterWSM(t));
+    answer_box(box, box_of(shape, node->GetObjTMAfterWSM(t)));
 }
 
 void SplineObject::GetLocalBoundBox(TimeValue, INode*, ViewExp*, Box3& box) {
-    box = box_of(shape, Matrix3());
+    answer_box(box, box_of(shape, Matrix3()));
+}
+
+Object* SplineObject::ConvertToType(TimeValue t, Class_ID type) {
+    return converted(*this, t, type);
+}
+
+Object* SplineObject::converted(SplineShape& from, TimeValue t, Class_ID type) {
+    if (!CanConvertToType(type) || host_obeys(StrictRule::kConvertNull)) {
+        return nullptr;
+    }
+    return host_obeys(StrictRule::kConvertNewObject) ? new Conversion(*this, t) : &from;
 }
 
 int ConvertibleShape::live_conversions() {
@@ -118,7 +134,8 @@ int ConvertibleShape::live_conversions() {
 }
 
 Object* ConvertibleShape::ConvertToType(TimeValue t, Class_ID type) {
-    return CanConvertToType(type) ? new Conversion(splines_, t) : nullptr;
+    const bool converts = CanConvertToType(type) && !host_obeys(StrictRule::kConvertNull);
+    return converts ? new Conversion(splines_, t) : nullptr;
 }
 
 }  // namespace memhost

@@ -41,6 +41,7 @@ public:
     MemoryParamBlock& attribute(const std::wstring& name) { return attributes_.add(name); }
 
     int IsRenderable() override { return renderable_; }
+    Object* ConvertToType(TimeValue t, Class_ID type) override;
     float GetThickness(TimeValue t, Interval& valid) override { return thickness_.at(t, valid); }
     void MakeBezier(TimeValue t, BezierShape& made) override;
     /// The object with its splines at `t`; this one if they don't change.
@@ -50,8 +51,12 @@ public:
     void GetLocalBoundBox(TimeValue t, INode* node, ViewExp* view, Box3& box) override;
 
 private:
-    MemoryCustAttribs attributes_;
     class Evaluated;
+
+    // `from` is this object or its splines at one time.
+    Object* converted(SplineShape& from, TimeValue t, Class_ID type);
+
+    MemoryCustAttribs attributes_;
 
     std::function<std::vector<Spline3D>(TimeValue)> splines_;  // empty if they don't change
     std::shared_ptr<Evaluated> evaluated_;

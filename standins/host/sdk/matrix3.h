@@ -50,52 +50,9 @@ inline Point3 operator*(const Point3& p, const Matrix3& m) {
     return m.VectorTransform(p) + m.GetTrans();
 }
 
-/// The identity if `m` has no inverse: if it is singular or has a number that isn't finite, or if a
-/// number of the inverse doesn't fit in a float.
-inline Matrix3 Inverse(const Matrix3& m) {
-    const Point3 rows[3] = {m.GetRow(0), m.GetRow(1), m.GetRow(2)};
-
-    // The cofactor of row i and column j uses the next two rows and the next two columns, in cyclic
-    // order. That order already gives it the right sign.
-    double cofactor[3][3];
-    for (int i = 0; i < 3; ++i) {
-        const Point3& below = rows[(i + 1) % 3];
-        const Point3& above = rows[(i + 2) % 3];
-        for (int j = 0; j < 3; ++j) {
-            const int right = (j + 1) % 3;
-            const int left = (j + 2) % 3;
-            cofactor[i][j] = static_cast<double>(below[right]) * above[left] -
-                             static_cast<double>(below[left]) * above[right];
-        }
-    }
-    const double determinant =
-        rows[0].x * cofactor[0][0] + rows[0].y * cofactor[0][1] + rows[0].z * cofactor[0][2];
-    if (determinant == 0.0 || !std::isfinite(determinant)) {
-        return Matrix3();
-    }
-
-    // Everything is in double up to here, so that each number is rounded to float only once.
-    const Point3 translation = m.GetTrans();
-    bool finite = true;
-    Point3 inverse_rows[4];
-    for (int column = 0; column < 3; ++column) {
-        double inverse[3];
-        for (int row = 0; row < 3; ++row) {
-            inverse[row] = cofactor[column][row] / determinant;
-        }
-        const double moved = 0.0 - (translation.x * inverse[0] + translation.y * inverse[1] +
-                                    translation.z * inverse[2]);
-        const double numbers[4] = {inverse[0], inverse[1], inverse[2], moved};
-        for (int row = 0; row < 4; ++row) {
-            inverse_rows[row][column] = static_cast<float>(numbers[row]);
-            finite = finite && std::isfinite(inverse_rows[row][column]);
-        }
-    }
-    if (!finite) {
-        return Matrix3();
-    }
-    return Matrix3(inverse_rows[0], inverse_rows[1], inverse_rows[2], inverse_rows[3]);
-}
+/// `m` has no inverse if it is singular or has a number that isn't finite, or if a number of the
+/// inverse doesn't fit in a float. Then nothing is certain about the result.
+Matrix3 Inverse(const Matrix3& m);
 
 inline void Matrix3::Orthogonalize() {
     // If less than this is left of a unit vector, it is only rounding error.

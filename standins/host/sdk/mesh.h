@@ -42,16 +42,8 @@ public:
 
     Mesh() = default;
     Mesh(const Mesh& other) { *this = other; }
-    Mesh& operator=(const Mesh& other) {
-        if (this != &other) {
-            vert_array_ = other.vert_array_;
-            face_array_ = other.face_array_;
-            maps_ = other.maps_;
-            normals_ = other.normals_ ? std::make_unique<MeshNormalSpec>(*other.normals_) : nullptr;
-            show_arrays();
-        }
-        return *this;
-    }
+    /// It depends on the host whether the copy has the specified normals.
+    Mesh& operator=(const Mesh& other);
 
     /// Exchanges the contents of two meshes, for the in-memory host.
     void swap(Mesh& other) {
@@ -86,6 +78,19 @@ public:
 
     /// Null if the mesh has none.
     MeshNormalSpec* GetSpecifiedNormals() { return normals_.get(); }
+
+    /// Copies everything, including the specified normals.
+    void copy_whole(const Mesh& other) {
+        if (this != &other) {
+            vert_array_ = other.vert_array_;
+            face_array_ = other.face_array_;
+            maps_ = other.maps_;
+            normals_ = other.normals_ ? std::make_unique<MeshNormalSpec>(*other.normals_) : nullptr;
+            show_arrays();
+        }
+    }
+    /// Called by the object that the mesh is a part of.
+    void set_in_object() { is_in_object_ = true; }
 
     /// Clears the mesh and gives it this number of vertices and faces.
     void reset(int vertices, int triangles) {
@@ -141,4 +146,5 @@ private:
     std::vector<Face> face_array_;
     mutable std::vector<MapChannel> maps_;  // only channels with data
     std::unique_ptr<MeshNormalSpec> normals_;
+    bool is_in_object_ = false;  // not copied
 };

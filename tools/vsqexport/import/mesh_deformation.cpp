@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tools/vsqexport/import/matrix_conversion.h"
 #include "tools/vsqexport/import/mesh_import.h"
 
 namespace vsqexport {
@@ -9,7 +10,7 @@ namespace {
 
 // The transposed inverse, which keeps normals perpendicular to a surface that `matrix` transforms.
 Matrix3 matrix_of_normals(const Matrix3& matrix) {
-    const Matrix3 inverse = Inverse(matrix);
+    const Matrix3 inverse = inverse_or_identity(matrix);
     const Point3 rows[3] = {inverse.GetRow(0), inverse.GetRow(1), inverse.GetRow(2)};
     return Matrix3({rows[0].x, rows[1].x, rows[2].x}, {rows[0].y, rows[1].y, rows[2].y},
                    {rows[0].z, rows[1].z, rows[2].z}, {0, 0, 0});

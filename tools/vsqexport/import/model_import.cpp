@@ -302,7 +302,7 @@ NodeImport::Placed NodeImport::add(const memhost::NodeBuilder& builder, const ai
             is_taken = true;
             if (!is_identity(object.node_from_object)) {
                 file_from_own = object.node_from_object;
-                own_from_file = Inverse(file_from_own);
+                own_from_file = inverse_or_identity(file_from_own);
             }
         }
     }

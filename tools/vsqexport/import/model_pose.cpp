@@ -41,7 +41,7 @@ void ModelPose::at(TimeValue t, std::vector<Matrix3>& base_from_node) const {
         const Matrix3 local = joint.motion ? joint.motion->at(t) : joint.rest;
         base_from_node[i] = joint.parent == i ? local : local * base_from_node[joint.parent];
     }
-    const Matrix3 base_from_world = Inverse(base_from_node[base_]);
+    const Matrix3 base_from_world = inverse_or_identity(base_from_node[base_]);
     for (Matrix3& matrix : base_from_node) {
         matrix *= base_from_world;
     }

@@ -17,6 +17,9 @@ public:
     /// transform.
     virtual void GetUVTransform(Matrix3& map_from_mesh) { map_from_mesh.IdentityMatrix(); }
 
+    /// Loads the files that drawing the map at `t` needs. 0 if one is missing.
+    virtual int LoadMapFiles(TimeValue) { return TRUE; }
+
     /// Fills the bitmap with the part of the map whose coordinates are from 0 to 1.
     virtual void RenderBitmap(TimeValue t, Bitmap* bitmap, float scale3d = 1.0f,
                               BOOL filter = FALSE) = 0;
