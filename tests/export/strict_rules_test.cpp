@@ -13,6 +13,7 @@
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/image_file.h"
 #include "standins/host/memory/splines.h"
+#include "tests/support/exported_libraries.h"
 #include "tests/support/exported_scene.h"
 #include "tests/support/thrown_text.h"
 
@@ -51,14 +52,21 @@ TEST(StrictRules, AreReadFromAList) {
               refusal);
 }
 
-// Only one host may exist at a time, since the rules are those of the newest.
+// The scene file and the mesh files. Only one host may exist at a time, since the rules are those
+// of the newest.
 template <typename Build, typename... Form>
 std::string exported_by(const char* rules, Build build, Form... form) {
     SceneBuilder scene(rules);
     build(scene, form...);
     Qor::Options options(&scene.host());
     options.GeneralCurves = true;
-    return exported(scene, options);
+    static const ExportedLibraries libraries;
+    std::string all = exported(scene, options);
+    for (const std::string& path : libraries.paths()) {
+        all += path + "\n" + file_contents(path);
+        std::filesystem::remove(path);  // the next export takes the same name
+    }
+    return all;
 }
 
 TEST(StrictHost, ChangesNoDemoScene) {
@@ -119,6 +127,12 @@ TEST(StrictHost, LosesOnlyWhatItFails) {
         const char* rule;
         void (*build)(SceneBuilder& scene, bool strict);
     } cases[] = {
+        {"dropped-normals",
+         [](SceneBuilder& scene, bool) {
+             MeshBuilder mesh = grid_mesh(1, 1, 1).normal(0, 1, {0.6f, 0, 0.8f});
+             scene.animation_frames(0, 1).node(L"d").deforming(DeformingMesh(mesh).moves(
+                 [](TimeValue t, const Mesh&, Mesh& moved) { moved.verts[0].z = t * 0.01f; }));
+         }},
         {"singular-inverse-nan", flat_parent},
         {"singular-inverse-zero", flat_parent},
         {"cancel-at-updates",

@@ -159,7 +159,8 @@ struct Square : MadeModel {
         target.mWeight = weight;
     }
 
-    // The heights of the vertices after a second.
+    // The heights of the vertices after a second, and of the ends of their normals if there are
+    // any.
     std::vector<float> heights() {
         warnings.clear();
         const NodeIndex nodes(*this);
@@ -174,11 +175,33 @@ struct Square : MadeModel {
         for (int v = 0; v < moved.numVerts; ++v) {
             result.push_back(moved.verts[v].z);
         }
+        const MeshNormalSpec* const normals = moved.GetSpecifiedNormals();
+        for (int n = 0; normals != nullptr && n < normals->GetNumNormals(); ++n) {
+            result.push_back(normals->Normal(n).z);
+        }
         return result;
     }
 
     aiMesh& mesh;
 };
+
+// Neither the node of the mesh nor the bone has an inverse.
+TEST(DeformingParts, CountAFlatMatrixAsTheIdentityWhereItIsInverted) {
+    const auto heights = [](const char* rules) {
+        SceneBuilder scene(rules);
+        Square square;
+        square.mRootNode->mChildren[2]->mTransformation.c3 = 0;
+        square.bone("A", {{0, 1}, {1, 1}}).mOffsetMatrix.c3 = 0;
+        square.mesh.mNormals = new aiVector3D[6];
+        std::fill_n(square.mesh.mNormals, 6, aiVector3D(0, 0, 1));
+        return square.heights();
+    };
+    const std::vector<float> wanted = heights("");
+    EXPECT_EQ(wanted.front(), 10);
+    EXPECT_EQ(wanted.back(), 1);
+    EXPECT_EQ(heights("singular-inverse-nan"), wanted);
+    EXPECT_EQ(heights("singular-inverse-zero"), wanted);
+}
 
 TEST(DeformingParts, LeaveOutInvalidBonesAndTargetsWithWarnings) {
     constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
