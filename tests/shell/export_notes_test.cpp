@@ -7,10 +7,8 @@
 #include <numeric>
 #include <sstream>
 
-#include "importers/sceneapi/dev/live_library.h"
 #include "importers/sceneapi/dev/null_api.h"
 #include "importers/sceneapi/dev/velmoralive_loader.h"
-#include "platform/dynamic_library.h"
 #include "platform/message_box.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/report_json.h"
@@ -22,6 +20,7 @@
 #include "standins/host/memory/splines.h"
 #include "standins/host/memory/timed_object.h"
 #include "tests/support/installation_entries.h"
+#include "tests/support/stand_in_library.h"
 #include "tools/vsqinfo/vsq_reader.h"
 
 #ifdef _WIN32
@@ -145,25 +144,16 @@ const Case kCases[] = {
      [](Stage& s) { std::filesystem::create_directory(s.folder.path() / "s.py"); },
      kExportAnimationCommand, ""},
     {"export-cancelled", "2 of 3 nodes",
-     [](Stage& s) {
-         s.node(L"a"), s.node(L"b");
-         s.scene.host().cancel_at_poll(2);
-     },
-     kExportCommand, ""},
+     [](Stage& s) { s.node(L"a"), s.node(L"b"), s.scene.host().cancel_at_poll(2); }, kExportCommand,
+     ""},
     {"capture-cancelled",
      "1 frames",
-     [](Stage& s) {
-         s.flag();
-         s.scene.host().cancel_at_poll(3);
-     },
+     [](Stage& s) { s.flag(), s.scene.host().cancel_at_poll(3); },
      kExportCommand,
      "n",
      {"library-not-written"}},
     {"object-missing", "at tick 160",
-     [](Stage& s) {
-         s.node().make_object<Vanishing>();
-         s.scene.time(160);
-     }},
+     [](Stage& s) { s.node().make_object<Vanishing>(), s.scene.time(160); }},
     {"mesh-class-left-out", "0x608b1c8f",
      [](Stage& s) { s.node().make_object<ConvertibleObject>(kPlate, kExcluded); }},
     {"mesh-not-convertible", "class 0x",
@@ -208,8 +198,7 @@ const Case kCases[] = {
     {"camera-state-unread", "tick 0", [](Stage& s) { s.node().make_object<UnreadCamera>(); }},
     {"shape-not-convertible", "class 0x",
      [](Stage& s) {
-         s.options->GeneralCurves = true;
-         s.node().make_object<PlainObject>(SHAPE_CLASS_ID);
+         s.options->GeneralCurves = true, s.node().make_object<PlainObject>(SHAPE_CLASS_ID);
      }},
     {"spline-without-segments", "1 of 1 splines", [](Stage& s) { s.spline(polyline({})); }},
     {"mesh-second-channel", "bump map on channel 2, sent: channel 1",
@@ -243,10 +232,7 @@ const Case kCases[] = {
     {"camera-fov-animated", "",
      [](Stage& s) { s.node().camera().fov([](TimeValue t) { return t < 300 ? 1.0f : 2.0f; }); }},
     {"shape-at-one-time", "Deformable is off",
-     [](Stage& s) {
-         s.flag();
-         s.options->Deformable = false;
-     }},
+     [](Stage& s) { s.flag(), s.options->Deformable = false; }},
     {"matrix-not-finite", "", [](Stage& s) { s.node().transform(scaled(NAN)); }},
     {"matrix-without-inverse", "its parent",
      [](Stage& s) { s.node(L"flat").transform(scaled(0)).child(L"n"); }, kExportCommand, "flat/n"},
@@ -261,19 +247,12 @@ const Case kCases[] = {
                                                         Class_ID(TARGET_CLASS_ID, 0));
      }},
     {"light-switched-off", "PhotometricLights",
-     [](Stage& s) {
-         s.light(Light::POINT_TYPE);
-         s.options->PhotometricLights = false;
-     }},
+     [](Stage& s) { s.light(Light::POINT_TYPE), s.options->PhotometricLights = false; }},
     {"light-switched-off", "SkyLights",
-     [](Stage& s) {
-         s.node().make_object<SkyLight>();
-         s.options->SkyLights = false;
-     }},
+     [](Stage& s) { s.node().make_object<SkyLight>(), s.options->SkyLights = false; }},
     {"mesh-bones-off", "",
      [](Stage& s) {
-         s.node().make_object<ConvertibleObject>(kPlate, kBone);
-         s.options->Bones = false;
+         s.node().make_object<ConvertibleObject>(kPlate, kBone), s.options->Bones = false;
      }},
     {"shape-not-renderable", "",
      [](Stage& s) {
@@ -281,14 +260,9 @@ const Case kCases[] = {
      }},
     {"curves-switched-off", "",
      [](Stage& s) {
-         s.spline(polyline({{}, {1, 0, 0}}));
-         s.options->GeneralCurves = false;
+         s.spline(polyline({{}, {1, 0, 0}})), s.options->GeneralCurves = false;
      }},
-    {"camera-switched-off", "",
-     [](Stage& s) {
-         s.node().camera();
-         s.options->cameras = false;
-     }},
+    {"camera-switched-off", "", [](Stage& s) { s.node().camera(), s.options->cameras = false; }},
     {"track-switched-off", "TransformAnimations",
      [](Stage& s) {
          s.node().mesh(kPlate).motion(
@@ -428,19 +402,13 @@ struct BreakingScene final : NullApi {
     }
 };
 
-struct BreakingLibrary final : live_library::Root, live_library::QueryApi {
+struct BreakingLibrary final : StandInLibrary {
     qorScene_api* get_scene_api(int, int) override { return &scene; }
-    QueryApi* get_query_api(int, int) override { return this; }
     const char* instances_xml() override {
         return "<velmora_instances><i><process_id>7</process_id><version_major>11</version_major>"
                "<livelink_port>1</livelink_port></i></velmora_instances>";
     }
-    bool connect(std::int64_t) override { return true; }
-    void disconnect() override {}
     const char* scene_xml() override { return "<scene/>"; }
-    void reserved_2() override {}
-    void reserved_4() override {}
-    void reserved_5() override {}
     BreakingScene scene;
 };
 
@@ -453,11 +421,8 @@ TEST(ExportNotes, ABrokenLinkIsReportedWithWhatWasSent) {
     const RegistryEntries installed(
         installation_entries("HKEY_LOCAL_MACHINE", "Velmora 11", program, path, path));
     std::filesystem::copy_file(FAKE_LIVE_LIBRARY, std::filesystem::u8path(library));
-    const auto keeper = platform::DynamicLibrary::open(library);
-    ASSERT_TRUE(keeper);
-    using SetBehaviour = void(live_library::Initialize*, void (*)());
-    reinterpret_cast<SetBehaviour*>(keeper->find("set_behaviour"))(
-        []() -> live_library::Root* { return new BreakingLibrary; }, nullptr);
+    const auto keeper =
+        load_fake_library(library, []() -> live_library::Root* { return new BreakingLibrary; });
     stage.node(L"a"), stage.node(L"b");
     const nlohmann::json report = report_of(stage, kUpdateCommand);
     EXPECT_EQ(report["command"], "update");
