@@ -41,6 +41,12 @@ using namespace memhost;
 using Light = LightscapeLight;
 
 const MeshBuilder kPlate = grid_mesh(1, 1, 1);
+const MeshBuilder kPoint({{0, 0, 0}}, {});
+const MeshBuilder kForeign({{}, {}, {}}, {{0, 1, 9}});
+
+Matrix3 slide(TimeValue t) {
+    return translation(static_cast<float>(t), 0, 0);
+}
 
 // What a case changes before its command runs.
 struct Stage {
@@ -59,13 +65,11 @@ struct Stage {
     StandardMaterial& material(const wchar_t* name = L"m") {
         return scene.make<StandardMaterial>(name);
     }
-    void plate(Mtl& with, const wchar_t* name = L"n") {
-        node(name).mesh(grid_mesh(1, 1, 1)).material(with);
-    }
+    void plate(Mtl& with, const wchar_t* name = L"n") { node(name).mesh(kPlate).material(with); }
     PhotometricLight& light(Light::LightTypes type) {
         return node().make_object<PhotometricLight>(type);
     }
-    SplineObject& spline(const Spline3D& spline) {
+    SplineObject& spline(const Spline3D& spline = polyline({{}, {1, 0, 0}})) {
         options->GeneralCurves = true;
         return node().make_object<SplineObject>(std::vector<Spline3D>{spline}).renderable();
     }
@@ -158,14 +162,9 @@ const Case kCases[] = {
      [](Stage& s) { s.node().make_object<ConvertibleObject>(kPlate, kExcluded); }},
     {"mesh-not-convertible", "class 0x",
      [](Stage& s) { s.node().make_object<PlainObject>(GEOMOBJECT_CLASS_ID); }},
-    {"mesh-without-faces", "1 vertices, 0 faces",
-     [](Stage& s) {
-         s.node().mesh(MeshBuilder({{0, 0, 0}}, {}));
-     }},
+    {"mesh-without-faces", "1 vertices, 0 faces", [](Stage& s) { s.node().mesh(kPoint); }},
     {"mesh-foreign-vertices", "face 0 names vertex 9 of 3",
-     [](Stage& s) {
-         s.node().mesh(MeshBuilder({{}, {}, {}}, {{0, 1, 9}}));
-     }},
+     [](Stage& s) { s.node().mesh(kForeign); }},
     {"mesh-coordinates-out-of-range", "'m'",
      [](Stage& s) {
          const auto mesh = MeshBuilder({{}, {}, {}}, {{0, 1, 2}}).map(1, {{}}, {{0, 0, 7}});
@@ -214,9 +213,7 @@ const Case kCases[] = {
          s.plate(s.material(L"twin").map(kBumpSlot, &s.drawn()));
      }},
     {"light-filter-colour", "red 0.5",
-     [](Stage& s) {
-         s.light(Light::SPHERE_TYPE).filter({0.5f, 1, 1});
-     }},
+     [](Stage& s) { s.light(Light::SPHERE_TYPE).filter(Point3(0.5f, 1, 1)); }},
     {"light-power-cut", "2.5", [](Stage& s) { s.node().make_object<OmniLight>().intensity(2.5f); }},
     {"light-web-missing", "",
      [](Stage& s) { s.light(Light::POINT_TYPE).web_file(std::string("no.ies")); }},
@@ -254,28 +251,16 @@ const Case kCases[] = {
      [](Stage& s) {
          s.node().make_object<ConvertibleObject>(kPlate, kBone), s.options->Bones = false;
      }},
-    {"shape-not-renderable", "",
-     [](Stage& s) {
-         s.spline(polyline({{}, {1, 0, 0}})).renderable(false);
-     }},
-    {"curves-switched-off", "",
-     [](Stage& s) {
-         s.spline(polyline({{}, {1, 0, 0}})), s.options->GeneralCurves = false;
-     }},
+    {"shape-not-renderable", "", [](Stage& s) { s.spline().renderable(false); }},
+    {"curves-switched-off", "", [](Stage& s) { s.spline(), s.options->GeneralCurves = false; }},
     {"camera-switched-off", "", [](Stage& s) { s.node().camera(), s.options->cameras = false; }},
     {"track-switched-off", "TransformAnimations",
      [](Stage& s) {
-         s.node().mesh(kPlate).motion(
-             [](TimeValue t) { return translation(static_cast<float>(t), 0, 0); });
+         s.node().mesh(kPlate).motion(slide);
          s.options->TransformAnimations = false;
      }},
     {"track-switched-off", "CameraAnimations",
-     [](Stage& s) {
-         s.node()
-             .motion([](TimeValue t) { return translation(static_cast<float>(t), 0, 0); })
-             .camera();
-         s.options->CameraAnimations = false;
-     }},
+     [](Stage& s) { s.node().motion(slide).camera(), s.options->CameraAnimations = false; }},
 };
 
 TEST(ExportNotes, EachLossIsReportedWithItsNodeAndReason) {
@@ -439,9 +424,7 @@ TEST(ExportNotes, EqualNotesCountNodesAndNotFrames) {
     Stage stage;
     stage.node().mesh(kPlate).hidden();
     stage.node().mesh(kPlate).hidden();
-    stage.node(L"a still that moves").mesh(kPlate).motion([](TimeValue t) {
-        return translation(static_cast<float>(t), 0, 0);
-    });
+    stage.node(L"a still that moves").mesh(kPlate).motion(slide);
     stage.node(L"lamp").make_object<OmniLight>().intensity(
         [](TimeValue t) { return 0.5f + static_cast<float>(t); });
     const auto notes = report_of(stage, kExportAnimationCommand)["notes"];
