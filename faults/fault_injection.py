@@ -17,6 +17,7 @@ from pathlib import Path
 BIN = Path(sys.argv[1]).resolve()
 VSQEXPORT, VSQINFO = BIN / "vsqexport", BIN / "vsqinfo"
 LIMIT = 5  # seconds that a fault may cost
+KILL_IF_IT_HANGS = ["timeout", "--signal=KILL", "90"]  # with all that it has started
 
 # What can fail with which error.
 ERRORS = {"openat": "EACCES", "write": "ENOSPC", "writev": "EIO", "pwrite64": "ENOSPC",
@@ -34,6 +35,7 @@ class Output:
     told: str      # stands in the message
     others: list = field(default_factory=list)  # files that the fault must leave whole
     is_optional: bool = False
+    kept: str = ""  # stands in the file before, and must still stand there after a fault
 
 
 OUTPUTS = [
@@ -47,7 +49,7 @@ OUTPUTS = [
     Output("mesh library", ["export", "demo:deforming", "{out}/s.vsq"],
            "{data}/Animations/3ds max/Flag_Stripes.qorT", "Flag_Stripes.qorT"),
     Output("settings", ["settings", "Bones=0"], "{config}/quoria/plugcfg/velmoraexport7.ini",
-           "velmoraexport7.ini"),
+           "velmoraexport7.ini", kept="[Curves]\nHairAndFur=0\n"),
     Output("drawn texture", ["export", "demo:materials", "{out}/s.vsq"],
            "{data}/textures/Tiles_diffuse.png", "Tiles_diffuse.png", ["{out}/s.vsq"]),
     Output("report", ["export", "demo:materials", "{out}/s.vsq", "--report", "{out}/r.json"],
@@ -79,15 +81,19 @@ class Run:
                             newline="")
         self.output = output
         self.target = self.filled(output.file) if output else ""
+        if output and output.kept:
+            Path(self.target).parent.mkdir(parents=True)
+            Path(self.target).write_text(output.kept)
 
     def filled(self, text):
         return text.format(**{name: str(path) for name, path in self.places.items()})
 
     def trace(self, inject=()):
-        """Runs the command under strace; returns its trace of the output's calls."""
+        """Runs the command under strace; returns its calls. They are told by the path of their file,
+        which may first be written beside its place under a name that differs each time."""
         log = self.folder / "trace"
         names = ",".join(ERRORS)
-        command = ["strace", "-f", "-qq", "-o", str(log), "-P", self.target, "-e",
+        command = [*KILL_IF_IT_HANGS, "strace", "-f", "-qq", "-y", "-o", str(log), "-e",
                    f"trace={names}", *inject, str(VSQEXPORT),
                    *(self.filled(word) for word in self.output.command)]
         environment = {**os.environ, "XDG_CONFIG_HOME": str(self.places["config"]),
@@ -95,7 +101,7 @@ class Run:
         start = time.monotonic()
         self.done = subprocess.run(command, env=environment, stdin=subprocess.DEVNULL,
                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
-                                   errors="replace", timeout=60)
+                                   errors="replace")
         self.seconds = time.monotonic() - start
         return log.read_text(errors="replace")
 
@@ -111,20 +117,25 @@ def calls_of(output):
         trace = run.trace()
         if run.done.returncode != 0:
             raise RuntimeError(f"{output.what}: fails without a fault: {run.done.stderr}")
-        counts, writable = {}, set()
+        counts, writable, found = {}, set(), False
         for line in trace.splitlines():
             name, arguments, result = re.match(r"\d+ +(\w+)\((.*)\) += (-?\d+)", line).groups()
             counts[name] = counts.get(name, 0) + 1
-            # A file that is only read can fail without a loss.
-            descriptor = result if name == "openat" else arguments.split(",")[0]
+            by_path = name.startswith(("open", "rename"))
+            if run.target not in (arguments if by_path else arguments.split(">")[0]):
+                continue
+            # A file that is only read can fail without a loss, unless it is written back then.
+            descriptor = result if by_path else arguments.split("<")[0]
             if name == "openat" and re.search("O_WRONLY|O_RDWR", arguments):
                 writable.add(descriptor)
-            if not name.startswith("rename") and descriptor not in writable:
+            is_read_first = name == "openat" and output.kept and not found
+            if not (name.startswith("rename") or descriptor in writable or is_read_first):
                 continue
+            found = found or not is_read_first
             yield name, counts[name]
             if name == "close":
                 writable.discard(descriptor)
-        if not counts:
+        if not found:
             raise RuntimeError(f"{output.what}: the command never touches {output.file}")
     finally:
         run.close()
@@ -141,7 +152,7 @@ def faults_of(output, name, number):
     try:
         trace = run.trace(["-e", f"inject={name}:error={ERRORS[name]}:when={number}"])
         done, found = run.done, []
-        if "(INJECTED)" not in trace:
+        if not any("(INJECTED)" in line and run.target in line for line in trace.splitlines()):
             return ["the fault never came"]
         if run.seconds > LIMIT:
             found.append(f"took {run.seconds:.1f} s")
@@ -156,6 +167,8 @@ def faults_of(output, name, number):
             if output.told not in done.stderr:
                 found.append(f"told only: {done.stderr.strip()!r}")
         found += [f"{other} isn't whole" for other in output.others if not whole(run.filled(other))]
+        if output.kept and output.kept not in Path(run.target).read_text():
+            found.append("the file has lost what it held")
         return found
     finally:
         run.close()
@@ -181,11 +194,13 @@ def link_faults_of(fault, limit):
     try:
         announced = run.folder / "share" / "quoria" / "running"
         while not (announced.is_dir() and any(announced.iterdir())):
+            if renderer.poll() is not None:
+                return [f"the renderer ends at once, exit code {renderer.returncode}"]
             time.sleep(0.02)
         start = time.monotonic()
-        done = subprocess.run([VSQEXPORT, "render", "demo:materials"], env=environment,
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                              stderr=subprocess.PIPE, text=True, timeout=120)
+        done = subprocess.run([*KILL_IF_IT_HANGS, VSQEXPORT, "render", "demo:materials"],
+                              env=environment, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         seconds = time.monotonic() - start
         received = re.search(r"^(/.*\.vsq): ", done.stdout, re.M)
         if done.returncode == 0 and not (received and whole(received[1])):

@@ -1,6 +1,7 @@
 #include "tools/vsqexport/settings_file.h"
 
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <stdexcept>
 #include <utility>
@@ -74,6 +75,11 @@ std::string user_settings_folder() {
     const fs::path folder = fs::u8path(platform::user_configuration_folder()) / "plugcfg";
     std::error_code ignored;  // without the folder, the settings have their defaults
     fs::create_directories(folder, ignored);
+    // The plug-in would take the defaults without a word.
+    const fs::path file = folder / Qor::kSettingsFile;
+    if (fs::exists(file, ignored) && !std::ifstream(file)) {
+        throw std::runtime_error(file.u8string() + ": the settings can't be read");
+    }
     return folder.u8string();
 }
 
@@ -118,9 +124,13 @@ SettingsOfRun::SettingsOfRun(const std::vector<std::string>& settings)
         return;
     }
     copy_.emplace();
-    std::error_code ignored;  // the user may have no settings file
-    fs::copy_file(fs::u8path(users_folder_) / Qor::kSettingsFile,
-                  fs::u8path(folder()) / Qor::kSettingsFile, ignored);
+    const fs::path users_file = fs::u8path(users_folder_) / Qor::kSettingsFile;
+    const fs::path copy = fs::u8path(folder()) / Qor::kSettingsFile;
+    std::error_code error;
+    if (fs::exists(users_file, error) && !fs::copy_file(users_file, copy, error)) {
+        throw std::runtime_error(copy.u8string() +
+                                 ": the settings can't be copied: " + error.message());
+    }
     change_settings(folder(), settings);
 }
 

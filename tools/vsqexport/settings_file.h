@@ -7,6 +7,7 @@
 namespace vsqexport {
 
 /// The user's folder for the settings files of plug-ins, as UTF-8; created if it is missing.
+/// Throws `std::runtime_error` if there is a settings file but it can't be read.
 std::string user_settings_folder();
 
 /// Changes the settings file in a folder. `settings`, each KEY=VALUE, are applied in order. Throws
@@ -21,7 +22,7 @@ std::string list_settings(const std::string& folder);
 /// the run has settings of its own, a temporary copy that is deleted with the object.
 class SettingsOfRun {
 public:
-    /// Throws as `change_settings` does.
+    /// Throws as `change_settings` does, or if the user's settings can't be read or copied.
     explicit SettingsOfRun(const std::vector<std::string>& settings);
 
     const std::string& folder() const { return copy_ ? copy_->path : users_folder_; }

@@ -1,7 +1,8 @@
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <random>
 #include <sstream>
 #include <string>
 
@@ -22,9 +23,10 @@ constexpr char kUtf8Signature[] = "\xef\xbb\xbf";
 // The contents of a settings file.
 class IniFile {
 public:
-    // A file that doesn't exist counts as empty.
+    // A file that doesn't exist counts as empty, and so does one that can't be read.
     explicit IniFile(const MCHAR* path) : path_(native(path)) {
-        const std::string text = contents(path_);
+        std::string text;
+        readable_ = read(path_, text);
         trailing_comments_ = trailing_comments(text);
         signed_ = text.compare(0, 3, kUtf8Signature) == 0;
         ini_.SetUnicode();
@@ -39,26 +41,63 @@ public:
 
     bool write(const MCHAR* section, const MCHAR* key, const MCHAR* text) {
         std::string whole;
-        if (ini_.SetValue(utf8(section).c_str(), utf8(key).c_str(), utf8(text).c_str()) < 0 ||
+        if (!readable_ ||
+            ini_.SetValue(utf8(section).c_str(), utf8(key).c_str(), utf8(text).c_str()) < 0 ||
             ini_.Save(whole, signed_) < 0) {
             return false;
         }
-        std::ofstream file(path_, std::ios::binary);
-        file << whole << trailing_comments_;
-        file.close();
-        return !file.fail();
+        return replace(path_, whole + trailing_comments_);
     }
 
 private:
     static std::string utf8(const MCHAR* text) { return memhost::utf8_from_units(text); }
 
-    static std::string contents(const fs::path& path) {
+    // False if there is a file but it can't be read.
+    static bool read(const fs::path& path, std::string& text) {
         std::error_code error;
         if (!fs::is_regular_file(path, error)) {
-            return {};
+            return true;
         }
+        std::ostringstream contents;
         std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        if (!file.is_open() || (file.peek() != EOF && !(contents << file.rdbuf()))) {
+            return false;
+        }
+        text = contents.str();
+        return !file.bad();
+    }
+
+    static bool write_text(const fs::path& path, const std::string& text) {
+        std::ofstream file(path, std::ios::binary);
+        file << text;
+        file.close();
+        return !file.fail();
+    }
+
+    // If the disk is full, the old file stays: the new text goes to a file beside it, which then
+    // takes its place.
+    static bool replace(const fs::path& path, const std::string& text) {
+        std::error_code error;
+        if (!fs::is_regular_file(path, error)) {
+            return write_text(path, text);
+        }
+        std::ofstream tried(path, std::ios::app);
+        tried.close();
+        if (tried.fail()) {
+            return false;  // the user has made it read-only
+        }
+        const fs::path target = fs::canonical(path, error);  // a symbolic link stays
+        fs::path beside = target;
+        beside += "." + std::to_string(std::random_device()());
+        if (!error && write_text(beside, text)) {
+            fs::permissions(beside, fs::status(target, error).permissions(), error);
+            fs::rename(beside, target, error);
+            if (!error) {
+                return true;
+            }
+        }
+        fs::remove(beside, error);
+        return false;
     }
 
     // The comments after the last value, which the library drops.
@@ -93,6 +132,7 @@ private:
     fs::path path_;
     CSimpleIniA ini_;
     std::string trailing_comments_;
+    bool readable_;
     bool signed_;
 };
 
