@@ -40,6 +40,8 @@ class Output:
 
 OUTPUTS = [
     Output("scene", ["export", "demo:materials", "{out}/s.vsq"], "{out}/s.vsq", "s.vsq"),
+    Output("scene that isn't read back", ["export", "demo:materials", "/dev/null"], "/dev/null",
+           "/dev/null"),
     Output("first frame", ["animation", "demo:motion", "{out}/s.vsq", "--frames", "0:3"],
            "{out}/s0000.vsq", "s0000.vsq"),
     Output("third frame", ["animation", "demo:motion", "{out}/s.vsq", "--frames", "0:3"],
