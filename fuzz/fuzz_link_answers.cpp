@@ -1,6 +1,8 @@
 #include <asio.hpp>
+#include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "fuzz/fuzz_input.h"
 #include "standins/renderer/link_connection.h"
@@ -17,6 +19,7 @@ public:
                 asio::error_code ignored;
                 asio::ip::tcp::socket socket(io_);
                 acceptor_.accept(socket, ignored);
+                const std::string answer = current();
                 asio::write(socket, asio::buffer(answer), ignored);
                 socket.shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
                 char asked[4096];
@@ -28,9 +31,19 @@ public:
 
     int port() const { return acceptor_.local_endpoint().port(); }
 
-    std::string answer;
+    void set_answer(std::string answer) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        answer_ = std::move(answer);
+    }
 
 private:
+    std::string current() {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        return answer_;
+    }
+
+    std::mutex mutex_;
+    std::string answer_;
     asio::io_context io_;
     asio::ip::tcp::acceptor acceptor_{io_, {asio::ip::address_v4::loopback(), 0}};
 };
@@ -41,7 +54,7 @@ private:
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const EnvironmentVariable limit("VELMORA_LINK_TIMEOUT_MS", "500");
     static Server& server = *new Server();  // its thread never ends
-    server.answer.assign(reinterpret_cast<const char*>(data), size);
+    server.set_answer(std::string(reinterpret_cast<const char*>(data), size));
     velmora::LinkConnection connection;
     if (connection.open("localhost", server.port())) {
         const auto text = connection.ask_text(velmora::operation::kTree);

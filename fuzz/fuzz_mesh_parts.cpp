@@ -13,7 +13,7 @@ namespace {
 
 using namespace memhost;
 
-// Often a value that others share, sometimes one near to it, and sometimes any bits.
+// One that others share, one near to others, or any bits.
 float number(FuzzInput& input) {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     constexpr float kCommon[] = {0.0f, -0.0f, 1.0f, 0.5f, NAN, kInfinity, -kInfinity, 1e30f};
@@ -27,18 +27,22 @@ float number(FuzzInput& input) {
     return input.take<float>();
 }
 
+// Every second one is in a row of points, of which neighbours match as normals and others don't.
 Point3 point(FuzzInput& input) {
+    if (input.below(2) == 0) {
+        return Point3(static_cast<float>(input.take<std::uint8_t>()) * 2.0e-4f, 1.0f, 0.0f);
+    }
     const float x = number(input);
     const float y = number(input);
     return Point3(x, y, number(input));
 }
 
 Mesh mesh_from(FuzzInput& input) {
-    std::vector<Point3> places(1 + input.below(8));
+    std::vector<Point3> places(1 + input.below(4));  // so few that many faces meet
     for (Point3& place : places) {
         place = point(input);
     }
-    std::vector<UVVert> coordinates(1 + input.below(8));
+    std::vector<UVVert> coordinates(1 + input.below(64));
     for (UVVert& coordinate : coordinates) {
         coordinate = point(input);
     }
@@ -63,7 +67,7 @@ Mesh mesh_from(FuzzInput& input) {
     if (input.below(2) == 0) {
         mesh.map(1, coordinates, map_faces);
     }
-    for (unsigned left = input.below(64); left > 0; --left) {
+    for (unsigned left = input.take<std::uint8_t>(); left > 0; --left) {
         const int face = static_cast<int>(input.below(static_cast<unsigned>(faces.size())));
         const int corner = static_cast<int>(input.below(3));
         mesh.normal(face, corner, point(input), input.below(4) != 0);

@@ -9,9 +9,8 @@
 int main(int argc, char** argv) {
     namespace fs = std::filesystem;
     LLVMFuzzerTestOneInput(nullptr, 0);
-    std::error_code ignored;
-    const auto files = fs::directory_iterator(argc > 1 ? argv[1] : ".", ignored);
-    for (const auto& entry : files) {
+    // Throws if there is no such folder.
+    for (const auto& entry : fs::directory_iterator(argc > 1 ? argv[1] : ".")) {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::vector<char> bytes(std::istreambuf_iterator<char>(file), {});
         LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());

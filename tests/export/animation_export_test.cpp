@@ -49,9 +49,6 @@ TEST(AnimationExport, WritesAStillForEachFrame) {
     for (int i = 0; i < 3; ++i) {
         const std::string path = folder / "shot000" + std::to_string(i) + ".vsq";
         const vsqinfo::VsqSummary summary = vsqinfo::read_vsq_file(path);
-        EXPECT_EQ(summary.groups, 2u);
-        EXPECT_EQ(summary.cameras, 1u);
-        EXPECT_EQ(summary.animations, 0u);
         // A mesh that hasn't changed since the frame before isn't written again.
         EXPECT_EQ(summary.objects, i == 0 ? 1u : 0u);
         const auto& module = summary.modules.at(0).options;
@@ -59,9 +56,6 @@ TEST(AnimationExport, WritesAStillForEachFrame) {
             const std::pair<std::string, std::string> expected(option, i == 0 ? "on" : "off");
             EXPECT_EQ(std::count(module.begin(), module.end(), expected), 1) << option << i;
         }
-        const std::string matrix =
-            "\ntransform 1 0 0 0 0 1 0 0 0 0 1 0 0 0 " + std::to_string((5 + i) * kFrame) + " 1\n";
-        EXPECT_NE(file_contents(path).find(matrix), std::string::npos) << i;
     }
     EXPECT_EQ(scene.host().time(), 7 * kFrame);
     EXPECT_FALSE(options->TransformAnimations);

@@ -96,8 +96,6 @@ TEST(CameraExport, WritesPlacesInWorldSpace) {
               camera_text(track("0.066", "0 33 ", kUnitRows + "0 5 0 1 ,\n" + last_key + " \n")));
     options.CameraAnimations = false;
     EXPECT_EQ(camera_of(exported(scene, options)), camera_text("transform " + last_key + "\n"));
-    options.cameras = false;
-    EXPECT_EQ(exported(scene, options).find("camera \"c\""), std::string::npos);
 }
 
 // The lens is read at the host's time. Orthographic cameras are written like others.

@@ -21,9 +21,11 @@ using testing::internal::GetCapturedStderr;
 
 constexpr int kFrame = 160;  // ticks at 30 frames a second
 
+const std::vector<Point3> kCorners = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+
 // Two triangles with a common edge, and with the material ids in `materials`.
 MeshBuilder square(std::vector<MtlID> materials = {0}) {
-    return MeshBuilder({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {{0, 1, 2}, {0, 2, 3}})
+    return MeshBuilder(kCorners, {{0, 1, 2}, {0, 2, 3}})
         .groups({1})
         .material_ids(materials)
         .map_positions(1);
@@ -31,8 +33,7 @@ MeshBuilder square(std::vector<MtlID> materials = {0}) {
 
 // The square, divided along its other diagonal.
 MeshBuilder turned_square() {
-    return MeshBuilder({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {{0, 1, 3}, {1, 2, 3}})
-        .groups({1});
+    return MeshBuilder(kCorners, {{0, 1, 3}, {1, 2, 3}}).groups({1});
 }
 
 float height(int frame) {
@@ -137,11 +138,10 @@ void expect_parts(std::vector<MeshKey> keys, const std::vector<std::string>& nam
 
 TEST(DeformableExport, ChoosesTheFormOfEachPart) {
     const MeshKey rest = {0, square({0, 1})};
-    const MeshKey larger = {
-        5 * kFrame,  // in the second part
-        MeshBuilder({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {{0, 1, 2}, {0, 2, 3}, {2, 1, 0}})
-            .groups({1})
-            .material_ids({0, 1, 1})};
+    const MeshKey larger = {5 * kFrame,  // in the second part
+                            MeshBuilder(kCorners, {{0, 1, 2}, {0, 2, 3}, {2, 1, 0}})
+                                .groups({1})
+                                .material_ids({0, 1, 1})};
     const std::vector<float> times = {0, 33, 66, 99, 132, 165, 198};
     expect_parts({{0, square()}, {5 * kFrame, turned_square()}}, {}, frames_from(0, 6), times);
     expect_parts({rest, larger}, {"Leaf_Stone.qorT"}, kInLibrary + frames_from(0, 6), times);

@@ -1,19 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
-
-#include "standins/host/memory/demo_scenes.h"
 #include "tests/support/exported_scene.h"
-#include "tools/vsqinfo/vsq_reader.h"
 
 namespace {
 
 using memhost::SceneBuilder;
-
-vsqinfo::VsqSummary read_back(const std::string& text) {
-    std::istringstream stream(text);
-    return vsqinfo::read_vsq(stream);
-}
 
 // Everything before the nodes is compared byte by byte.
 TEST(ExportRun, OpensWithTheImportOptions) {
@@ -40,19 +31,6 @@ TEST(ExportRun, OpensWithTheImportOptions) {
               "\ngroup \"object\" {\n"
               "flags 0\n"
               "}\n");
-}
-
-// The reader has no code in common with the writer.
-TEST(ExportRun, DemoScenesReadBack) {
-    for (const memhost::DemoScene& demo : memhost::demo_scenes()) {
-        SceneBuilder scene;
-        demo.build(scene);
-        const vsqinfo::VsqSummary summary = read_back(exported(scene));
-        // There is a progress report for each node and the root, which has no group here. Deforming
-        // meshes can have more groups.
-        EXPECT_GE(summary.groups, scene.host().progress().percents.size() - 1) << demo.name;
-        EXPECT_EQ(summary.root_name, "object");
-    }
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "plugins/3dsmax/export/hair_scripts.h"
 
+#include <functional>
 #include <sstream>
 #include <stdexcept>
 
@@ -35,11 +36,9 @@ std::wstring names_in(SceneBuilder& scene) {
 
 // The cases are the ways in which a pass can end. It removes its temporary nodes unless it fails.
 TEST(Hair, IsInTheSceneOnlyDuringAPass) {
-    using Prepare = void (*)(SceneBuilder&);
-    const Prepare nothing = [](SceneBuilder&) {};
-    const Prepare cancel = [](SceneBuilder& scene) { scene.host().cancel_at_poll(2); };
-    const Prepare fail = [](SceneBuilder& scene) { scene.host().scripts().set_failing(); };
-    const Prepare spoil = [](SceneBuilder& scene) {
+    const auto cancel = [](SceneBuilder& scene) { scene.host().cancel_at_poll(2); };
+    const auto fail = [](SceneBuilder& scene) { scene.host().scripts().set_failing(); };
+    const auto spoil = [](SceneBuilder& scene) {
         auto& bad = scene.make<StandardMaterial>(L"m").diffuse(
             [](TimeValue) -> Color { throw std::runtime_error("no colour"); });
         scene.node(L"Bad").mesh(box_mesh(1, 1, 1)).material(bad);
@@ -47,13 +46,13 @@ TEST(Hair, IsInTheSceneOnlyDuringAPass) {
     const struct {
         const char* name;
         bool wanted;
-        Prepare prepare;
+        std::function<void(SceneBuilder&)> prepare;
         std::uint64_t curves;
         std::wstring added;
         bool throws;
     } cases[] = {
-        {"whole", true, nothing, 10, L"Head||", false},
-        {"not wanted", false, nothing, 0, L"", false},
+        {"whole", true, [](auto&) {}, 10, L"Head||", false},
+        {"not wanted", false, [](auto&) {}, 0, L"", false},
         {"cancelled", true, cancel, 0, L"Head||", false},
         {"scripts fail", true, fail, 0, L"", false},
         // Here the temporary nodes stay, and the user has to delete them.

@@ -16,13 +16,26 @@ using memhost::SceneBuilder;
 using memhost::StandardMaterial;
 using memhost::units_from_utf8;
 
+using Material = qor::SmartMaterial;
+
+// In the order of `TextureKind`.
+const struct {
+    const char* word;
+    int MaterialEntry::*channel;
+    void (Material::*set_texture)(std::string);
+} kKinds[] = {
+    {"diffuse", &MaterialEntry::diffuse_channel, &Material::set_diffuse_texture},
+    {"bump", &MaterialEntry::bump_channel, &Material::set_bump_texture},
+    {"specular", &MaterialEntry::specular_channel, &Material::set_specular_texture},
+    {"opacity", &MaterialEntry::opacity_channel, &Material::set_opacity_texture},
+};
+
 std::string text_of(qor::SmartMaterial& material) {
     return emitted_text([&material](qor::qorSceneapi_oo& scene) { material.emit(scene); });
 }
 
 // Each kind has its own texture and channel. A map that can't be used changes neither.
 TEST(ApplyTexmap, UsesTheFileOfABitmapMapInPlace) {
-    using Material = qor::SmartMaterial;
     const TemporaryFolder folder;
     const std::string wood = folder / "wood_";
     const std::string file = wood + "\xc3\xa9.png";
@@ -30,29 +43,20 @@ TEST(ApplyTexmap, UsesTheFileOfABitmapMapInPlace) {
     SceneBuilder scene;
     auto& material = scene.make<StandardMaterial>(L"m");
     const Mesh mesh = memhost::grid_mesh(1, 1, 1).map_positions(3);
-    const struct {
-        int MaterialEntry::*channel;
-        void (Material::*set_texture)(std::string);
-    } kinds[] = {
-        {&MaterialEntry::diffuse_channel, &Material::set_diffuse_texture},
-        {&MaterialEntry::bump_channel, &Material::set_bump_texture},
-        {&MaterialEntry::specular_channel, &Material::set_specular_texture},
-        {&MaterialEntry::opacity_channel, &Material::set_opacity_texture},
-    };
     for (int kind = 0; kind < 4; ++kind) {
         Material wanted("m");
         MaterialEntry entry;
         entry.material = std::make_shared<Material>("m");
         const auto expect_applied = [&](Texmap* map, int channel, float v_tiling) {
             apply_texmap(entry, &material, mesh, map, static_cast<TextureKind>(kind));
-            EXPECT_EQ(entry.*kinds[kind].channel, channel);
+            EXPECT_EQ(entry.*kKinds[kind].channel, channel);
             EXPECT_EQ(entry.uv_transform.GetRow(1).y, v_tiling);
             EXPECT_EQ(text_of(*entry.material), text_of(wanted));
         };
         expect_applied(nullptr, -1, 1);
         expect_applied(&scene.bitmap(file).channel(2).tiling(1, 5), -1, 1);
         expect_applied(&scene.bitmap(folder / "missing.png").channel(3).tiling(1, 2), 3, 2);
-        (wanted.*kinds[kind].set_texture)(wood + "\xe9.png");
+        (wanted.*kKinds[kind].set_texture)(wood + "\xe9.png");
         expect_applied(&scene.bitmap(file).channel(3).tiling(1, 4), 3, 4);
         // A relative path comes out in full.
         fs::current_path(folder.path());
@@ -66,30 +70,24 @@ TEST(ApplyTexmap, UsesTheFileOfABitmapMapInPlace) {
 TEST(ApplyTexmap, DrawsOtherMapsOnceAndAlwaysNamesTheirFile) {
     const struct {
         const char* material;
+        int kind;
         bool has_memory;  // at the first export
         int first_drawn, second_drawn;
-        TextureKind kind = TextureKind::kBump;
-        const char* word = "bump";
-        void (qor::SmartMaterial::*set_texture)(std::string) =
-            &qor::SmartMaterial::set_bump_texture;
-    } cases[] = {{"Rock", true, 1, 0},
-                 {"A", true, 1, 0, TextureKind::kDiffuse, "diffuse",
-                  &qor::SmartMaterial::set_diffuse_texture},
-                 {"A", true, 1, 0, TextureKind::kOpacity, "opacity",
-                  &qor::SmartMaterial::set_opacity_texture},
-                 {"A", true, 1, 0, TextureKind::kSpecular, "specular",
-                  &qor::SmartMaterial::set_specular_texture},
-                 {"no/such: \"folder\"", true, 1, 0},
-                 {"No", false, 0, 1}};
+    } cases[] = {
+        {"Rock", 1, true, 1, 0}, {"A", 0, true, 1, 0}, {"A", 1, true, 1, 0},
+        {"A", 2, true, 1, 0},    {"A", 3, true, 1, 0}, {"no/such: \"folder\"", 1, true, 1, 0},
+        {"No", 1, false, 0, 1},
+    };
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder.path() / "textures");
     const std::string resources = folder.path().generic_u8string();
     const RegistryEntries velmora({{"HKEY_LOCAL_MACHINE", "SOFTWARE\\Quoria\\Velmora 11",
                                     "ResourceFolder", "\"" + resources + "\""}});
     for (const auto& one : cases) {
-        qor::SmartMaterial wanted("m");
-        (wanted.*one.set_texture)(resources + "/textures/" + one.material + "_" + one.word +
-                                  ".png");
+        const auto& kind = kKinds[one.kind];
+        Material wanted("m");
+        (wanted.*kind.set_texture)(resources + "/textures/" + one.material + "_" + kind.word +
+                                   ".png");
         for (const bool is_first : {true, false}) {
             SceneBuilder scene;
             if (is_first && !one.has_memory) {
@@ -99,10 +97,12 @@ TEST(ApplyTexmap, DrawsOtherMapsOnceAndAlwaysNamesTheirFile) {
             auto& map = scene.make<memhost::ProceduralMap>(memhost::solid({255, 0, 0, 255}));
             MaterialEntry entry;
             entry.material = std::make_shared<qor::SmartMaterial>("m");
-            apply_texmap(entry, &material, memhost::grid_mesh(1, 1, 1), &map, one.kind);
+            apply_texmap(entry, &material, memhost::grid_mesh(1, 1, 1), &map,
+                         static_cast<TextureKind>(one.kind));
             EXPECT_EQ(map.renders(), is_first ? one.first_drawn : one.second_drawn);
             EXPECT_EQ(scene.host().bitmaps().record().alive, 0);
-            EXPECT_EQ(entry.bump_channel, one.kind == TextureKind::kBump ? 1 : -1);
+            EXPECT_EQ(entry.*kind.channel, 1);
+            EXPECT_EQ(entry.bump_channel, one.kind == 1 ? 1 : -1);
             EXPECT_EQ(text_of(*entry.material), text_of(wanted));
         }
     }

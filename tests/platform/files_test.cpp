@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/clock.h"
-#include "platform/message_box.h"
 #include "platform/wide_text.h"
 #include "tests/support/temporary_folder.h"
 
@@ -49,27 +47,6 @@ TEST(WideText, ConvertsFromAndToUtf8) {
     EXPECT_EQ(utf8_from_wide({0xD800, L'a', 0xDC00}),
               "\xef\xbf\xbd"
               "a\xef\xbf\xbd");
-}
-
-TEST(Clock, FormatsTheTimeAndCountsTicks) {
-    const auto time = local_time_of_day();
-    ASSERT_TRUE(time);
-    ASSERT_EQ(time->size(), 8u);
-    EXPECT_EQ((*time)[2], ':');
-    EXPECT_EQ((*time)[5], ':');
-    const std::uint32_t before = tick_count();
-    EXPECT_LT(tick_count() - before, 60000u);
-}
-
-TEST(MessageBox, GoesToTheHandlerOfTheHost) {
-    std::string told;
-    set_message_box_handler(
-        [&](const std::string& text, const std::string& title, std::uint32_t style) {
-            told = title + ": " + text + " " + std::to_string(style);
-        });
-    show_message_box(nullptr, "text", "Error", kMessageBoxError);
-    set_message_box_handler({});
-    EXPECT_EQ(told, "Error: text 16");
 }
 
 }  // namespace

@@ -35,7 +35,6 @@ TEST_F(InstallationTest, IsFoundByPathThenByNameThenByNumber) {
         {{"user 9", "user 11"}, "C:\\Program Files\\Velmora 9\\", "", 5, 20, "user 9"},
         {{"user 9", "user 11"}, "C:\\Program Files\\Velmora 9", "", 5, 20, "user 9"},
         {{"user 9", "user 11"}, "/opt/Velmora 9/", "", 5, 20, "user 9"},
-        {{"user 9", "user 11"}, "D:/Velmora 9\\", "", 5, 20, "user 9"},
         {{"user 0", "user 11"}, "C:\\Program Files\\Velmora\\", "", 0, 20, "user 11"},
         {{"user 9", "user 11"}, "C:\\9\\", "", 5, 20, "user 11"},
         {{"user 9", "user 11"}, "C:\\Velmora 9\\", "", 10, 20, "user 11"},

@@ -4,7 +4,7 @@
 
 #include "importers/sceneapi/dev/build_time.h"
 #include "importers/sceneapi/dev/parameter_codes.h"
-#include "importers/sceneapi/dev/qorscene_api_file.h"
+#include "importers/sceneapi/dev/qorscene_api.h"
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/thrown_text.h"
@@ -88,15 +88,6 @@ TEST(LightFileFactory, ReportsAFullDisk) {
     const LightFileFactory dropped("/dev/full");  // its destructor must not throw
 }
 #endif
-
-TEST(SceneFile, OpensItsFileByName) {
-    const TemporaryFolder folder;
-    {
-        qorScene_api_file api(folder / "\xc3\xa9", true);
-        api.set_flags(1);
-    }
-    EXPECT_EQ(file_contents(folder / "\xc3\xa9"), "flags 1\n");
-}
 
 }  // namespace
 }  // namespace qor

@@ -11,8 +11,8 @@
 #include "importers/sceneapi/dev/scene_tree_search.h"
 #include "importers/sceneapi/dev/velmoralive_loader.h"
 #include "importers/sceneapi/dev/xml_nesting.h"
-#include "platform/dynamic_library.h"
 #include "tests/support/installation_entries.h"
+#include "tests/support/stand_in_library.h"
 
 namespace qor {
 namespace {
@@ -79,7 +79,7 @@ public:
     }
 };
 
-class FakeLibrary final : public live_library::Root, public live_library::QueryApi {
+class FakeLibrary final : public StandInLibrary {
 public:
     ~FakeLibrary() override { fake.calls.emplace_back("delete root"); }
     qorScene_api* get_scene_api(int, int) override {
@@ -101,9 +101,6 @@ public:
     }
     void disconnect() override { fake.calls.emplace_back("out"); }
     const char* scene_xml() override { return tree_; }
-    void reserved_2() override {}
-    void reserved_4() override {}
-    void reserved_5() override {}
 
 private:
     FakeScene scene_;
@@ -141,10 +138,8 @@ protected:
     // Installs the fake library, and keeps it loaded until `keeper_` is reset.
     void add_library(const std::string& name = "qorvelmoralive6_64.so") {
         fs::copy_file(VSQ_FAKE_LIVE_LIBRARY, folder_.path() / name);
-        keeper_ = platform::DynamicLibrary::open(folder_ / name);
-        ASSERT_TRUE(keeper_);
-        using SetBehaviour = void(live_library::Initialize*, void (*)());
-        reinterpret_cast<SetBehaviour*>(keeper_->find("set_behaviour"))(
+        keeper_ = load_fake_library(
+            folder_ / name,
             []() -> live_library::Root* { return fake.gives ? new FakeLibrary : nullptr; },
             [] { fake.calls.emplace_back("unload"); });
     }

@@ -85,7 +85,7 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
         std::string answer;  // to the save dialog
         bool cancelled, forgets, shows_bar;
         std::string told;
-        bool breaks = false;
+        bool breaks = false, refuses_bar = false;
     } cases[] = {
         {"an export", kExportCommand, target, false, true, true, ""},
         {"a cancelled export", kExportCommand, target, true, true, true, ""},
@@ -94,6 +94,8 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
          "Error: could not open file: \"" + missing + "\""},
         {"an unknown failure", kExportCommand, target, false, false, true,
          "Error: The command failed for an unknown reason.", true},
+        {"an export while another bar is open", kExportCommand, folder / "b", false, true, false,
+         "", false, true},
         {"a render without a renderer", kRenderCommand, "", false, true, true, no_link},
         {"an update without one", kUpdateCommand, "", false, true, true, no_link},
         {"an unknown command", 7, "", false, false, false, ""},
@@ -101,13 +103,19 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
     for (const auto& command : cases) {
         SCOPED_TRACE(command.what);
         std::string told;
-        platform::set_message_box_handler([&told](const std::string& text, const std::string& title,
-                                                  std::uint32_t) { told += title + ": " + text; });
+        platform::set_message_box_handler(
+            [&told](const std::string& text, const std::string& title, std::uint32_t style) {
+                EXPECT_EQ(style, 16u);  // an error's
+                told += title + ": " + text;
+            });
         SceneBuilder scene;
         const auto built = scene.node(L"a");
         INode* node = &built.node();
         if (command.breaks) {
             built.make_object<BrokenObject>();
+        }
+        if (command.refuses_bar) {
+            scene.host().strict().set(memhost::StrictRule::kProgressRefused);
         }
         scene.host().answer_save_dialog(command.answer);
         scene.host().cancel_at_poll(command.cancelled ? 1 : 0);
@@ -129,6 +137,7 @@ TEST(Callback, ForgetsTheChangedNodesOnceACommandHasEnded) {
         }
     }
     platform::set_message_box_handler({});
+    EXPECT_NE(file_contents(folder / "b"), "") << "without a bar";
 }
 
 // The host may send events while a command runs. Nodes may go between two commands, and new ones
@@ -162,16 +171,6 @@ TEST(Callback, StandsEventsInTheMiddleOfACommand) {
     scene.node(L"last").mesh(memhost::box_mesh(1, 1, 1));
     EXPECT_TRUE(callback.ExecuteAction(kExportCommand));
     EXPECT_NE(file_contents(folder / "s.vsq").find("group \"last\""), std::string::npos);
-}
-
-TEST(Callback, ExportsWithoutABarIfAnotherOneIsOpen) {
-    const TemporaryFolder folder;
-    SceneBuilder scene;
-    scene.host().strict().set(memhost::StrictRule::kProgressRefused);
-    scene.host().answer_save_dialog(folder / "s.vsq");
-    callback_of(scene).ExecuteAction(kExportCommand);
-    EXPECT_GT(file_contents(folder / "s.vsq").size(), 0u);
-    EXPECT_EQ(scene.host().progress().ended, 0);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <memory>
@@ -70,17 +71,12 @@ inline float corner_angle(const Mesh& mesh, const Face& face, int corner) {
     const Point3 r = mesh.verts[face.v[(corner + 2) % 3]];
     Point3 e1 = q - p;
     Point3 e2 = p - r;
-    if (e1.Length() == 0) {
+    if (e1.Length() == 0 || e2.Length() == 0) {
         return 0;
     }
     e1 = e1 * (1.0f / e1.Length());
-    if (e2.Length() == 0) {
-        return 0;
-    }
     e2 = e2 * (1.0f / e2.Length());
-    float d = e1 % e2;
-    d = d < -1 ? -1 : d;
-    d = d > 1 ? 1 : d;
+    const float d = std::clamp(e1 % e2, -1.0f, 1.0f);
     return static_cast<float>(std::acos(static_cast<double>(d)));
 }
 

@@ -4,18 +4,17 @@
 #include <string>
 
 #include "importers/sceneapi/dev/qorscene_api_file.h"
-#include "platform/files.h"
 #include "tests/support/temporary_folder.h"
 
-/// The bytes that the file back end writes for some calls.
+/// The bytes that the file back end writes for some calls. The file's name isn't ASCII, to test
+/// that it is read as UTF-8.
 inline std::string written_by(const std::function<void(qorScene_api_file&)>& calls,
                               bool binary_arrays = true) {
     const TemporaryFolder folder;
-    std::FILE* stream = platform::open_file(folder / "scene", "wb");
+    const std::string path = folder / "sc\xc3\xa9ne";
     {
-        qorScene_api_file api(stream, binary_arrays);
+        qorScene_api_file api(path, binary_arrays);
         calls(api);
     }
-    std::fclose(stream);
-    return file_contents(folder / "scene");
+    return file_contents(path);
 }

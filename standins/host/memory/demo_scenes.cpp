@@ -1,6 +1,7 @@
 #include "standins/host/memory/demo_scenes.h"
 
 #include "standins/host/memory/demo_cameras.h"
+#include "standins/host/memory/demo_changing.h"
 #include "standins/host/memory/demo_curves.h"
 #include "standins/host/memory/demo_deforming.h"
 #include "standins/host/memory/demo_layers.h"
@@ -90,6 +91,8 @@ const std::vector<DemoScene>& demo_scenes() {
          "meshes that change shape: a flag, a crate whose faces change, one that rests",
          build_deforming},
         {"hair", "hair of one and of two colours, on meshes with and without a name", build_hair},
+        {"changing", "colours, values, curves, shapes, lights and a lens that change with time",
+         build_changing},
     };
     return scenes;
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""fault_injection_test.py BIN: fails each system call that opens, writes or closes an output, one
+"""fault_injection.py BIN: fails each system call that opens, writes or closes an output, one
 after the other, and looks at what the user is told. Each call of the live link gets a renderer that
 dies, hangs or answers nonsense. BIN is the folder of the programs."""
 
