@@ -169,13 +169,15 @@ TEST(StrictHost, LosesOnlyWhatItFails) {
          [](SceneBuilder& scene, bool strict) {
              scene.layer(L"below").set_parent(&scene.layer(L"above"));
              scene.layer(L"above").set_hidden();
-             scene.node(L"a").layer(L"below").mesh(box_mesh(1, 1, 1)).hidden(!strict);
+             const NodeBuilder node = scene.node(L"a").layer(L"below");
+             strict ? node.mesh(box_mesh(1, 1, 1)) : node;
          }},
         {"categories-hide",
          [](SceneBuilder& scene, bool strict) {
-             scene.node(L"C").hidden(!strict).camera();
-             scene.node(L"L").hidden(!strict).make_object<OmniLight>();
-             hair(scene).hidden(!strict);
+             scene.node(L"C").camera();
+             const NodeBuilder light = scene.node(L"L");
+             strict ? light.object(std::make_shared<OmniLight>()) : light;
+             strict ? hair(scene) : scene.node(L"h");
          }},
     };
     for (const auto& one : cases) {
