@@ -44,23 +44,6 @@ TEST(NodeWalk, NodesWithoutAnObjectHaveNoMatrix) {
                                          group("hidden none", moved_to("4")));
 }
 
-// Nodes with these objects have a group and a matrix, but no contents.
-TEST(NodeWalk, WritesAGroupAndAMatrixForEveryKindOfObject) {
-    const std::pair<SClass_ID, Class_ID> kinds[] = {
-        {GEOMOBJECT_CLASS_ID, Class_ID(1, 2)}, {GEOMOBJECT_CLASS_ID, Class_ID(TARGET_CLASS_ID, 0)},
-        {LIGHT_CLASS_ID, Class_ID(1, 2)},      {SHAPE_CLASS_ID, Class_ID(1, 2)},
-        {HELPER_CLASS_ID, Class_ID(1, 2)},
-    };
-    for (const auto& [superclass, class_id] : kinds) {
-        SceneBuilder scene;
-        scene.node(L"n")
-            .make_object<memhost::PlainObject>(superclass, class_id)
-            .set_deformable(true)
-            .set_validity(Interval(0, 0));
-        EXPECT_EQ(exported_nodes(scene), group("n")) << superclass;
-    }
-}
-
 // Children of a node with a singular matrix are written. NaN is written too; the host's product
 // with the root's matrix spreads it over the row.
 TEST(NodeWalk, SingularAndInvalidMatrices) {

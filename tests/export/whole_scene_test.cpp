@@ -24,9 +24,7 @@ const Class_ID kBone(0x28bf6e8d, 0x2ecca840);
 
 // What a changing object takes for the time: the time itself, or always the same tick.
 using Clock = std::function<TimeValue(TimeValue)>;
-TimeValue running(TimeValue t) {
-    return t;
-}
+const Clock running = [](TimeValue t) { return t; };
 Clock stopped_at(int frame) {
     return [frame](TimeValue) { return frame * kFrame; };
 }

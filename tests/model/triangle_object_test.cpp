@@ -107,15 +107,5 @@ TEST(TriangleObject, IsWrittenAsAReferenceOnceItIsDefined) {
     EXPECT_EQ(object.vertices().capacity(), 0u);
 }
 
-TEST(TriangleObject, PassesOnItsStorage) {
-    TriangleObject object = one_triangle();
-    const float* const memory = object.vertices().data();
-    TriangleArrays storage = object.take_arrays();
-    EXPECT_EQ(object.vertices().capacity(), 0u);
-    storage.clear();
-    storage.vertices.resize(9);
-    EXPECT_EQ(storage.vertices.data(), memory);
-}
-
 }  // namespace
 }  // namespace qor

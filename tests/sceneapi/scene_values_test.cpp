@@ -16,7 +16,8 @@ constexpr float kLargest = std::numeric_limits<float>::max();
 
 // The text of a parameter's value in the quoted form, without name and comma.
 std::string value_text(std::int32_t code, const void* value) {
-    const std::string line = written_by([&](Api& a) { a.set_parameter("n", code, value); });
+    const std::string line =
+        written_by([&](Api& a) { EXPECT_TRUE(a.set_parameter("n", code, value)) << code; });
     EXPECT_EQ(line.substr(0, 4), "\"n\" ");
     EXPECT_EQ(line.substr(line.size() - 2), ",\n");
     return line.substr(4, line.size() - 6);
