@@ -178,6 +178,7 @@ TEST_F(LinkFactoryTest, ChoosesAmongTheRunningRenderers) {
         {{{11, 7, kUnnamed, 1}}, "", false, 0, false},
         {{{9, 7, kEmpty, 1}, {10, 8, kOther, 2}, {10, 9, kEmpty, 3}}, "", true, 2, false},
         {{{9, 7, "<scene>", 1}}, "", true, 1, false},
+        {{{9, 7, "<scene>", 1}}, "", false, 0, false},
         {{{11, 7, kOther, 1}, {9, 8, kEmpty, 2}, {10, 9, kEmpty, 3}}, "", false, 3, false},
         {{{9, 7, kEmpty, 1}, {9, 8, kEmpty, 2}}, "", false, 1, false},
         {{{5, 7, kEmpty, 1}, {12, 8, kEmpty, 2}}, "", true, 0, false},
