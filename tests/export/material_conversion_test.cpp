@@ -158,7 +158,7 @@ TEST_F(MaterialConversion, TakesTheMapsOfABlockByTheirLocalNames) {
     block.map(1, L"texmap_diffuse_color", image("other")).local_name(1, L"d");
     block.map(2, L"texmap_specular_glossiness", image("specular"));
     block.map(3, L"texmap_bump", image("bump")).number(4, L"texmap_bump", 1);
-    block.number(5, L"amount", 30);
+    block.number(5, L"amount", 30).number(9, L"behind a gap", 1);
     wanted_.set_bump_height(1.5f);
     want_textures("diffuse", "specular", "bump");
     expect_wanted(material);
