@@ -12,7 +12,8 @@
 
 #include "standins/host/sdk/max.h"
 
-/// A model's motion, computed with assimp's own types. Times are ticks of the host.
+/// A model and its motion if it has one, computed with assimp's own types. Times are ticks of the
+/// host.
 class AssimpMotion {
 public:
     AssimpMotion(const std::string& path, double ticks_per_second)
@@ -31,7 +32,7 @@ public:
     }
 
     aiMatrix4x4 local(const aiNode& node, TimeValue t) const {
-        for (unsigned i = 0; i < animation().mNumChannels; ++i) {
+        for (unsigned i = 0; model_->HasAnimations() && i < animation().mNumChannels; ++i) {
             const aiNodeAnim& channel = *animation().mChannels[i];
             if (channel.mNodeName == node.mName) {
                 const aiQuaternion turn = at(channel.mRotationKeys, channel.mNumRotationKeys, t);
@@ -55,7 +56,8 @@ public:
         for (unsigned i = 0; i < mesh.mNumAnimMeshes; ++i) {
             weights.push_back(mesh.mAnimMeshes[i]->mWeight);
         }
-        for (unsigned i = 0; i < animation().mNumMorphMeshChannels; ++i) {
+        for (unsigned i = 0; model_->HasAnimations() && i < animation().mNumMorphMeshChannels;
+             ++i) {
             const aiMeshMorphAnim& channel = *animation().mMorphMeshChannels[i];
             if (channel.mName == node.mName) {
                 const auto [a, b, part] = around(channel.mKeys, channel.mNumKeys, t);

@@ -1,13 +1,9 @@
-#include <algorithm>
 #include <string>
 #include <tuple>
-#include <vector>
 
 #include <gmock/gmock.h>
 
-#include "tests/import/exported_tracks.h"
 #include "tests/import/imported_model.h"
-#include "tests/support/exported_scene.h"
 
 namespace {
 
@@ -27,20 +23,11 @@ void expect_camera(const std::string& file, const std::string& name, const Point
     EXPECT_NEAR(state.fov * 57.29578f, lens.fov_degrees, 1e-2f);
     EXPECT_EQ(state.manualClip ? state.hither : 0, lens.near_plane);
 
-    // The file has a matrix, or a track of which this takes the first one.
-    const std::string text = exported(scene);
-    const size_t block = text.find("camera \"" + name + "\" {");
-    ASSERT_NE(block, std::string::npos);
-    const std::vector<double> m = numbers_after(
-        text, std::min(text.find("\ntransform ", block), text.find("\"matrices\" [ ", block)));
-    ASSERT_GE(m.size(), 16u);
-    const auto row = [&m](size_t i) {
-        return Point3(static_cast<float>(m[4 * i]), static_cast<float>(m[4 * i + 1]),
-                      static_cast<float>(m[4 * i + 2]));
-    };
-    EXPECT_LT((row(3) - place).Length(), 1e-3f);
-    EXPECT_LT((row(2).Normalize() - (place - seen).Normalize()).Length(), 1e-3f) << "direction";
-    EXPECT_LT((row(1).Normalize() - up).Length(), 1e-3f);
+    const Matrix3 world = scene.find(name).GetNodeTM(0);
+    EXPECT_LT((world.GetTrans() - place).Length(), 1e-3f);
+    EXPECT_LT((world.GetRow(2).Normalize() - (place - seen).Normalize()).Length(), 1e-3f)
+        << "direction";
+    EXPECT_LT((world.GetRow(1).Normalize() - up).Length(), 1e-3f);
 }
 
 // Positions, targets and angles are those of the files, rotated to Z up.

@@ -139,6 +139,11 @@ expect 1 1 'map-not-written: .*textures/Tiles_diffuse.png.*and 9 more' \
 check "the summary is printed all the same" grep -q '10 textures' stdout
 mkdir textures
 
+# A pipe has no length, so the count of an array in it can't be checked in advance.
+expect 0 0 '' "$vsqinfo" <(cat l.vsq)
+array=$(grep -abo -m1 '"triangles" \[' l.vsq)
+expect 1 1 'the file ends' "$vsqinfo" <(head -c $((${array%%:*} + 25)) l.vsq)
+
 # A mesh file is recognised by its contents.
 printf 'qorT\3\0\0\0' >mesh.vsq
 expect 1 1 'mesh.vsq: offset 8: the file ends' "$vsqinfo" mesh.vsq
@@ -154,6 +159,8 @@ echo 'no model' >broken.gltf
 expect 1 1 'missing.glb' "$vsqexport" export missing.glb none.vsq
 expect 1 1 'broken.gltf' "$vsqexport" export broken.gltf none.vsq
 expect 1 1 "$samples" "$vsqexport" export "$samples" none.vsq
+expect 1 1 "'none' \(known: hierarchy" "$vsqexport" export demo:none none.vsq
+expect 1 1 'it is a folder' "$vsqexport" export demo:hierarchy .
 expect 2 1 "'Nothing'" "$vsqexport" export demo:hierarchy none.vsq --set Nothing=1
 expect 2 1 "'maybe'" "$vsqexport" export demo:hierarchy none.vsq --set Bones=maybe
 expect 2 1 "'furlong'" "$vsqexport" export demo:hierarchy none.vsq --unit furlong

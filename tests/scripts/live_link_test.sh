@@ -137,8 +137,10 @@ for entry in "${wanted[@]}"; do
     [[ ${entry%%|*} -gt 7 ]] && matrices=6
     [[ $(LC_ALL=C grep -ac '^transform ' "$received") == "$matrices" ]] ||
         fail "$received: the matrices"
-    flags=32768
-    [[ ${entry%%|*} == 6 ]] && flags=33792
+    flags=32768 camera=off
+    [[ ${entry%%|*} == 6 ]] && flags=33792 camera=on
+    [[ $(grep -ao 'import_adjust_[ce].*' "$received") == \
+        "import_adjust_camera\" $camera,"$'\nimport_adjust_environment" on,' ]] || fail "$received: adjusts"
     [[ $(LC_ALL=C grep -am1 '^flags ' "$received") == "flags $flags" ]] || fail "$received: flags"
 done
 [[ $(grep -c '^update: 0 objects, 0 cameras, 7 matrices of nodes sent to Velmora 11' stdout) == 3 ]] ||

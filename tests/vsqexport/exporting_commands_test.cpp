@@ -11,6 +11,7 @@
 #include "tests/support/qort_bytes.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/thrown_text.h"
+#include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/interruption.h"
 #include "tools/vsqexport/settings_file.h"
 
@@ -42,6 +43,15 @@ TEST(ExportReport, WarnsAboutMatricesThatAreNotFiniteAndRefusesACutFile) {
     std::filesystem::resize_file(folder.path() / "s.vsq",
                                  file_contents(folder / "s.vsq").size() - 3);
     EXPECT_THROW(vsqexport::report_on_file(folder / "s.vsq", 0), std::runtime_error);
+}
+
+TEST(ExportTarget, IsCheckedWithoutBeingChanged) {
+    const TemporaryFolder folder;
+    std::ofstream(folder.path() / "old") << "old";
+    vsqexport::check_export_target(folder / "old", "demo:hierarchy");
+    vsqexport::check_export_target(folder / "new", "demo:hierarchy");
+    EXPECT_EQ(file_contents(folder / "old"), "old");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "new"));
 }
 
 TEST(AnimationCommand, ReportsWhatItWrote) {

@@ -154,22 +154,6 @@ TEST(VsqReader, RefusesAMalformedFileWithOffsetAndReason) {
     }
 }
 
-// A pipe has no length, so the count of a body can't be checked in advance.
-TEST(VsqReader, ReadsAPipe) {
-    struct Pipe : std::stringbuf {
-        using std::stringbuf::stringbuf;
-        pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
-    };
-    const auto read_pipe = [](const std::string& file) {
-        Pipe pipe(file);
-        std::istream stream(&pipe);
-        return vsqinfo::read_vsq(stream);
-    };
-    const std::string file = in_root(binary("a", 'f', {1, 2, 3}));
-    EXPECT_EQ(read_pipe(file).file_size, file.size());
-    EXPECT_THROW(read_pipe(file.substr(0, file.size() - 10)), vsqinfo::MalformedFile);
-}
-
 TEST(VsqReader, ReadsBodiesAndNestingBeyondItsBuffer) {
     constexpr std::uint32_t kCount = 300000;  // more than a megabyte
     std::vector<std::uint32_t> indices(kCount);
