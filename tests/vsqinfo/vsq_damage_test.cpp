@@ -88,4 +88,15 @@ TEST(DamagedFile, IsRefusedIfCutShortAtAnyByte) {
     }
 }
 
+// A write that failed half-way can leave a gap, or two files run together.
+TEST(DamagedFile, IsRefusedWithAHoleInIt) {
+    const std::string file = rich_file();
+    const std::size_t root = file.find("\ngroup \"object\"");
+    const std::size_t array = file.find("\"vertices\"") + 20;
+    for (std::size_t hole = 1; hole < 64; ++hole) {
+        EXPECT_TRUE(refusal(file.substr(0, array) + file.substr(array + hole))) << hole;
+    }
+    EXPECT_TRUE(refusal(file.substr(0, root + 40) + file));
+}
+
 }  // namespace
