@@ -53,12 +53,18 @@ bool ByteSource::fill(std::size_t count) {
     return filled_ >= count;
 }
 
+void ByteSource::take(std::size_t count) {
+    const unsigned char* const first = buffer_.get() + position_;
+    line_ += static_cast<std::uint64_t>(std::count(first, first + count, '\n'));
+    position_ += count;
+}
+
 std::size_t ByteSource::read(unsigned char* target, std::size_t count) {
     std::size_t taken = 0;
     while (taken < count && peek() != kEnd) {
         const std::size_t part = std::min(count - taken, filled_ - position_);
         std::memcpy(target + taken, buffer_.get() + position_, part);
-        position_ += part;
+        take(part);
         taken += part;
     }
     return taken;
@@ -68,7 +74,7 @@ std::uint64_t ByteSource::skip(std::uint64_t count) {
     std::uint64_t taken = 0;
     while (taken < count && peek() != kEnd) {
         const std::uint64_t part = std::min<std::uint64_t>(count - taken, filled_ - position_);
-        position_ += static_cast<std::size_t>(part);
+        take(static_cast<std::size_t>(part));
         taken += part;
     }
     return taken;

@@ -8,6 +8,15 @@
 
 namespace vsqinfo {
 
+/// A place in a file.
+struct FilePlace {
+    std::uint64_t offset = 0;  ///< counted from 0
+    std::uint64_t line = 0;    ///< counted from 1, as an editor does; 0 if there are no lines
+
+    /// The place `bytes` further on, with the same line.
+    FilePlace plus(std::uint64_t bytes) const { return {offset + bytes, line}; }
+};
+
 /// Reads the bytes of a stream in order, with their offsets and a look-ahead of two bytes.
 ///
 /// Holds one buffer of fixed size, whatever the length of the stream. Every operation throws
@@ -22,6 +31,9 @@ public:
     /// The offset of the next byte, which is also the number of bytes taken.
     std::uint64_t offset() const { return buffer_offset_ + position_; }
 
+    /// The place of the next byte.
+    FilePlace place() const { return {offset(), line_}; }
+
     /// The number of bytes up to the end. Nothing if the length is unknown, as for a pipe.
     std::optional<std::uint64_t> bytes_left() const;
 
@@ -32,7 +44,10 @@ public:
     int peek_second() { return position_ + 1 < filled_ || fill(2) ? buffer_[position_ + 1] : kEnd; }
 
     /// Takes the byte that `peek` has just shown.
-    void drop() { ++position_; }
+    void drop() {
+        line_ += buffer_[position_] == '\n' ? 1 : 0;
+        ++position_;
+    }
 
     /// Takes up to `count` bytes into `target` and returns the number taken, which is smaller than
     /// `count` only at the end of the stream.
@@ -42,6 +57,9 @@ public:
     std::uint64_t skip(std::uint64_t count);
 
 private:
+    /// Takes `count` bytes, which the buffer must hold.
+    void take(std::size_t count);
+
     /// Reads until the buffer holds `count` bytes, 1 or 2, ahead; false if there are fewer.
     bool fill(std::size_t count);
 
@@ -50,6 +68,7 @@ private:
     std::size_t position_ = 0;
     std::size_t filled_ = 0;
     std::uint64_t buffer_offset_ = 0;  // offset of the first byte in the buffer
+    std::uint64_t line_ = 1;
     std::optional<std::uint64_t> length_;
 };
 

@@ -35,7 +35,7 @@ void GroupTree::block_ends() {
     is_shown_.pop_back();
 }
 
-void GroupTree::matrix(const VsqMatrix& matrix, bool replaces) {
+void GroupTree::matrix(const VsqMatrix& matrix, bool replaces, FilePlace) {
     begin_line();
     out_ << (replaces ? "set transform" : "transform");
     for (std::size_t i = 0; i < matrix.size(); ++i) {

@@ -17,7 +17,7 @@ public:
 
     void block_begins(const VsqBlock& block) override;
     void block_ends() override;
-    void matrix(const VsqMatrix& matrix, bool replaces) override;
+    void matrix(const VsqMatrix& matrix, bool replaces, FilePlace) override;
 
 private:
     void begin_line();

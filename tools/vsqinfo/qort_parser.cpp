@@ -29,17 +29,19 @@ constexpr uint64_t kWordSize = 4;
 constexpr uint64_t kTriangleSize = 3 * kWordSize;
 constexpr uint64_t kFrameWords = 10;
 
-enum Tag : uint32_t {
-    kTriangles = 1,
-    kVertices = 2,
-    kNormals = 3,
-    kNormalIndices = 4,
-    kUvs = 5,
-    kUvIndices = 6,
-    kColours = 7,
-    kInterleaved = 8,
-    kFrames = 9,
-};
+constexpr uint32_t tag_of(QortArray array) {
+    return static_cast<uint32_t>(array);
+}
+
+constexpr uint32_t kTriangles = tag_of(QortArray::kTriangles);
+constexpr uint32_t kVertices = tag_of(QortArray::kVertices);
+constexpr uint32_t kNormals = tag_of(QortArray::kNormals);
+constexpr uint32_t kNormalIndices = tag_of(QortArray::kNormalIndices);
+constexpr uint32_t kUvs = tag_of(QortArray::kUvs);
+constexpr uint32_t kUvIndices = tag_of(QortArray::kUvIndices);
+constexpr uint32_t kColours = tag_of(QortArray::kColours);
+constexpr uint32_t kInterleaved = tag_of(QortArray::kInterleaved);
+constexpr uint32_t kFrames = tag_of(QortArray::kFrames);
 
 struct TagInfo {
     const char* what;
@@ -109,27 +111,30 @@ void QortParser::read_header() {
     for (const unsigned char wanted : kMagic) {
         const int next = source_.peek();
         if (next == ByteSource::kEnd) {
-            fail(source_.offset(), "the file ends inside its header");
+            fail(source_.offset(), "the file ends inside its header", Check::kCutShort);
         }
         if (next != wanted) {
-            fail(source_.offset(), "a mesh file begins with \"qorT\"");
+            fail(source_.offset(), "a mesh file begins with \"qorT\"", Check::kHeader);
         }
         source_.drop();
     }
     constexpr char kHeader[] = "its header";
     summary_.version = read_word(kHeader);
     if (summary_.version != kVersion) {
-        fail(kVersionOffset, "version " + std::to_string(summary_.version) + " is not known");
+        fail(kVersionOffset, "version " + std::to_string(summary_.version) + " is not known",
+             Check::kHeader);
     }
     const uint32_t has_frames = read_word(kHeader);
     if (has_frames > 1) {
         fail(kHasFramesOffset,
-             "the mark for frames is " + std::to_string(has_frames) + ", not 0 or 1");
+             "the mark for frames is " + std::to_string(has_frames) + ", not 0 or 1",
+             Check::kHeader);
     }
     has_frames_ = has_frames == 1;
     const uint32_t frames_offset = read_word(kHeader);
     if (frames_offset != (has_frames_ ? kHeaderSize : 0)) {
-        fail(kFramesOffsetOffset, "the frames do not begin at " + std::to_string(frames_offset));
+        fail(kFramesOffsetOffset, "the frames do not begin at " + std::to_string(frames_offset),
+             Check::kHeader);
     }
     for (std::array<float, 3>* corner : {&summary_.box_minimum, &summary_.box_maximum}) {
         for (float& coordinate : *corner) {
@@ -141,15 +146,17 @@ void QortParser::read_header() {
     for (; source_.offset() < kHeaderSize; source_.drop()) {
         const int next = source_.peek();
         if (next == ByteSource::kEnd) {
-            fail(source_.offset(), std::string("the file ends inside ") + kHeader);
+            fail(source_.offset(), std::string("the file ends inside ") + kHeader,
+                 Check::kCutShort);
         }
         if (next != 0) {
-            fail(source_.offset(), "a reserved byte of the header is not 0");
+            fail(source_.offset(), "a reserved byte of the header is not 0", Check::kHeader);
         }
     }
     data_size_ = kHeaderSize;
     if (!has_frames_ && data_end_ != kHeaderSize) {
-        fail(kDataEndOffset, "the end of the data is not " + std::to_string(kHeaderSize));
+        fail(kDataEndOffset, "the end of the data is not " + std::to_string(kHeaderSize),
+             Check::kHeader);
     }
 }
 
@@ -182,7 +189,8 @@ void QortParser::read_separate_arrays(const LargestIndex& largest_vertex) {
         const uint64_t offset = block_->offset;
         summary_.colours = read_elements(kColours);
         if (summary_.colours != summary_.vertices) {
-            fail(offset + kSizeInHead, "there are not as many colours as vertices");
+            fail(offset + kSizeInHead, "there are not as many colours as vertices",
+                 Check::kMeshLengths);
         }
     }
 }
@@ -213,7 +221,8 @@ void QortParser::read_attributes(uint32_t tag, uint32_t index_tag, const FrameRa
     const LargestIndex largest = read_indices(index_tag, index_count);
     if (index_count != summary_.triangles) {
         fail(index_offset + kSizeInHead,
-             std::string("there are not as many ") + kTags[index_tag].what + " as triangles");
+             std::string("there are not as many ") + kTags[index_tag].what + " as triangles",
+             Check::kMeshLengths);
     }
     check_largest(largest, indexed_count(range, count), range.what);
 }
@@ -247,7 +256,7 @@ uint64_t QortParser::read_positions(uint32_t tag) {
             const float coordinate = float_of(word);
             if (!std::isnan(coordinate) && !(coordinate >= summary_.box_minimum[place] &&
                                              coordinate <= summary_.box_maximum[place])) {
-                fail(offset, "a vertex lies outside of the box in the header");
+                fail(offset, "a vertex lies outside of the box in the header", Check::kMeshBox);
             }
         }
         place = place + 1 < words_per_vertex ? place + 1 : 0;
@@ -266,8 +275,10 @@ void QortParser::read_block_head() {
     const uint64_t offset = source_.offset();
     if (source_.peek() == ByteSource::kEnd) {
         if (has_frames_ && !summary_.is_interleaved && data_size_ < data_end_) {
-            fail(offset, "the file ends " + std::to_string(data_end_ - data_size_) +
-                             " bytes before the end of its data");
+            fail(offset,
+                 "the file ends " + std::to_string(data_end_ - data_size_) +
+                     " bytes before the end of its data",
+                 Check::kCutShort);
         }
         block_.reset();
         return;
@@ -285,7 +296,7 @@ void QortParser::read_block_head() {
     }
     const std::optional<uint64_t> left = source_.bytes_left();
     if (left && *left < size) {
-        fail(source_.offset() + *left, "the file ends inside " + block_text(tag));
+        fail(source_.offset() + *left, "the file ends inside " + block_text(tag), Check::kCutShort);
     }
     block_ = Block{tag, offset, size};
 }
@@ -293,7 +304,7 @@ void QortParser::read_block_head() {
 // Returns the number of the block's elements.
 uint64_t QortParser::begin_block(uint32_t tag) {
     if (!block_) {
-        fail(source_.offset(), "the file ends before " + block_text(tag));
+        fail(source_.offset(), "the file ends before " + block_text(tag), Check::kCutShort);
     }
     if (block_->tag != tag) {
         fail(block_->offset, block_text(block_->tag) + " comes instead of " + block_text(tag));
@@ -306,13 +317,13 @@ void QortParser::end_block() {
     const uint32_t tag = block_->tag;
     data_size_ += block_->size;
     if (has_frames_ && !summary_.is_interleaved && data_size_ > data_end_) {
-        fail(kDataEndOffset, "the data is longer than the header says");
+        fail(kDataEndOffset, "the data is longer than the header says", Check::kMeshEnd);
     }
     const bool may_be_whole = tag != kFrames && tag != kTriangles;
     const bool is_whole = tag == kColours || tag == kInterleaved ||
                           (may_be_whole && has_frames_ && data_size_ == data_end_);
     if (is_whole && source_.peek() != ByteSource::kEnd) {
-        fail(source_.offset(), "the file goes on after the end of the data");
+        fail(source_.offset(), "the file goes on after the end of the data", Check::kMeshEnd);
     }
     read_block_head();
 }
@@ -325,13 +336,15 @@ void QortParser::check_ranges(const FrameRange& range, uint64_t total) const {
         if (end > total) {
             fail(record_offset(i) + range.offset,
                  "a frame uses " + std::string(range.what) + " up to " + std::to_string(end) +
-                     ", but the file has " + std::to_string(total));
+                     ", but the file has " + std::to_string(total),
+                 Check::kMeshFrames);
         }
         used = std::max(used, end);
     }
     if (has_frames_ && used < total) {
         fail(record_offset(summary_.frames.size() - 1) + range.offset,
-             "no frame uses the last " + std::to_string(total - used) + " " + range.what);
+             "no frame uses the last " + std::to_string(total - used) + " " + range.what,
+             Check::kMeshFrames);
     }
 }
 
@@ -341,11 +354,11 @@ void QortParser::check_parallel(const FrameRange& range, uint64_t total,
     const std::string reason =
         std::string("there are not as many ") + range.what + " as vertices, but no indices";
     if (!has_frames_ && total != summary_.vertices) {
-        fail(block_offset + kSizeInHead, reason);
+        fail(block_offset + kSizeInHead, reason, Check::kMeshLengths);
     }
     for (std::size_t i = 0; i < summary_.frames.size(); ++i) {
         if (summary_.frames[i].*range.count != summary_.frames[i].vertices_count) {
-            fail(record_offset(i) + range.offset + kWordSize, reason);
+            fail(record_offset(i) + range.offset + kWordSize, reason, Check::kMeshLengths);
         }
     }
 }
@@ -353,8 +366,9 @@ void QortParser::check_parallel(const FrameRange& range, uint64_t total,
 void QortParser::check_largest(const LargestIndex& largest, uint64_t count,
                                const char* what) const {
     if (largest.index >= count) {
-        fail(largest.offset, "index " + std::to_string(largest.index) + " of " +
-                                 std::to_string(count) + " " + what);
+        fail(largest.offset,
+             "index " + std::to_string(largest.index) + " of " + std::to_string(count) + " " + what,
+             Check::kMeshIndex);
     }
 }
 
@@ -378,7 +392,7 @@ uint64_t QortParser::record_offset(std::size_t frame) const {
 uint32_t QortParser::read_word(const char* where) {
     unsigned char bytes[kWordSize];
     if (source_.read(bytes, sizeof bytes) != sizeof bytes) {
-        fail(source_.offset(), std::string("the file ends inside ") + where);
+        fail(source_.offset(), std::string("the file ends inside ") + where, Check::kCutShort);
     }
     return word_at(bytes);
 }
@@ -387,21 +401,29 @@ template <typename Visit>
 void QortParser::read_words(uint64_t count, Visit visit) {
     constexpr std::size_t kWordsAtOnce = 4096;
     unsigned char bytes[kWordsAtOnce * kWordSize];
+    uint32_t numbers[kWordsAtOnce];
+    const bool is_listened_to = listener_.array_begins(
+        static_cast<QortArray>(block_->tag), block_->size / kTags[block_->tag].element_size);
     while (count > 0) {
         const std::size_t words = static_cast<std::size_t>(std::min<uint64_t>(count, kWordsAtOnce));
         const uint64_t offset = source_.offset();
         if (source_.read(bytes, words * kWordSize) != words * kWordSize) {
-            fail(source_.offset(), "the file ends inside " + block_text(block_->tag));
+            fail(source_.offset(), "the file ends inside " + block_text(block_->tag),
+                 Check::kCutShort);
         }
         for (std::size_t i = 0; i < words; ++i) {
-            visit(word_at(bytes + i * kWordSize), offset + i * kWordSize);
+            numbers[i] = word_at(bytes + i * kWordSize);
+            visit(numbers[i], offset + i * kWordSize);
+        }
+        if (is_listened_to) {
+            listener_.array_words(numbers, words, offset);
         }
         count -= words;
     }
 }
 
-void QortParser::fail(uint64_t offset, const std::string& reason) const {
-    throw MalformedFile(offset, reason);
+void QortParser::fail(uint64_t offset, const std::string& reason, Check check) const {
+    throw MalformedFile({offset, 0}, reason, check);
 }
 
 }  // namespace vsqinfo

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "tools/vsqinfo/byte_source.h"
+#include "tools/vsqinfo/check_table.h"
+#include "tools/vsqinfo/qort_listener.h"
 #include "tools/vsqinfo/qort_summary.h"
 
 namespace vsqinfo {
@@ -13,7 +15,9 @@ namespace vsqinfo {
 /// Reads one mesh file in one pass, for `read_qort`.
 class QortParser {
 public:
-    explicit QortParser(std::istream& stream) : source_(stream) {}
+    /// Both are borrowed; `listener` may be null.
+    QortParser(std::istream& stream, QortListener* listener)
+        : source_(stream), listener_(listener ? *listener : no_listener_) {}
 
     /// Call this only once.
     QortSummary read();
@@ -72,9 +76,12 @@ private:
     std::uint32_t read_word(const char* where);
     template <typename Visit>
     void read_words(std::uint64_t count, Visit visit);
-    [[noreturn]] void fail(std::uint64_t offset, const std::string& reason) const;
+    [[noreturn]] void fail(std::uint64_t offset, const std::string& reason,
+                           Check check = Check::kMeshBlocks) const;
 
+    QortListener no_listener_;
     ByteSource source_;
+    QortListener& listener_;
     QortSummary summary_;
     bool has_frames_ = false;
     std::uint64_t data_end_ = 0;   // from the header

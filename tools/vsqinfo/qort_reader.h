@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tools/vsqinfo/malformed_file.h"
+#include "tools/vsqinfo/qort_listener.h"
 #include "tools/vsqinfo/qort_summary.h"
 
 namespace vsqinfo {
@@ -17,11 +18,11 @@ namespace vsqinfo {
 /// Uses buffers of fixed size, and memory for the frames.
 ///
 /// `stream` must be in binary mode. Throws `MalformedFile`, or `UnreadableFile` if the stream
-/// fails.
-QortSummary read_qort(std::istream& stream);
+/// fails. `listener` is borrowed and may be null.
+QortSummary read_qort(std::istream& stream, QortListener* listener = nullptr);
 
 /// Reads the file at `path`, which is UTF-8, in the same way.
-QortSummary read_qort_file(const std::string& path);
+QortSummary read_qort_file(const std::string& path, QortListener* listener = nullptr);
 
 /// True if the next byte of `stream` begins a mesh file, which no scene file begins with. Leaves
 /// the stream's position alone.

@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include "tools/vsqinfo/malformed_file.h"
-
 namespace vsqinfo {
 namespace {
 
@@ -30,15 +28,15 @@ int TriangleCheck::index_array(std::string_view name) {
     return kNoIndices;
 }
 
-void TriangleCheck::add_index(int array, std::int64_t index, std::uint64_t offset) {
+void TriangleCheck::add_index(int array, std::int64_t index, FilePlace place) {
     Indices& seen = indices_[static_cast<std::size_t>(array)];
     if (index > seen.largest) {
         seen.largest = index;
-        seen.largest_offset = offset;
+        seen.largest_place = place;
     }
     if (index < seen.smallest) {
         seen.smallest = index;
-        seen.smallest_offset = offset;
+        seen.smallest_place = place;
     }
 }
 
@@ -54,7 +52,7 @@ void TriangleCheck::end_array(std::string_view name, std::uint64_t count) {
     }
 }
 
-void TriangleCheck::end_geometry() const {
+void TriangleCheck::end_geometry(VsqListener& listener) const {
     for (std::size_t i = 0; i < kIndexArrays; ++i) {
         const Indices& seen = indices_[i];
         const std::uint64_t points = point_numbers_[i] / kArrays[i].numbers_per_point;
@@ -63,11 +61,11 @@ void TriangleCheck::end_geometry() const {
         if (!has_points_[i] || (!negative && !beyond)) {
             continue;
         }
-        throw MalformedFile(negative ? seen.smallest_offset : seen.largest_offset,
-                            "\"" + std::string(kArrays[i].indices) + "\" holds the index " +
-                                std::to_string(negative ? seen.smallest : seen.largest) +
-                                ", but \"" + std::string(kArrays[i].points) + "\" has " +
-                                std::to_string(points) + " points");
+        listener.fault(Check::kIndexRange, negative ? seen.smallest_place : seen.largest_place,
+                       "\"" + std::string(kArrays[i].indices) + "\" holds the index " +
+                           std::to_string(negative ? seen.smallest : seen.largest) + ", but \"" +
+                           std::string(kArrays[i].points) + "\" has " + std::to_string(points) +
+                           " points");
     }
 }
 

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "tools/vsqinfo/vsq_listener.h"
+
 namespace vsqinfo {
 
 /// Finds triangles of one geometry that refer to missing points.
@@ -19,15 +21,14 @@ public:
 
     void begin_geometry() { *this = TriangleCheck(); }
 
-    /// Adds an index of the array with the number `array`; `offset` is the index's place in the
-    /// file.
-    void add_index(int array, std::int64_t index, std::uint64_t offset);
+    /// Adds an index of the array with the number `array`; `place` is where it is in the file.
+    void add_index(int array, std::int64_t index, FilePlace place);
 
     /// Ends an array of any name; `count` is how many numbers it holds.
     void end_array(std::string_view name, std::uint64_t count);
 
-    /// Throws `MalformedFile` with the offset of an index whose point doesn't exist.
-    void end_geometry() const;
+    /// Tells `listener` the place of an index whose point doesn't exist, as a fault.
+    void end_geometry(VsqListener& listener) const;
 
     std::uint64_t triangles() const;
     std::uint64_t vertices() const;
@@ -38,9 +39,9 @@ private:
     struct Indices {
         std::uint64_t count = 0;
         std::int64_t smallest = 0;
-        std::uint64_t smallest_offset = 0;
+        FilePlace smallest_place;
         std::int64_t largest = -1;
-        std::uint64_t largest_offset = 0;
+        FilePlace largest_place;
     };
 
     std::array<Indices, kIndexArrays> indices_;

@@ -65,17 +65,17 @@ void VsqParser::read_header() {
     }
     expect_header(kHeaderBeforeId);
     // The number is never negative: the dashes after it don't belong to it.
-    const uint64_t start = source_.offset();
+    const FilePlace start = source_.place();
     std::size_t digits = 0;
     for (int next = source_.peek(); next >= '0' && next <= '9'; next = source_.peek()) {
         if (++digits > 10) {
-            tokens_.fail(start, "the number of the header is too large");
+            tokens_.fail(start, "the number of the header is too large", Check::kHeader);
         }
         summary_.header_id = summary_.header_id * 10 + (next - '0');
         source_.drop();
     }
     if (digits == 0 && source_.peek() != ByteSource::kEnd) {
-        tokens_.fail("the header has no number");
+        tokens_.fail(source_.place(), "the header has no number", Check::kHeader);
     }
     expect_header(kHeaderAfterId);
 }
@@ -87,7 +87,7 @@ void VsqParser::expect_header(std::string_view text) {
             tokens_.fail("the file ends inside its header");
         }
         if (next != wanted) {
-            tokens_.fail("this is not the header of a scene file");
+            tokens_.fail(source_.place(), "this is not the header of a scene file", Check::kHeader);
         }
         source_.drop();
     }
@@ -96,7 +96,7 @@ void VsqParser::expect_header(std::string_view text) {
 // False at the end of the file.
 bool VsqParser::read_statement() {
     const bool indented = tokens_.skip_space();
-    statement_offset_ = source_.offset();
+    statement_place_ = source_.place();
     switch (source_.peek()) {
         case ByteSource::kEnd:
             if (indented) {
@@ -125,7 +125,7 @@ bool VsqParser::read_statement() {
 void VsqParser::check_whole() {
     if (!stack_.empty()) {
         tokens_.fail(std::string("the file ends inside ") + block_phrase(block()) +
-                     " that begins at offset " + std::to_string(stack_.back().offset));
+                     " that begins at offset " + std::to_string(stack_.back().place.offset));
     }
     if (!has_version_) {
         tokens_.fail("the file ends before its version");
@@ -141,6 +141,7 @@ void VsqParser::read_directive() {
     if (directive == "print" || directive == "error") {
         tokens_.expect(' ');
         tokens_.read_message(text_);
+        tell("#" + directive, text_);
         if (directive == "error") {
             read_error();
         } else if (!has_print_) {
@@ -152,14 +153,14 @@ void VsqParser::read_directive() {
 
     const bool defines = directive == "define";
     if (!defines && directive != "modify") {
-        tokens_.fail(statement_offset_, shown("#" + directive) + " is not a statement");
+        tokens_.fail(statement_place_, shown("#" + directive) + " is not a statement");
     }
     // A camera begins on a new line, even after "#modify".
     tokens_.skip_space();
     const std::string keyword(tokens_.read_word());
     const BlockHead* head = find_block_head(keyword);
     if (!head || (defines ? head->defined_in : head->modified_in) == 0) {
-        tokens_.fail(statement_offset_,
+        tokens_.fail(statement_place_,
                      shown("#" + directive) + " is not allowed before " + shown(keyword));
     }
     read_block_head(*head, defines ? Placement::kDefined : Placement::kModified);
@@ -202,55 +203,77 @@ void VsqParser::check_place(std::string_view word, BlockSet allowed_in) const {
     }
     std::string reason = shown(word) + " is not allowed in " + block_phrase(block());
     if (!stack_.empty()) {
-        reason += ", which begins at offset " + std::to_string(stack_.back().offset);
+        reason += ", which begins at offset " + std::to_string(stack_.back().place.offset);
     }
-    tokens_.fail(statement_offset_, reason);
+    tokens_.fail(statement_place_, reason, Check::kMisplaced);
 }
 
-void VsqParser::read_version(const Statement&) {
+void VsqParser::tell(std::string_view word, std::string_view text, std::optional<int64_t> number) {
+    VsqStatement statement;
+    statement.word = word;
+    statement.text = text;
+    statement.number = number;
+    statement.place = statement_place_;
+    listener_.statement(statement);
+}
+
+void VsqParser::read_version(const Statement& statement) {
     const int64_t version = tokens_.read_integer();
     tokens_.expect_line_end();
+    tell(statement.word, {}, version);
     if (!has_version_) {
         summary_.version = version;
     }
     has_version_ = true;
 }
 
-void VsqParser::read_flags(const Statement&) {
+void VsqParser::read_flags(const Statement& statement) {
     const int64_t flags = tokens_.read_integer();
     tokens_.expect_line_end();
+    tell(statement.word, {}, flags);
     const bool in_root = stack_.size() == 1 && block() == BlockKind::kGroup;
     if (in_root && summary_.root_groups == 1 && !summary_.root_flags) {
         summary_.root_flags = flags;
     }
 }
 
-void VsqParser::read_number_statement(const Statement&) {
-    tokens_.read_integer();
+void VsqParser::read_number_statement(const Statement& statement) {
+    const int64_t number = tokens_.read_integer();
     tokens_.expect_line_end();
+    tell(statement.word, {}, number);
 }
 
-void VsqParser::read_name_statement(const Statement&) {
+void VsqParser::read_name_statement(const Statement& statement) {
     tokens_.read_name(text_);
     tokens_.expect_line_end();
+    tell(statement.word, text_);
 }
 
-void VsqParser::read_attribute(const Statement&) {
+void VsqParser::read_attribute(const Statement& statement) {
     tokens_.read_name(text_);
     tokens_.expect(' ');
     tokens_.read_name(text_);
     tokens_.expect_line_end();
+    tell(statement.word, text_);
 }
 
 void VsqParser::read_progress(const Statement& statement) {
     tokens_.read_name(text_);
     tokens_.expect(' ');
-    read_numbers(statement.word, 1);
+    read_number(statement.word);
+    tokens_.expect_line_end();
+    tell(statement.word, text_);
 }
 
-void VsqParser::read_icon(const Statement&) {
+void VsqParser::read_icon(const Statement& statement) {
     tokens_.read_hex_data();
     tokens_.expect_line_end();
+    tell(statement.word);
+}
+
+void VsqParser::read_bare(const Statement& statement) {
+    tokens_.expect_line_end();
+    tell(statement.word);
 }
 
 void VsqParser::read_transform(const Statement&) {
@@ -266,16 +289,13 @@ void VsqParser::read_matrix(bool replaces) {
     VsqMatrix matrix{};
     for (std::size_t i = 0; i < kMatrixNumbers; ++i) {
         tokens_.skip_blanks();
-        const uint64_t start = source_.offset();
         if (source_.peek() == '\n') {
-            tokens_.fail("a matrix has 16 numbers, not " + std::to_string(i));
+            listener_.fault(Check::kMatrixCount, source_.place(),
+                            "a matrix has 16 numbers, not " + std::to_string(i));
+            source_.drop();
+            return;
         }
-        const std::string_view word = tokens_.read_word();
-        const ValueWord value = classify_value(word);
-        if (value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
-            tokens_.fail(start, shown(word) + " in a matrix is not a number");
-        }
-        matrix[i] = number_value(word);
+        matrix[i] = read_number("a matrix");
     }
     tokens_.expect_line_end();
 
@@ -283,20 +303,30 @@ void VsqParser::read_matrix(bool replaces) {
     if (!std::all_of(matrix.begin(), matrix.end(), [](double x) { return std::isfinite(x); })) {
         ++summary_.matrices_not_finite;
     }
-    listener_.matrix(matrix, replaces);
+    listener_.matrix(matrix, replaces, statement_place_);
 }
 
-// Reads the numbers of the statement `word`, and the end of the line.
-void VsqParser::read_numbers(std::string_view word, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
+void VsqParser::read_vector(const Statement& statement) {
+    VsqStatement told;
+    told.word = statement.word;
+    told.place = statement_place_;
+    for (double& number : told.vector) {
         tokens_.skip_blanks();
-        const uint64_t start = source_.offset();
-        const ValueWord value = classify_value(tokens_.read_word());
-        if (value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
-            tokens_.fail(start, shown(word) + " is followed by something that is not a number");
-        }
+        number = read_number(statement.word);
     }
     tokens_.expect_line_end();
+    listener_.statement(told);
+}
+
+double VsqParser::read_number(std::string_view where) {
+    const FilePlace start = source_.place();
+    const std::string_view word = tokens_.read_word();
+    const ValueWord value = classify_value(word);
+    if (value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
+        tokens_.fail(start, shown(word) + " in " + std::string(where) + " is not a number");
+    }
+    listener_.number(word, start);
+    return number_value(word);
 }
 
 void VsqParser::read_assignment(const Statement& statement) {
@@ -310,15 +340,17 @@ void VsqParser::read_assignment(const Statement& statement) {
         read_shader_value();
         return;
     }
-    read_shader_number();
+    const int64_t number = read_shader_number();
     tokens_.expect_line_end();
+    tell(name_, {}, number);
 }
 
 int64_t VsqParser::read_shader_number() {
-    const uint64_t start = source_.offset();
+    const FilePlace start = source_.place();
     const int64_t number = tokens_.read_integer();
     if (!shader_numbers_.contains(number)) {
-        tokens_.fail(start, "shader " + std::to_string(number) + " is used, but not defined above");
+        listener_.fault(Check::kShaderUndefined, start,
+                        "shader " + std::to_string(number) + " is used, but not defined above");
     }
     return number;
 }

@@ -29,7 +29,9 @@ class VsqParser {
 public:
     /// Both are borrowed; `listener` may be null.
     VsqParser(std::istream& stream, VsqListener* listener)
-        : source_(stream), tokens_(source_), listener_(listener ? *listener : no_listener_) {}
+        : source_(stream),
+          listener_(listener ? *listener : no_listener_),
+          tokens_(source_, listener_) {}
 
     /// Reads the whole file. Call this only once.
     VsqSummary read();
@@ -42,20 +44,22 @@ private:
     enum class Placement { kPlaced, kDefined, kModified };
 
     struct OpenBlock {
-        std::uint64_t offset;  // where the block begins
+        FilePlace place;  // where the block begins
         BlockKind kind;
         Ending ending;         // what follows the closing brace
         bool is_environment;   // for shaders
         bool is_placed_light;  // for objects: a light shader was found in it
+        bool is_listened_to;   // for arrays
     };
 
     // The state of an array while its elements are read.
     struct ArrayScan {
         const std::string* name = nullptr;  // null after a shader among the elements
-        std::uint64_t offset = 0;
+        FilePlace place;
+        bool is_listened_to = false;
         bool in_animation_matrices = false;
         int indices = TriangleCheck::kNoIndices;
-        std::uint64_t numbers = 0;
+        VsqArrayEnd found;
         std::uint64_t element_numbers = 0;
         bool element_is_finite = true;
     };
@@ -83,6 +87,9 @@ private:
     void read_error();
     void read_word_statement();
     void check_place(std::string_view word, BlockSet allowed_in) const;
+    void tell(std::string_view word, std::string_view text = {},
+              std::optional<std::int64_t> number = {});
+    double read_number(std::string_view where);
     void read_version(const Statement&);
     void read_flags(const Statement&);
     void read_number_statement(const Statement&);
@@ -90,12 +97,11 @@ private:
     void read_attribute(const Statement&);
     void read_progress(const Statement&);
     void read_icon(const Statement&);
-    void read_bare(const Statement&) { tokens_.expect_line_end(); }
+    void read_bare(const Statement&);
     void read_transform(const Statement&);
     void read_set(const Statement&);
-    void read_vector(const Statement& statement) { read_numbers(statement.word, 3); }
+    void read_vector(const Statement&);
     void read_matrix(bool replaces);
-    void read_numbers(std::string_view word, std::size_t count);
     void read_assignment(const Statement&);
     std::int64_t read_shader_number();
 
@@ -116,9 +122,9 @@ private:
     void read_plain_parameter(std::string_view first_word);
     void read_name_value(Ending ending);
     void read_shader_value();
-    void keep_value_word(std::string_view word);
+    void keep_value_word(std::string_view word, FilePlace place);
     void end_value(Ending ending);
-    void note_parameter();
+    void note_parameter(ValueForm form, bool is_quoted, std::optional<std::int64_t> shader = {});
 
     // Arrays.
     void read_array(Ending ending);
@@ -127,18 +133,19 @@ private:
     void read_element_word(ArrayScan& array);
     void end_element(ArrayScan& array);
     void read_body(ArrayScan& array);
-    void read_index_body(ArrayScan& array, std::uint64_t count);
+    template <typename Number>
+    void read_numbers_of_body(ArrayScan& array, std::uint64_t count);
     void end_array(const ArrayScan& array);
-    [[noreturn]] void fail_in_body(const ArrayScan& array) const;
+    [[noreturn]] void fail_in_body(const ArrayScan& array);
 
     VsqListener no_listener_;
     ByteSource source_;
-    VsqTokens tokens_;
     VsqListener& listener_;
+    VsqTokens tokens_;
     VsqSummary summary_;
 
     std::vector<OpenBlock> stack_;
-    std::uint64_t statement_offset_ = 0;
+    FilePlace statement_place_;
     bool has_version_ = false;
     bool has_print_ = false;
 

@@ -20,13 +20,15 @@ void VsqParser::read_block_head(const BlockHead& head, Placement placement) {
     VsqBlock block_head;
     block_head.keyword = head.keyword;
     block_head.is_definition = defined;
-    block_head.offset = statement_offset_;
+    block_head.is_change = placement == Placement::kModified;
+    block_head.place = statement_place_;
     read_head_names(placed ? head.placed_form : head.defined_form, block_head);
 
     tokens_.skip_blanks();
     if (head.kind == BlockKind::kMaterial && placed && source_.peek() == '\n') {
         source_.drop();
         ++summary_.material_references;
+        tell(head.keyword, block_head.name);
         return;
     }
     read_brace();
@@ -71,7 +73,7 @@ void VsqParser::read_head_names(HeadForm form, VsqBlock& head) {
             head.name = tokens_.read_word();
             if (const ValueWord value = classify_value(head.name);
                 value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
-                tokens_.fail(statement_offset_, "the head of a block lacks its number");
+                tokens_.fail(statement_place_, "the head of a block lacks its number");
             }
             return;
         case HeadForm::kShader:
@@ -106,13 +108,13 @@ void VsqParser::open_anonymous_shader(const std::string& name, const std::string
     head.keyword = "shader";
     head.name = name;
     head.type = type;
-    head.offset = statement_offset_;
+    head.place = statement_place_;
     read_brace();
     open_block(head, BlockKind::kShader, ending);
 }
 
 void VsqParser::open_block(const VsqBlock& head, BlockKind kind, Ending ending) {
-    OpenBlock opened{head.offset, kind, ending, false, false};
+    OpenBlock opened{head.place, kind, ending, false, false, false};
     if (kind == BlockKind::kShader) {
         begin_shader(head, opened);
     }
@@ -207,7 +209,7 @@ void VsqParser::end_geometry() {
     if (geometry_type_ != "triangles") {
         return;
     }
-    triangle_check_.end_geometry();
+    triangle_check_.end_geometry(listener_);
     summary_.triangles += triangle_check_.triangles();
     summary_.vertices += triangle_check_.vertices();
 }

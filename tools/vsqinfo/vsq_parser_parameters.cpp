@@ -4,8 +4,6 @@
 
 namespace vsqinfo {
 
-using std::uint64_t;
-
 void VsqParser::read_quoted_parameter() {
     if (block() == BlockKind::kTop) {
         tokens_.fail("a parameter is not allowed at the top level");
@@ -27,24 +25,30 @@ void VsqParser::read_quoted_parameter() {
             return;
         }
         value_ = "!";
+        std::optional<std::int64_t> shader;
         if (source_.peek() != ',') {
-            value_ += " " + std::to_string(read_shader_number());
+            shader = read_shader_number();
+            value_ += " " + std::to_string(*shader);
         }
-    } else if (tokens_.at_name()) {
+        note_parameter(value_ == "!" ? ValueForm::kNone : ValueForm::kShader, true, shader);
+        end_value(Ending::kComma);
+        return;
+    }
+    if (tokens_.at_name()) {
         read_name_value(Ending::kComma);
         return;
     }
 
     while (source_.peek() != ',') {
-        const uint64_t start = source_.offset();
+        const FilePlace start = source_.place();
         const std::string_view word = tokens_.read_word();
         if (classify_value(word) == ValueWord::kNone) {
             tokens_.fail(start, shown(word) + " is not a value");
         }
-        keep_value_word(word);
+        keep_value_word(word, start);
         tokens_.skip_blanks();
     }
-    note_parameter();
+    note_parameter(value_.empty() ? ValueForm::kNone : ValueForm::kWords, true);
     end_value(Ending::kComma);
 }
 
@@ -52,7 +56,7 @@ void VsqParser::read_quoted_parameter() {
 // last words that can be a value. A parameter without a value still has the blank after its name.
 void VsqParser::read_plain_parameter(std::string_view first_word) {
     if (block() == BlockKind::kTop) {
-        tokens_.fail(statement_offset_, shown(first_word) + " is not a statement");
+        tokens_.fail(statement_place_, shown(first_word) + " is not a statement");
     }
     name_ = first_word;
     value_.clear();
@@ -72,9 +76,11 @@ void VsqParser::read_plain_parameter(std::string_view first_word) {
         if (tokens_.at_hex_data()) {
             tokens_.read_hex_data();
             tokens_.expect_line_end();
+            note_parameter(ValueForm::kData, false);
             return;
         }
 
+        const FilePlace start = source_.place();
         const std::string_view word = tokens_.read_word();
         if (classify_value(word) == ValueWord::kNone) {
             if (!value_.empty()) {
@@ -84,14 +90,14 @@ void VsqParser::read_plain_parameter(std::string_view first_word) {
             name_.resize(std::min(name_.size(), VsqTokens::kKeptText));
             value_.clear();
         } else {
-            keep_value_word(word);
+            keep_value_word(word, start);
         }
         blanks = tokens_.skip_blanks();
     }
     if (value_.empty() && blanks == 0) {
-        tokens_.fail(statement_offset_, shown(name_) + " is not a statement and has no value");
+        tokens_.fail(statement_place_, shown(name_) + " is not a statement and has no value");
     }
-    note_parameter();
+    note_parameter(value_.empty() ? ValueForm::kNone : ValueForm::kWords, false);
     end_value(Ending::kLine);
 }
 
@@ -103,7 +109,7 @@ void VsqParser::read_name_value(Ending ending) {
         open_anonymous_shader(name_, value_, ending);
         return;
     }
-    note_parameter();
+    note_parameter(ValueForm::kText, ending == Ending::kComma);
     end_value(ending);
 }
 
@@ -112,7 +118,10 @@ void VsqParser::read_shader_value() {
     open_anonymous_shader(name_, value_, Ending::kLine);
 }
 
-void VsqParser::keep_value_word(std::string_view word) {
+void VsqParser::keep_value_word(std::string_view word, FilePlace place) {
+    if (classify_value(word) != ValueWord::kSwitch) {
+        listener_.number(word, place);
+    }
     if (value_.size() + word.size() >= VsqTokens::kKeptText) {
         return;
     }
@@ -130,7 +139,8 @@ void VsqParser::end_value(Ending ending) {
     tokens_.expect_line_end();
 }
 
-void VsqParser::note_parameter() {
+void VsqParser::note_parameter(ValueForm form, bool is_quoted, std::optional<std::int64_t> shader) {
+    listener_.parameter({name_, value_, form, shader, is_quoted, statement_place_});
     if (block() == BlockKind::kLoad && !summary_.modules.empty()) {
         auto& options = summary_.modules.back().options;
         if (options.size() < VsqSummary::kKeptOptions) {

@@ -132,8 +132,8 @@ std::string shown(std::string_view word) {
     return "\"" + text + (word.size() > kLongest ? "...\"" : "\"");
 }
 
-void VsqTokens::fail(std::uint64_t offset, const std::string& reason) const {
-    throw MalformedFile(offset, reason);
+void VsqTokens::fail(FilePlace place, const std::string& reason, Check check) const {
+    throw MalformedFile(place, reason, check);
 }
 
 void VsqTokens::fail_expected(const std::string& wanted) {
@@ -183,7 +183,7 @@ bool VsqTokens::at_name() {
 
 void VsqTokens::read_name(std::string& name) {
     name.clear();
-    const std::uint64_t start = source_.offset();
+    const FilePlace start = source_.place();
     if (!at_name()) {
         fail_expected("a name");
     }
@@ -194,16 +194,18 @@ void VsqTokens::read_name(std::string& name) {
         if (read_hex_pairs(&name) == 0) {
             fail(start, "a name has no hexadecimal digits");
         }
+        listener_.name(name, true, start);
         return;
     }
 
     source_.drop();
     for (int next = source_.peek(); next != '"'; next = source_.peek()) {
         if (next == ByteSource::kEnd) {
-            fail("the file ends inside a name that begins at offset " + std::to_string(start));
+            fail("the file ends inside a name that begins at offset " +
+                 std::to_string(start.offset));
         }
         if (next == '\n') {
-            fail("a name that begins at offset " + std::to_string(start) +
+            fail("a name that begins at offset " + std::to_string(start.offset) +
                  " is not closed on its line");
         }
         if (next == 0 || next == '\r' || next >= 0x80) {
@@ -213,6 +215,7 @@ void VsqTokens::read_name(std::string& name) {
         source_.drop();
     }
     source_.drop();
+    listener_.name(name, false, start);
 }
 
 bool VsqTokens::at_hex_data() {
@@ -264,7 +267,7 @@ std::string_view VsqTokens::read_word() {
 }
 
 std::int64_t VsqTokens::read_integer() {
-    const std::uint64_t start = source_.offset();
+    const FilePlace start = source_.place();
     const std::string_view word = read_word();
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
@@ -276,12 +279,13 @@ std::int64_t VsqTokens::read_integer() {
 
 void VsqTokens::read_message(std::string& text) {
     text.clear();
-    const std::uint64_t start = source_.offset();
+    const FilePlace start = source_.place();
     expect('"');
     for (;;) {
         const int next = source_.peek();
         if (next == ByteSource::kEnd) {
-            fail("the file ends inside a message that begins at offset " + std::to_string(start));
+            fail("the file ends inside a message that begins at offset " +
+                 std::to_string(start.offset));
         }
         if (next == '"' && source_.peek_second() == '\n') {
             break;

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "tools/vsqinfo/byte_source.h"
+#include "tools/vsqinfo/vsq_listener.h"
 
 namespace vsqinfo {
 
@@ -33,11 +34,13 @@ class VsqTokens {
 public:
     static constexpr std::size_t kKeptText = 4096;
 
-    explicit VsqTokens(ByteSource& source) : source_(source) {}
+    /// Both are borrowed. `listener` is told every name.
+    VsqTokens(ByteSource& source, VsqListener& listener) : source_(source), listener_(listener) {}
 
-    /// Throws with `offset`, or with the offset of the next byte.
-    [[noreturn]] void fail(std::uint64_t offset, const std::string& reason) const;
-    [[noreturn]] void fail(const std::string& reason) const { fail(source_.offset(), reason); }
+    /// Throws with `place`, or with the place of the next byte.
+    [[noreturn]] void fail(FilePlace place, const std::string& reason,
+                           Check check = Check::kMalformed) const;
+    [[noreturn]] void fail(const std::string& reason) { fail(source_.place(), reason, at_end()); }
     /// "<wanted> is expected, not '}'", or "..., but the file ends".
     [[noreturn]] void fail_expected(const std::string& wanted);
 
@@ -78,7 +81,13 @@ private:
     /// to `bytes` unless it is null.
     std::uint64_t read_hex_pairs(std::string* bytes);
 
+    /// The check that a failure at the next byte belongs to.
+    Check at_end() {
+        return source_.peek() == ByteSource::kEnd ? Check::kCutShort : Check::kMalformed;
+    }
+
     ByteSource& source_;
+    VsqListener& listener_;
     std::string word_;
 };
 
