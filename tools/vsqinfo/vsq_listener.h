@@ -106,7 +106,7 @@ public:
 
     /// Every name or text of the file: its bytes, and whether they are in hexadecimal form.
     virtual void name(std::string_view, bool /*is_hex*/, FilePlace) {}
-    /// Every number that is written as text, apart from integers of statements.
+    /// Every number that is written as text, apart from integers of statements and from progress.
     virtual void number(std::string_view /*word*/, FilePlace) {}
 
     /// A broken rule after which the file can be read on. By default, the file is refused.

@@ -260,7 +260,7 @@ void VsqParser::read_attribute(const Statement& statement) {
 void VsqParser::read_progress(const Statement& statement) {
     tokens_.read_name(text_);
     tokens_.expect(' ');
-    read_number(statement.word);
+    read_number_word(statement.word);
     tokens_.expect_line_end();
     tell(statement.word, text_);
 }
@@ -318,13 +318,19 @@ void VsqParser::read_vector(const Statement& statement) {
     listener_.statement(told);
 }
 
-double VsqParser::read_number(std::string_view where) {
+std::string_view VsqParser::read_number_word(std::string_view where) {
     const FilePlace start = source_.place();
     const std::string_view word = tokens_.read_word();
     const ValueWord value = classify_value(word);
     if (value != ValueWord::kFinite && value != ValueWord::kNotFinite) {
         tokens_.fail(start, shown(word) + " in " + std::string(where) + " is not a number");
     }
+    return word;
+}
+
+double VsqParser::read_number(std::string_view where) {
+    const FilePlace start = source_.place();
+    const std::string_view word = read_number_word(where);
     listener_.number(word, start);
     return number_value(word);
 }

@@ -89,6 +89,7 @@ private:
     void check_place(std::string_view word, BlockSet allowed_in) const;
     void tell(std::string_view word, std::string_view text = {},
               std::optional<std::int64_t> number = {});
+    std::string_view read_number_word(std::string_view where);
     double read_number(std::string_view where);
     void read_version(const Statement&);
     void read_flags(const Statement&);
