@@ -1,6 +1,7 @@
 #include "tests/import/imported_model.h"
 #include "tests/support/exported_libraries.h"
 #include "tests/support/exported_scene.h"
+#include "tools/vsqinfo/checks/file_report.h"
 #include "tools/vsqinfo/qort_reader.h"
 #include "tools/vsqinfo/vsq_reader.h"
 
@@ -50,6 +51,8 @@ TEST(EveryModel, BecomesAWholeSceneOrIsRefusedInOneLine) {
             EXPECT_EQ(summary.groups, scene.host().nodes().size() - 1 + libraries.paths().size());
             EXPECT_EQ(triangles, triangles_of(scene));
             EXPECT_EQ(summary.error_texts, std::vector<std::string>());
+            const vsqinfo::FileReport report = vsqinfo::report_on_file(target);
+            EXPECT_FALSE(report.has_errors()) << report_text(report);
             ++exported;
         } catch (const std::runtime_error& failure) {
             const std::string line = failure.what();

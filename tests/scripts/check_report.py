@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""check_report.py FILE.json: checks that a report has the members that docs/report.md describes."""
+"""check_report.py FILE.json: checks that a report of vsqexport or vsqinfo has the members that
+docs/report.md and docs/checks.md describe."""
 import json
 import sys
 
@@ -18,6 +19,11 @@ NOTE = exactly(("path",), code={"pattern": "^[a-z]+(-[a-z]+)+$"}, node=TEXT, pat
                severity={"enum": ["failed", "lost", "changed", "chosen"]}, count=COUNT)
 REPORT = exactly(report={"const": "vsqexport"}, version={"const": 1}, notes={"items": NOTE},
                  command={"enum": ["export", "animation", "render", "update"]})
+FINDING = exactly(code={"pattern": "^[a-z]+(-[a-z]+)*$"}, severity={"enum": ["error", "warning", "hint"]},
+                  offset={"type": "integer", "minimum": 0}, line={"type": ["integer", "null"]}, text=TEXT)
+CHECKED = exactly(("failure",), file=TEXT, kind={"enum": ["scene", "mesh"]}, summary={"type": ["object", "null"]},
+                  counts={"additionalProperties": COUNT}, findings={"items": FINDING}, failure=TEXT)
+CHECKS = exactly(report={"const": "vsqinfo"}, version={"const": 1}, files={"items": CHECKED})
 SUMMARY = {"type": "object", "required": ["file", "bytes", "seconds", "contents", "mesh_files"]}
 
 with open(sys.argv[1], encoding="utf-8") as file:
@@ -25,4 +31,4 @@ with open(sys.argv[1], encoding="utf-8") as file:
 if "summary" in document:
     validate(document["summary"], SUMMARY)
     document = document["report"]
-validate(document, REPORT)
+validate(document, CHECKS if document["report"] == "vsqinfo" else REPORT)

@@ -139,6 +139,31 @@ expect 1 1 'map-not-written: .*textures/Tiles_diffuse.png.*and 9 more' \
 check "the summary is printed all the same" grep -q '10 textures' stdout
 mkdir textures
 
+# vsqinfo takes several files and standard input, and fails if one has an error. Only a finding
+# that is no error, or none, lets it succeed.
+mkdir -p "Animations/3ds max"
+for demo in hierarchy motion cameras lights materials smoothing layers curves deforming hair changing; do
+    expect 0 0 '' "$vsqexport" export demo:$demo demo.vsq
+    expect 0 0 '' "$vsqinfo" demo.vsq
+done
+rm -r Animations
+printf 'xX\377 "' >none.vsq
+sed 's/^flags 0$/flag 9/; s/^version 9/version 0/' l.vsq >wrong.vsq
+expect 1 2 'none.vsq: offset 0: .*gone.vsq: does not exist' "$vsqinfo" l.vsq none.vsq gone.vsq
+check "a title for each file" test "$(grep -c '^\(l\|none\|gone\).vsq$' stdout)" = 3
+expect 1 0 '' "$vsqinfo" wrong.vsq
+check "errors come first" grep -q -m1 '^error version-range: line 7, offset' stdout
+check "then warnings, the first few of each" grep -q '^warning statement-misspelt: [0-9]* more$' stdout
+expect 1 2 '' "$vsqinfo" --json l.vsq wrong.vsq none.vsq gone.vsq
+cp stdout checks.json
+"$vsqinfo" --json - <l.vsq >piped.json
+check "standard input" test $? = 0
+for file in checks piped; do
+    check "$file.json is JSON" python3 -m json.tool $file.json >/dev/null
+    check "$file.json has the schema" "${0%/*}/check_report.py" $file.json
+done
+rm none.vsq
+
 # A pipe has no length, so the count of an array in it can't be checked in advance.
 expect 0 0 '' "$vsqinfo" <(cat l.vsq)
 array=$(grep -abo -m1 '"triangles" \[' l.vsq)

@@ -45,6 +45,11 @@ inline vsqinfo::VsqSummary read(const std::string& file, vsqinfo::VsqListener* l
     return vsqinfo::read_vsq(stream, listener);
 }
 
+/// A whole file with `content` in its root group, about which the checks find nothing to say.
+inline std::string in_sound_root(const std::string& content) {
+    return kHeader + "#print \"a writer\"\nversion 9\n\ngroup \"object\" {\n" + content + "}\n";
+}
+
 /// The error with which the reader refuses a file; nothing if it accepts it.
 inline std::optional<vsqinfo::MalformedFile> refusal(const std::string& file) {
     try {

@@ -31,7 +31,7 @@ void read_into(FileReport& report, std::istream& stream, VsqListener* listener) 
     } else {
         const FileSearch search =
             report.file == "-" ? FileSearch({""}) : FileSearch::beside(report.file);
-        SceneChecks checks(report.findings, search, listener);
+        SceneChecks checks(report.findings, &search, listener);
         const VsqSummary summary = read_vsq(stream, &checks);
         checks.scene_ends(summary);
         report.scene = summary;

@@ -9,14 +9,16 @@
 
 namespace vsqinfo {
 
-SceneChecks::SceneChecks(Findings& findings, const FileSearch& search, VsqListener* further)
+SceneChecks::SceneChecks(Findings& findings, const FileSearch* search, VsqListener* further)
     : findings_(findings), further_(further) {
     checks_.push_back(std::make_unique<SpellingCheck>(path_, findings));
     checks_.push_back(std::make_unique<BlockCheck>(path_, findings));
     checks_.push_back(std::make_unique<ParameterCheck>(path_, findings));
     checks_.push_back(std::make_unique<ReferenceCheck>(path_, findings));
     checks_.push_back(std::make_unique<ArrayCheck>(path_, findings));
-    checks_.push_back(std::make_unique<FileCheck>(path_, findings, search));
+    if (search) {
+        checks_.push_back(std::make_unique<FileCheck>(path_, findings, *search));
+    }
 }
 
 void SceneChecks::block_begins(const VsqBlock& block) {

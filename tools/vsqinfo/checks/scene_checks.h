@@ -14,15 +14,16 @@ namespace vsqinfo {
 /// All checks of a scene, as one listener for `read_vsq`:
 ///
 ///     Findings findings;
-///     SceneChecks checks(findings, FileSearch::beside(path), nullptr);
+///     const FileSearch search = FileSearch::beside(path);
+///     SceneChecks checks(findings, &search, nullptr);
 ///     checks.scene_ends(read_vsq(stream, &checks));
 ///
 /// A fault after which the file can be read on becomes a finding.
 class SceneChecks final : public VsqListener {
 public:
     /// Borrows `findings` and `further`, a listener that gets blocks and matrices as well and may
-    /// be null.
-    SceneChecks(Findings& findings, const FileSearch& search, VsqListener* further);
+    /// be null. Without a `search`, no file is looked for.
+    SceneChecks(Findings& findings, const FileSearch* search, VsqListener* further);
 
     void block_begins(const VsqBlock& block) override;
     void block_ends() override;
