@@ -10,8 +10,10 @@
 #include <assimp/Importer.hpp>
 
 #include "tests/import/imported_model.h"
+#include "tests/import/made_model.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/thrown_text.h"
+#include "tools/vsqexport/import/camera_import.h"
 
 using namespace memhost;
 using namespace vsqexport;
@@ -165,6 +167,34 @@ TEST(ModelImport, FindsTexturesOfTheModelAndWarnsOfOthers) {
     const std::string model = "mtllib lost.mtl\nusemtl M\n" + kTriangle;
     EXPECT_THAT(ImportedModel(written(folder, "lost.obj", model)).warnings,
                 ElementsAre(AllOf(HasSubstr("import-texture: "), HasSubstr("lost.png"))));
+}
+
+// Kinds of things that few files have.
+TEST(ModelImport, WarnsOfWhatItLeavesOutAltogether) {
+    MadeModel model({"A"});
+    model.move("A", {{0, 1}});
+    append(model.mAnimations, model.mNumAnimations);
+    append(model.mAnimations[1]->mMeshChannels, model.mAnimations[1]->mNumMeshChannels);
+    aiNodeAnim& other = append(model.mAnimations[1]->mChannels, model.mAnimations[1]->mNumChannels);
+    other.mNodeName = "A";
+    model.animation();
+    append(model.mCameras, model.mNumCameras).mName = "Lost";
+    vsqexport::HeldObjects held;
+    import_cameras(model, vsqexport::NodeIndex(model), held, model.warnings);
+    EXPECT_THAT(
+        texts_of(model.warnings),
+        testing::ElementsAre(HasSubstr("import-other-animations: only its animation"),
+                             HasSubstr("import-mesh-animations: animations that replace"),
+                             HasSubstr("import-camera: the camera \"Lost\" is left out: no node")));
+
+    const TemporaryFolder folder;
+    const std::string broken =
+        "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\n"
+        "property float z\nelement face 1\nproperty list uchar int vertex_indices\nend_header\n"
+        "0 0 0\n1 0 0\n0 1 0\n3 0 1 9\n";
+    EXPECT_THAT(
+        ImportedModel(written(folder, "broken.ply", broken)).warnings,
+        ElementsAre(AllOf(HasSubstr("import-mesh: "), HasSubstr("the mesh \"\" is left out"))));
 }
 
 }  // namespace

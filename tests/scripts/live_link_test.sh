@@ -152,6 +152,11 @@ printf 'render\nupdate\n' | run vsqexport session demo:hierarchy --set Layers=1 
 [[ $(LC_ALL=C grep -ahm1 '^flags ' scenes/scene-*-10.vsq scenes/scene-*-11.vsq) == \
     $'flags 33793\nflags 32769' ]] || fail "the flags of scenes by layers"
 
+# A render has the report, too.
+run vsqexport render demo:lights --json >render.json 2>stderr </dev/null || fail "JSON: $(<stderr)"
+"${0%/*}/check_report.py" render.json || fail "the JSON of a render: $(<render.json)"
+[[ -s stderr ]] && fail "only JSON is printed: $(<stderr)"
+
 # Several hosts send to one renderer at the same time, and each reports on its own scene.
 senders=
 for scene in hierarchy motion layers cameras; do
