@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <vector>
 
 #include "fuzz/fuzz_input.h"
@@ -34,7 +35,7 @@ public:
                     scene_.transform(input_.take<qorMatrix>());
                     break;
                 case 4:
-                    api_.print_message(input_.text().c_str());
+                    api_.print_message(message().c_str());
                     break;
                 default:
                     scene_.end_group();
@@ -80,6 +81,13 @@ private:
         scene_.set_array("triangles", corners);
         triangles += corners.size() / 3;
         api_.end_geometry();
+    }
+
+    // A quote and a line feed would seem to end the message.
+    std::string message() {
+        std::string text = input_.text();
+        std::replace(text.begin(), text.end(), '\n', ' ');
+        return text;
     }
 
     void write_material() {
