@@ -1,0 +1,366 @@
+#include "tools/vsqpicture/ray_scene.h"
+
+#include <embree3/rtcore.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <stdexcept>
+#include <utility>
+
+#include "tools/vsqinfo/display_text.h"
+#include "tools/vsqinfo/vsq_tokens.h"
+#include "tools/vsqpicture/mesh_file.h"
+
+namespace vsqpicture {
+namespace {
+
+constexpr float kPi = 3.14159265f;
+constexpr std::size_t kCubicPoints = 4;
+
+Vec3 vec3_at(const std::vector<float>& numbers, std::size_t index) {
+    return 3 * index + 2 < numbers.size()
+               ? Vec3{numbers[3 * index], numbers[3 * index + 1], numbers[3 * index + 2]}
+               : Vec3();
+}
+
+// How much a matrix enlarges lengths, for the radii of curves.
+float scale_of(const Matrix& m) {
+    const double volume = m[0] * (m[5] * m[10] - m[6] * m[9]) -
+                          m[1] * (m[4] * m[10] - m[6] * m[8]) + m[2] * (m[4] * m[9] - m[5] * m[8]);
+    return static_cast<float>(std::cbrt(std::abs(volume)));
+}
+
+bool is_finite(Vec3 v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+
+}  // namespace
+
+struct RayScene::Embree {
+    RTCDevice device = rtcNewDevice(nullptr);
+    RTCScene scene = nullptr;
+
+    Embree() {
+        if (!device) {
+            throw std::runtime_error("Embree can't be started");
+        }
+        scene = rtcNewScene(device);
+        rtcSetSceneFlags(scene, RTC_SCENE_FLAG_ROBUST);
+    }
+    Embree(const Embree&) = delete;
+    Embree& operator=(const Embree&) = delete;
+    ~Embree() {
+        rtcReleaseScene(scene);
+        rtcReleaseDevice(device);
+    }
+};
+
+// A geometry of Embree, which borrows the first two arrays.
+struct RayScene::Part {
+    std::vector<float> vertices;         // in the scene's space: x, y, z, of curves also a radius
+    std::vector<std::uint32_t> indices;  // three per triangle, of curves one per segment
+    std::size_t object = 0;
+    const Surface* surface = nullptr;
+    std::shared_ptr<const Mesh> mesh;
+    std::shared_ptr<const Curves> curves;
+    Matrix normals = kIdentity;
+    Vec3 radiance;  // if the surface shines
+
+    Vec3 corner(std::uint32_t triangle, std::size_t i) const {
+        return vec3_at(vertices, indices[3 * triangle + i]);
+    }
+};
+
+RayScene::RayScene(PictureScene& scene, double frame)
+    : scene_(scene), surfaces_(scene), embree_(std::make_unique<Embree>()) {
+    const std::vector<Matrix> world = scene.world_matrices(frame);
+    std::vector<std::string> paths(scene.nodes.size());
+    std::map<std::int64_t, const Object*> by_id;
+    for (std::size_t i = 1; i < scene.nodes.size(); ++i) {
+        const std::string& above = paths[scene.nodes[i].parent];
+        paths[i] = (above.empty() ? "" : above + "/") + vsqinfo::display_text(scene.nodes[i].name);
+        for (const Object& object : scene.nodes[i].objects) {
+            if (object.id) {
+                by_id[*object.id] = &object;
+            }
+        }
+    }
+
+    for (std::size_t i = 0; i < scene.nodes.size(); ++i) {
+        const Node& node = scene.nodes[i];
+        const auto turn =
+            std::upper_bound(node.turns.begin(), node.turns.end(), frame * kTimestampsPerFrame) -
+            node.turns.begin();
+        const std::string shown =
+            "qor_deform_" + std::to_string(std::max<std::ptrdiff_t>(turn, 1) - 1);
+        for (const Object& object : node.objects) {
+            if (!node.turns.empty() && object.name.rfind("qor_deform_", 0) == 0 &&
+                object.name != shown) {
+                continue;
+            }
+            const Object* shape = &object;
+            if (object.instance_of) {
+                const auto found = by_id.find(*object.instance_of);
+                if (found == by_id.end()) {
+                    scene.note("instances of objects that aren't there");
+                    continue;
+                }
+                shape = found->second;
+            }
+            std::shared_ptr<const Mesh> mesh = shape->mesh;
+            if (!shape->mesh_file.empty()) {
+                try {
+                    mesh = read_mesh_file(shape->mesh_file, frame);
+                } catch (const std::runtime_error& error) {
+                    scene.note("mesh file " + vsqinfo::display_text(shape->mesh_file) + ": " +
+                               error.what());
+                    continue;
+                }
+            }
+            objects_.push_back({paths[i], vsqinfo::display_text(object.name),
+                                surfaces_.surface(object.surface), 0, 0});
+            const Matrix placed = combined(object.matrix, world[i]);
+            if (mesh) {
+                add_mesh(mesh, placed);
+            }
+            if (shape->curves) {
+                add_curves(shape->curves, placed);
+            }
+        }
+    }
+    rtcCommitScene(embree_->scene);
+    const Vec3 farthest = is_empty() ? Vec3{1, 1, 1} : maximum_ - minimum_;
+    const float size = std::max(length(farthest), is_empty() ? 0 : length(maximum_));
+    margin_ = size * 1e-5f;
+}
+
+RayScene::~RayScene() = default;
+
+void RayScene::include(Vec3 place) {
+    if (!is_finite(place)) {
+        return;
+    }
+    minimum_ = {std::min(minimum_.x, place.x), std::min(minimum_.y, place.y),
+                std::min(minimum_.z, place.z)};
+    maximum_ = {std::max(maximum_.x, place.x), std::max(maximum_.y, place.y),
+                std::max(maximum_.z, place.z)};
+}
+
+void RayScene::add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& world) {
+    const std::size_t count = mesh->positions.size() / 3;
+    if (count == 0 || mesh->triangles.size() < 3) {
+        return;
+    }
+    auto part = std::make_unique<Part>();
+    part->object = objects_.size() - 1;
+    part->surface = objects_.back().surface;
+    part->mesh = mesh;
+    part->normals = normal_matrix(world);
+    part->indices.assign(
+        mesh->triangles.begin(),
+        mesh->triangles.begin() + static_cast<std::ptrdiff_t>(mesh->triangles.size() / 3 * 3));
+    part->vertices.reserve(3 * count + 4);
+    for (std::size_t i = 0; i < count; ++i) {
+        const Vec3 place = transformed_point(world, vec3_at(mesh->positions, i));
+        part->vertices.insert(part->vertices.end(), {place.x, place.y, place.z});
+    }
+    if (part->surface->kind == Surface::Kind::kPointLight) {
+        Vec3 sum;
+        for (std::size_t i = 0; i < count; ++i) {
+            sum += vec3_at(part->vertices, i);
+        }
+        point_lights_.push_back({sum * (1 / static_cast<float>(count)),
+                                 part->surface->light_colour * part->surface->power_lumen});
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        include(vec3_at(part->vertices, i));
+    }
+    objects_.back().triangles += part->indices.size() / 3;
+    if (part->surface->kind == Surface::Kind::kMeshLight) {
+        add_light(*part);
+    }
+
+    // Embree reads sixteen bytes at a time, so it needs some behind the last vertex.
+    part->vertices.resize(3 * count + 4);
+    const RTCGeometry geometry = rtcNewGeometry(embree_->device, RTC_GEOMETRY_TYPE_TRIANGLE);
+    rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3,
+                               part->vertices.data(), 0, 3 * sizeof(float), count);
+    rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3,
+                               part->indices.data(), 0, 3 * sizeof(std::uint32_t),
+                               part->indices.size() / 3);
+    attach(geometry, std::move(part));
+}
+
+void RayScene::attach(RTCGeometryTy* geometry, std::unique_ptr<Part> part) {
+    rtcCommitGeometry(geometry);
+    rtcAttachGeometryByID(embree_->scene, geometry, static_cast<unsigned>(parts_.size()));
+    rtcReleaseGeometry(geometry);
+    parts_.push_back(std::move(part));
+}
+
+void RayScene::add_light(Part& part) {
+    std::vector<LightTriangle> triangles;
+    double area = 0;
+    for (std::uint32_t i = 0; i < part.indices.size() / 3; ++i) {
+        LightTriangle triangle;
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            triangle.corners[corner] = part.corner(i, corner);
+        }
+        const Vec3 across = cross(triangle.corners[1] - triangle.corners[0],
+                                  triangle.corners[2] - triangle.corners[0]);
+        triangle.area = length(across) / 2;
+        triangle.normal = normalized(across);
+        triangle.object = part.object;
+        if (triangle.area > 0 && std::isfinite(triangle.area)) {
+            area += static_cast<double>(triangle.area);
+            triangles.push_back(triangle);
+        }
+    }
+    // A surface that shines equally to all sides of its front gives pi times its radiance.
+    const double metre = scene_.units_per_metre;
+    const auto radiance = static_cast<float>(
+        area > 0 ? static_cast<double>(part.surface->power_lumen) / (area / (metre * metre)) : 0);
+    part.radiance = part.surface->light_colour * (radiance / kPi);
+    for (LightTriangle& triangle : triangles) {
+        triangle.radiance = part.radiance;
+    }
+    light_triangles_.insert(light_triangles_.end(), triangles.begin(), triangles.end());
+}
+
+void RayScene::add_curves(const std::shared_ptr<const Curves>& curves, const Matrix& world) {
+    if (curves->order != kCubicPoints) {
+        scene_.note("curves of the order " + std::to_string(static_cast<int>(curves->order)));
+        return;
+    }
+    const std::size_t count = curves->points.size() / 3;
+    const float scale = scale_of(world) * static_cast<float>(curves->radius);
+    auto part = std::make_unique<Part>();
+    part->object = objects_.size() - 1;
+    part->surface = objects_.back().surface;
+    part->curves = curves;
+    part->vertices.reserve(4 * count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const Vec3 place = transformed_point(world, vec3_at(curves->points, i));
+        const float factor = i < curves->radii.size() ? curves->radii[i] : 1;
+        part->vertices.insert(part->vertices.end(), {place.x, place.y, place.z, factor * scale});
+        include(place);
+    }
+    std::size_t start = 0;
+    for (const std::uint32_t points : curves->strand_points) {
+        for (std::size_t i = 0; i + kCubicPoints <= points; i += kCubicPoints - 1) {
+            if (start + i + kCubicPoints <= count) {
+                part->indices.push_back(static_cast<std::uint32_t>(start + i));
+            }
+        }
+        start += points;
+    }
+    if (part->indices.empty()) {
+        return;
+    }
+    objects_.back().segments += part->indices.size();
+    const RTCGeometry geometry =
+        rtcNewGeometry(embree_->device, RTC_GEOMETRY_TYPE_ROUND_BEZIER_CURVE);
+    rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT4,
+                               part->vertices.data(), 0, 4 * sizeof(float), count);
+    rtcSetSharedGeometryBuffer(geometry, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT,
+                               part->indices.data(), 0, sizeof(std::uint32_t),
+                               part->indices.size());
+    attach(geometry, std::move(part));
+}
+
+std::optional<Hit> RayScene::trace(const Ray& ray, float near, float far) const {
+    RTCRayHit query;
+    query.ray.org_x = ray.origin.x;
+    query.ray.org_y = ray.origin.y;
+    query.ray.org_z = ray.origin.z;
+    query.ray.dir_x = ray.direction.x;
+    query.ray.dir_y = ray.direction.y;
+    query.ray.dir_z = ray.direction.z;
+    query.ray.tnear = near;
+    query.ray.tfar = far;
+    query.ray.time = 0;
+    query.ray.mask = ~0u;
+    query.ray.id = 0;
+    query.ray.flags = 0;
+    query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+    query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
+    RTCIntersectContext context;
+    rtcInitIntersectContext(&context);
+    rtcIntersect1(embree_->scene, &context, &query);
+    if (query.hit.geomID == RTC_INVALID_GEOMETRY_ID) {
+        return std::nullopt;
+    }
+    const Part& part = *parts_[query.hit.geomID];
+    Hit hit;
+    hit.distance = query.ray.tfar;
+    hit.place = ray.origin + ray.direction * hit.distance;
+    hit.surface = part.surface;
+    hit.radiance = part.radiance;
+    hit.object = part.object;
+    hit.primitive = query.hit.primID;
+    hit.face_normal = normalized({query.hit.Ng_x, query.hit.Ng_y, query.hit.Ng_z});
+    if (part.curves) {
+        complete_curve(part, query.hit.u, hit);
+    } else {
+        complete_triangle(part, query.hit.u, query.hit.v, hit);
+    }
+    // The normals of the file say which side is the front; the winding needn't agree with them.
+    if (dot(hit.face_normal, hit.normal) < 0) {
+        hit.face_normal = -hit.face_normal;
+    }
+    if (dot(hit.face_normal, ray.direction) > 0) {
+        hit.face_normal = -hit.face_normal;
+        hit.normal = -hit.normal;
+    }
+    return hit;
+}
+
+void RayScene::complete_curve(const Part& part, float along, Hit& hit) const {
+    hit.normal = hit.face_normal;
+    const std::size_t first = part.indices[hit.primitive];
+    hit.u = along;
+    hit.vertex_colour = vec3_at(part.curves->colours, first) * (1 - along) +
+                        vec3_at(part.curves->colours, first + kCubicPoints - 1) * along;
+}
+
+// Interpolates what the corners of the triangle have.
+void RayScene::complete_triangle(const Part& part, float b1, float b2, Hit& hit) const {
+    const Mesh& mesh = *part.mesh;
+    const float weights[3] = {1 - b1 - b2, b1, b2};
+    const std::size_t start = 3 * static_cast<std::size_t>(hit.primitive);
+    const auto index = [start](const std::vector<std::uint32_t>& own,
+                               const std::vector<std::uint32_t>& shared, std::size_t corner) {
+        return own.empty()                   ? shared[start + corner]
+               : start + corner < own.size() ? own[start + corner]
+                                             : 0;
+    };
+    Vec3 normal;
+    float uv[3][2] = {};
+    for (std::size_t i = 0; i < 3; ++i) {
+        normal += vec3_at(mesh.normals, index(mesh.normal_indices, part.indices, i)) * weights[i];
+        hit.vertex_colour += vec3_at(mesh.colours, part.indices[start + i]) * weights[i];
+        const std::size_t at = 2 * std::size_t{index(mesh.uv_indices, part.indices, i)};
+        for (std::size_t axis = 0; axis < 2 && at + 1 < mesh.uvs.size(); ++axis) {
+            uv[i][axis] = mesh.uvs[at + axis];
+        }
+        hit.u += uv[i][0] * weights[i];
+        hit.v += uv[i][1] * weights[i];
+    }
+    normal = normalized(transformed_direction(part.normals, normal));
+    hit.normal = is_finite(normal) && length(normal) > 0.5f ? normal : hit.face_normal;
+
+    const Vec3 side1 = part.corner(hit.primitive, 1) - part.corner(hit.primitive, 0);
+    const Vec3 side2 = part.corner(hit.primitive, 2) - part.corner(hit.primitive, 0);
+    const float u1 = uv[1][0] - uv[0][0], u2 = uv[2][0] - uv[0][0];
+    const float v1 = uv[1][1] - uv[0][1], v2 = uv[2][1] - uv[0][1];
+    const float determinant = u1 * v2 - u2 * v1;
+    if (determinant != 0) {
+        hit.along_u = (side1 * v2 - side2 * v1) * (1 / determinant);
+        hit.along_v = (side2 * u1 - side1 * u2) * (1 / determinant);
+    }
+}
+
+}  // namespace vsqpicture
