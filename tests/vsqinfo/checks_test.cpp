@@ -184,6 +184,7 @@ std::vector<Case> cases() {
          track("\"timestamps\" [ 0 33 ] ,\n\"matrices\" [ " + kIdentity + " ] ,\n")},
         {"track-order", track("\"timestamps\" [ 33 0 ] ,\n", "deformable")},
         {"track-empty", track("")},
+        {"track-empty", track("", "fbx_animation")},
         {"texture-missing", in_shader("\"texture\" \"no.png\",\n")},
         {"mesh-file-malformed", mesh("\"file\" \"cut.qorT\",\n")},
         {"", mesh("\"file\" \"whole.qorT\",\n") + "// \"texture\" \"whole.qorT\"\n"},
@@ -239,9 +240,10 @@ TEST(Checks, AreListedInTheDocument) {
 
 TEST(Checks, NameThePlaceAndTheLine) {
     const TemporaryFolder folder;
-    const std::string text = in_sound_root(
-        "\ngroup xX4be9 {\nobject \"o\" {\ngeometry \"triangles\" {\n" +
-        binary("vertices", 'c', {0x0a0a0a0a, 0, 0}) + "\"file\" \"no.qorT\",\n}\n}\nflag 1\n}\n");
+    const std::string text =
+        in_sound_root("\ngroup xX4be9 {\nobject \"o\" {\ngeometry \"triangles\" {\n" +
+                      binary("vertices", 'c', {0x0a0a0a0a, 0, 0}) +
+                      "\"normals\" [ 0 0 1,0 0 2 ] ,\n\"file\" \"no.qorT\",\n}\n}\nflag 1\n}\n");
     std::ofstream(folder / "a", std::ios::binary) << text;
     const vsqinfo::FileReport report = vsqinfo::report_on_file(folder / "a");
     // The four line feeds among the vertices count, as they do in an editor.
@@ -251,6 +253,8 @@ TEST(Checks, NameThePlaceAndTheLine) {
                 testing::HasSubstr("warning statement-misspelt: line " + std::to_string(line) +
                                    ", offset " + std::to_string(before.size()) +
                                    ": \"flag\" in group \"K\\xe9\" may be \"flags\"\n"));
+    EXPECT_THAT(vsqinfo::report_text(report),
+                testing::HasSubstr(": 1 of 2 normals in object \"o\"\n"));
     EXPECT_THAT(vsqinfo::report_text(report),
                 testing::HasSubstr("\"no.qorT\" isn't in \"" + (folder / "").substr(0, 4)));
 }

@@ -124,7 +124,8 @@ SentScene send_scene(memhost::MemoryHost& host, PluginCommands& plugin, Sending 
         const bool was_started = known == scenes_before.end();
         if (newest_own_scene(renderer) > (was_started ? 0 : known->second)) {
             return {renderer, was_started,
-                    report_on_file(renderer.own_scene()->file, outcome.seconds)};
+                    report_on_file(renderer.own_scene()->file, outcome.seconds),
+                    renderer.own_scene()->file};
         }
     }
     throw std::runtime_error("no running renderer has received the whole scene");

@@ -35,6 +35,7 @@ struct SentScene {
     velmora::RunningRenderer renderer;
     bool was_started;     ///< the command started the renderer
     ExportReport report;  ///< on the scene as the renderer received it
+    std::string file;     ///< in which the renderer keeps it
 
     /// "Velmora 11.0 (process 4711, port 7400)".
     std::string renderer_text() const;

@@ -13,6 +13,7 @@
 #include "tools/vsqexport/exporting_commands.h"
 #include "tools/vsqexport/frame_number.h"
 #include "tools/vsqexport/interruption.h"
+#include "tools/vsqexport/picture_program.h"
 #include "tools/vsqexport/terminal.h"
 #include "tools/vsqinfo/display_text.h"
 
@@ -53,6 +54,8 @@ const Session::Command Session::kCommands[] = {
     {"export", "FILE", "write the whole scene to a scene file", &Session::write},
     {"animation", "FILE", "write each frame to a scene file of its own, and a script beside them",
      &Session::write_animation},
+    {"picture", "FILE", "draw the renderer's scene, after all updates, to a PNG file",
+     &Session::picture},
     {"hide", "NODE", "hide the node, which leaves its object out", &Session::hide},
     {"unhide", "NODE", "show the node again", &Session::unhide},
     {"move", "NODE X Y Z", "move the node to X Y Z in its parent's space; its rotation stays",
@@ -111,12 +114,20 @@ std::string Session::help() {
 
 std::string Session::render(const Words&) {
     const Interruption interruption(host_);
-    return report([&] { return sent("render", send_scene(host_, plugin_, Sending::kRender)); });
+    return report([&] {
+        const SentScene scene = send_scene(host_, plugin_, Sending::kRender);
+        sent_files_ = {scene.file};
+        return sent("render", scene);
+    });
 }
 
 std::string Session::update(const Words&) {
     const Interruption interruption(host_);
-    return report([&] { return sent("update", send_scene(host_, plugin_, Sending::kUpdate)); });
+    return report([&] {
+        const SentScene scene = send_scene(host_, plugin_, Sending::kUpdate);
+        sent_files_.push_back(scene.file);
+        return sent("update", scene);
+    });
 }
 
 std::string Session::report(const std::function<std::optional<ExportReport>()>& command) {
@@ -164,6 +175,14 @@ std::string Session::write_animation(const Words& words) {
         written.summary = "animation: " + written.brief;
         return written;
     });
+}
+
+std::string Session::picture(const Words& words) {
+    if (sent_files_.empty()) {
+        throw std::runtime_error("nothing was sent to the renderer yet");
+    }
+    draw_picture(sent_files_, words[1]);
+    return "picture: " + words[1];
 }
 
 std::string Session::hide(const Words& words) {

@@ -64,6 +64,7 @@ private:
     std::string update(const Words& words);
     std::string write(const Words& words);
     std::string write_animation(const Words& words);
+    std::string picture(const Words& words);
     std::string hide(const Words& words);
     std::string unhide(const Words& words);
     std::string move(const Words& words);
@@ -85,6 +86,7 @@ private:
     std::string scene_;
     Telling telling_;
     std::string remarks_;
+    std::vector<std::string> sent_files_;  // the last whole scene, and the updates since then
     bool has_losses_ = false;
     bool is_over_ = false;
 };

@@ -9,6 +9,7 @@
 #include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/exporting_commands.h"
 #include "tools/vsqexport/interruption.h"
+#include "tools/vsqexport/picture_program.h"
 #include "tools/vsqexport/progress_bar.h"
 #include "tools/vsqexport/reported_command.h"
 #include "tools/vsqexport/scene_options.h"
@@ -30,6 +31,7 @@ constexpr int kCancelled = 130;  // the status that a shell reports for a progra
 struct CommandLine {
     vsqexport::SceneOptions options;
     std::string target;
+    std::string picture;
     vsqexport::ReportOptions report;
 };
 
@@ -105,6 +107,9 @@ int run_render(const CommandLine& command) {
         sent.report.summary = sent.renderer_text() + ", which was " +
                               (sent.was_started ? "started" : "running") + "\n" +
                               sent.report.summary;
+        if (!command.picture.empty()) {
+            vsqexport::draw_picture({sent.file}, command.picture);
+        }
         return sent.report;
     });
 }
@@ -176,7 +181,9 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
                      "shot.vsq, for example, makes shot0000.vsq, shot0001.vsq, ... and shot.py")
         ->required();
     add_command(parser, "render", "Send a scene to the renderer, which is started if none runs",
-                command);
+                command)
+        ->add_option("--picture", command.picture, "Draw what the renderer received to a PNG file")
+        ->type_name("FILE");
     parser.add_subcommand("settings", "Open the settings dialog, or change the settings file")
         ->add_option("SETTINGS", command.options.settings, "Settings, each as KEY=1 or KEY=0")
         ->type_name("KEY=VALUE");

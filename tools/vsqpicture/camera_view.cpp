@@ -48,21 +48,21 @@ CameraView CameraView::of(const Camera& camera, const std::vector<Matrix>& world
     return view;
 }
 
-CameraView CameraView::framing(const RayScene& scene, float aspect) {
+CameraView CameraView::framing(const SceneBox& box, float aspect) {
     CameraView view;
     view.look({-1, 2, -0.9f}, {0, 0, 1});
     view.half_width_ = 0.36f;  // 40 degrees
-    if (scene.is_empty()) {
+    if (box.is_empty()) {
         view.place_ = view.forward_ * -10;
         return view;
     }
-    const Vec3 centre = (scene.minimum() + scene.maximum()) * 0.5f;
+    const Vec3 centre = (box.minimum + box.maximum) * 0.5f;
     // The distance at which the corner that comes closest to an edge of the picture is inside.
     float distance = 0;
     for (int corner = 0; corner < 8; ++corner) {
-        const Vec3 place = {corner & 1 ? scene.minimum().x : scene.maximum().x,
-                            corner & 2 ? scene.minimum().y : scene.maximum().y,
-                            corner & 4 ? scene.minimum().z : scene.maximum().z};
+        const Vec3 place = {corner & 1 ? box.minimum.x : box.maximum.x,
+                            corner & 2 ? box.minimum.y : box.maximum.y,
+                            corner & 4 ? box.minimum.z : box.maximum.z};
         const Vec3 from = place - centre;
         const float aside =
             std::max(std::abs(dot(from, view.right_)), std::abs(dot(from, view.up_)) * aspect);
@@ -87,16 +87,17 @@ CameraView CameraView::named(const std::string& name, const RayScene& scene, flo
 
 void CameraView::show_all(const RayScene& scene, float aspect) {
     is_perspective_ = false;
-    if (scene.is_empty()) {
+    if (scene.box().is_empty()) {
         return;
     }
-    const Vec3 half = (scene.maximum() - scene.minimum()) * 0.5f;
+    const Vec3 half = (scene.box().maximum - scene.box().minimum) * 0.5f;
     const auto extent = [half](Vec3 axis) {
         return std::abs(axis.x) * half.x + std::abs(axis.y) * half.y + std::abs(axis.z) * half.z;
     };
     half_width_ = std::max(extent(right_), extent(up_) * aspect) * kRoomAround;
     half_width_ = std::max(half_width_, 1e-3f);
-    place_ = (scene.minimum() + scene.maximum()) * 0.5f - forward_ * (extent(forward_) * 1.1f + 1);
+    place_ = (scene.box().minimum + scene.box().maximum) * 0.5f -
+             forward_ * (extent(forward_) * 1.1f + 1);
 }
 
 Ray CameraView::ray(float x, float y, float aspect) const {

@@ -13,8 +13,8 @@ public:
     /// The scene's camera at a frame. `world` has the scene's matrices at that frame.
     static CameraView of(const Camera& camera, const std::vector<Matrix>& world, double frame);
 
-    /// A view with perspective that shows the whole scene from above its front right corner.
-    static CameraView framing(const RayScene& scene, float aspect);
+    /// A view with perspective that shows the whole box from above its front right corner.
+    static CameraView framing(const SceneBox& box, float aspect);
 
     /// "front", "right", "top" or "iso", which show the whole scene without perspective.
     static CameraView named(const std::string& name, const RayScene& scene, float aspect);

@@ -65,9 +65,14 @@ class Tracer {
 public:
     Tracer(const RayScene& scene, double units_per_metre)
         : scene_(scene), metres_per_unit_(static_cast<float>(1 / units_per_metre)) {
-        for (const LightTriangle& triangle : scene.light_triangles()) {
-            light_power_ += triangle.area * luminance(triangle.radiance);
-            light_powers_.push_back(light_power_);
+        for (std::size_t i = 0; i < scene.light_triangles().size(); ++i) {
+            const LightTriangle& triangle = scene.light_triangles()[i];
+            if (lights_.empty() || lights_.back().object != triangle.object) {
+                lights_.push_back({triangle.object, i, 0, 0});
+            }
+            ++lights_.back().triangles;
+            lights_.back().area += triangle.area;
+            areas_.push_back(lights_.back().area);
         }
     }
 
@@ -79,6 +84,14 @@ public:
     Sample trace(Ray ray, float near, float far, Random& random) const;
 
 private:
+    // The triangles of an object that shines; they follow one another.
+    struct SurfaceLight {
+        std::size_t object;
+        std::size_t first;
+        std::size_t triangles;
+        float area;
+    };
+
     Vec3 sky(Vec3 direction) const;
     std::optional<Hit> hit(Ray& ray, float near, float far, Random& random) const;
     Reflection reflection_at(const Hit& hit) const;
@@ -88,14 +101,16 @@ private:
     Vec3 reflected(const Reflection& reflection, Vec3 from, Vec3 to) const;
     Vec3 light_from(const PointLight& light, const Hit& hit, const Reflection& reflection,
                     Vec3 from) const;
+    Vec3 light_from(const SurfaceLight& light, const Hit& hit, const Reflection& reflection,
+                    Vec3 from, Random& random) const;
     bool reaches(const Hit& hit, Vec3 to_light, float distance) const;
     Ray next_ray(const Hit& hit, const Reflection& reflection, Vec3 from, Vec3& share,
                  bool& is_mirror, Random& random) const;
 
     const RayScene& scene_;
     float metres_per_unit_;
-    float light_power_ = 0;
-    std::vector<float> light_powers_;  // of each light triangle and all before it
+    std::vector<SurfaceLight> lights_;
+    std::vector<float> areas_;  // of each light triangle and those before it in its light
 };
 
 Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) const {
@@ -190,52 +205,59 @@ Vec3 Tracer::bumped_normal(const Hit& hit) const {
     if (!(size_u > 0 && size_v > 0)) {
         return hit.normal;
     }
-    const Vec3 tilt = hit.along_u * (slope_u / size_u) + hit.along_v * (slope_v / size_v);
+    Vec3 tilt = hit.along_u * (slope_u / size_u) + hit.along_v * (slope_v / size_v);
+    // An edge of the image has no finite slope.
+    constexpr float kSteepest = 0.7f;
+    if (const float slope = length(tilt); slope > kSteepest) {
+        tilt = tilt * (kSteepest / slope);
+    }
     const Vec3 bumped = normalized(hit.normal - tilt);
     return dot(bumped, hit.face_normal) > 0.05f ? bumped : hit.normal;
 }
 
 Vec3 Tracer::direct_light(const Hit& hit, const Reflection& reflection, Vec3 from,
                           Random& random) const {
-    Vec3 sum;
-    // A few point lights are all asked; of many, one for each sample is enough.
+    // A few lights are all asked; of many, one for each sample is enough.
     constexpr std::size_t kFew = 8;
-    const std::size_t count = scene_.point_lights().size();
-    if (count > kFew) {
-        const auto chosen = std::min(
-            static_cast<std::size_t>(random.next() * static_cast<float>(count)), count - 1);
-        sum += light_from(scene_.point_lights()[chosen], hit, reflection, from) *
-               static_cast<float>(count);
-    } else {
-        for (const PointLight& light : scene_.point_lights()) {
-            sum += light_from(light, hit, reflection, from);
-        }
+    const std::size_t points = scene_.point_lights().size();
+    const std::size_t count = points + lights_.size();
+    Vec3 sum;
+    for (std::size_t i = 0; i < std::min(count, kFew); ++i) {
+        const std::size_t light =
+            count <= kFew
+                ? i
+                : std::min(static_cast<std::size_t>(random.next() * static_cast<float>(count)),
+                           count - 1);
+        sum += light < points ? light_from(scene_.point_lights()[light], hit, reflection, from)
+                              : light_from(lights_[light - points], hit, reflection, from, random);
     }
-    if (light_power_ > 0) {
-        const float wanted = random.next() * light_power_;
-        const std::size_t chosen =
-            std::min(static_cast<std::size_t>(
-                         std::upper_bound(light_powers_.begin(), light_powers_.end(), wanted) -
-                         light_powers_.begin()),
-                     light_powers_.size() - 1);
-        const LightTriangle& light = scene_.light_triangles()[chosen];
-        const float root = std::sqrt(random.next());
-        const float second = random.next();
-        const Vec3 place = light.corners[0] * (1 - root) +
-                           light.corners[1] * (root * (1 - second)) +
-                           light.corners[2] * (root * second);
-        const Vec3 way = place - hit.place;
-        const float distance = length(way);
-        const Vec3 to = normalized(way);
-        // Lights shine to both sides: the triangles of round ones face inwards.
-        const float cosine = std::abs(dot(light.normal, to));
-        if (distance > 0 && reaches(hit, to, distance)) {
-            const float chance = luminance(light.radiance) / light_power_;  // per area
-            sum += reflected(reflection, from, to) * light.radiance *
-                   (cosine / (distance * distance * chance));
-        }
+    return count <= kFew ? sum : sum * (static_cast<float>(count) / kFew);
+}
+
+// Through one point of the light's surface.
+Vec3 Tracer::light_from(const SurfaceLight& light, const Hit& hit, const Reflection& reflection,
+                        Vec3 from, Random& random) const {
+    const auto first = areas_.begin() + static_cast<std::ptrdiff_t>(light.first);
+    const auto last = first + static_cast<std::ptrdiff_t>(light.triangles);
+    const float wanted = random.next() * light.area;
+    const auto chosen = std::min(std::lower_bound(first, last, wanted), last - 1);
+    const LightTriangle& triangle =
+        scene_.light_triangles()[static_cast<std::size_t>(chosen - areas_.begin())];
+    const float root = std::sqrt(random.next());
+    const float second = random.next();
+    const Vec3 place = triangle.corners[0] * (1 - root) +
+                       triangle.corners[1] * (root * (1 - second)) +
+                       triangle.corners[2] * (root * second);
+    const Vec3 way = place - hit.place;
+    const float distance = length(way);
+    const Vec3 to = normalized(way);
+    if (!(distance > 0) || !reaches(hit, to, distance)) {
+        return {};
     }
-    return sum;
+    // Lights shine to both sides: the triangles of round ones face inwards.
+    const float cosine = std::abs(dot(triangle.normal, to));
+    return reflected(reflection, from, to) * triangle.radiance *
+           (cosine * light.area / (distance * distance));
 }
 
 Vec3 Tracer::light_from(const PointLight& light, const Hit& hit, const Reflection& reflection,
@@ -309,8 +331,9 @@ Ray Tracer::next_ray(const Hit& hit, const Reflection& reflection, Vec3 from, Ve
                         : around(mirror, std::pow(first, 1 / (reflection.exponent + 1)), second);
         share = share * reflection.specular * (1 / (1 - reflection.diffuse_share));
     }
-    if (dot(direction, hit.face_normal) <= 0) {
-        share = {};  // into the surface
+    // An interpolated normal can lead into the surface.
+    if (dot(direction, hit.face_normal) < 0) {
+        direction = mirrored(direction, hit.face_normal);
     }
     return {hit.place + hit.face_normal * scene_.margin(), normalized(direction)};
 }

@@ -18,6 +18,7 @@ public:
         Json answer = {{"ok", true}};
         if (command.contains("import")) {
             builder_ = SceneBuilder();
+            box_.reset();
             answer["cameras"] = read(command.at("import"));
         } else if (command.contains("merge")) {
             answer["cameras"] = read(command.at("merge"));
@@ -47,6 +48,7 @@ private:
     Json picture(const Json& command) {
         PictureRequest request;
         request.camera = camera_;
+        request.box = box_;
         request.frame = command.value("frame", 0.0);
         request.options.width = command.value("width", request.options.width);
         request.options.height = command.value("height", request.options.height);
@@ -56,12 +58,14 @@ private:
             throw std::runtime_error("a picture needs a size and samples");
         }
         const Picture picture = draw(builder_.scene(), "", request);
+        box_ = box_.value_or(picture.box);
         write_png(picture.image, command.at("picture"));
         return picture.notes;
     }
 
     SceneBuilder builder_;
     std::string camera_;
+    std::optional<SceneBox> box_;  // of the first picture, so that the view doesn't move
 };
 
 }  // namespace

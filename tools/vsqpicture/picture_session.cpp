@@ -39,7 +39,7 @@ CameraView view_of(PictureScene& scene, const RayScene& rays, const PictureReque
     }
     const Camera* const camera = camera_of(scene, request.camera);
     if (!camera) {
-        return CameraView::framing(rays, aspect);
+        return CameraView::framing(request.box.value_or(rays.box()), aspect);
     }
     if (!camera->is_perspective) {
         scene.note("cameras without perspective; they are drawn with it");
@@ -79,7 +79,7 @@ Image all_views(PictureScene& scene, const RayScene& rays, const std::string& ti
     part.options.height = std::max(16, request.options.height / 2);
     Image sheet(2 * part.options.width, 2 * (part.options.height + kLine) + kLine);
     fill_white(sheet);
-    const Vec3 size = rays.is_empty() ? Vec3() : rays.maximum() - rays.minimum();
+    const Vec3 size = rays.box().is_empty() ? Vec3() : rays.box().maximum - rays.box().minimum;
     char extent[96];
     std::snprintf(extent, sizeof extent, "%g x %g x %g units", static_cast<double>(size.x),
                   static_cast<double>(size.y), static_cast<double>(size.z));
@@ -107,6 +107,10 @@ Picture draw(PictureScene& scene, const std::string& title, const PictureRequest
     Picture picture;
     picture.image = request.view == "all" ? all_views(scene, rays, title, request)
                                           : one_view(scene, rays, request);
+    picture.box = rays.box();
+    if (rays.box().is_empty()) {
+        scene.note("anything: the scene has no surfaces");
+    }
     if (request.ids) {
         picture.ids = ids_json(rays, picture.image);
     }

@@ -15,12 +15,15 @@ struct PictureRequest {
     std::string view;    ///< "front", "right", "top", "iso" or "all"; empty: a camera
     double frame = 0;    ///< from the first one of the animation range
     bool ids = false;    ///< each object in a colour of its own
+    /// What a view of the whole scene shows; nothing: the scene as it is at the frame.
+    std::optional<SceneBox> box;
     PictureOptions options;
 };
 
 /// A finished picture, and what is to be told of it.
 struct Picture {
     Image image{1, 1};
+    SceneBox box;
     std::string ids;                 ///< the JSON, if ids were wanted
     std::vector<std::string> notes;  ///< what couldn't be drawn, a line each
 };

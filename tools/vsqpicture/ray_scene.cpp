@@ -131,21 +131,21 @@ RayScene::RayScene(PictureScene& scene, double frame)
         }
     }
     rtcCommitScene(embree_->scene);
-    const Vec3 farthest = is_empty() ? Vec3{1, 1, 1} : maximum_ - minimum_;
-    const float size = std::max(length(farthest), is_empty() ? 0 : length(maximum_));
+    const Vec3 farthest = box_.is_empty() ? Vec3{1, 1, 1} : box_.maximum - box_.minimum;
+    const float size = std::max(length(farthest), box_.is_empty() ? 0 : length(box_.maximum));
     margin_ = size * 1e-5f;
 }
 
 RayScene::~RayScene() = default;
 
-void RayScene::include(Vec3 place) {
+void SceneBox::include(Vec3 place) {
     if (!is_finite(place)) {
         return;
     }
-    minimum_ = {std::min(minimum_.x, place.x), std::min(minimum_.y, place.y),
-                std::min(minimum_.z, place.z)};
-    maximum_ = {std::max(maximum_.x, place.x), std::max(maximum_.y, place.y),
-                std::max(maximum_.z, place.z)};
+    minimum = {std::min(minimum.x, place.x), std::min(minimum.y, place.y),
+               std::min(minimum.z, place.z)};
+    maximum = {std::max(maximum.x, place.x), std::max(maximum.y, place.y),
+               std::max(maximum.z, place.z)};
 }
 
 void RayScene::add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& world) {
@@ -176,7 +176,7 @@ void RayScene::add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& w
         return;
     }
     for (std::size_t i = 0; i < count; ++i) {
-        include(vec3_at(part->vertices, i));
+        box_.include(vec3_at(part->vertices, i));
     }
     objects_.back().triangles += part->indices.size() / 3;
     if (part->surface->kind == Surface::Kind::kMeshLight) {
@@ -246,7 +246,7 @@ void RayScene::add_curves(const std::shared_ptr<const Curves>& curves, const Mat
         const Vec3 place = transformed_point(world, vec3_at(curves->points, i));
         const float factor = i < curves->radii.size() ? curves->radii[i] : 1;
         part->vertices.insert(part->vertices.end(), {place.x, place.y, place.z, factor * scale});
-        include(place);
+        box_.include(place);
     }
     std::size_t start = 0;
     for (const std::uint32_t points : curves->strand_points) {

@@ -62,6 +62,16 @@ struct DrawnObject {
     std::uint64_t segments = 0;  ///< of curves
 };
 
+struct SceneBox {
+    Vec3 minimum{1e30f, 1e30f, 1e30f};
+    Vec3 maximum{-1e30f, -1e30f, -1e30f};
+
+    bool is_empty() const { return minimum.x > maximum.x; }
+
+    /// NaN and infinities don't count.
+    void include(Vec3 place);
+};
+
 /// A scene at one frame, ready for rays.
 class RayScene {
 public:
@@ -79,9 +89,8 @@ public:
     const std::vector<LightTriangle>& light_triangles() const { return light_triangles_; }
     bool has_lights() const { return !point_lights_.empty() || !light_triangles_.empty(); }
 
-    Vec3 minimum() const { return minimum_; }
-    Vec3 maximum() const { return maximum_; }
-    bool is_empty() const { return minimum_.x > maximum_.x; }
+    /// Around everything that is drawn.
+    const SceneBox& box() const { return box_; }
 
     /// How far a ray's start has to leave a surface so that it doesn't hit it again.
     float margin() const { return margin_; }
@@ -94,7 +103,6 @@ private:
     void add_curves(const std::shared_ptr<const Curves>& curves, const Matrix& world);
     void add_light(Part& part);
     void attach(RTCGeometryTy* geometry, std::unique_ptr<Part> part);
-    void include(Vec3 place);
     void complete_triangle(const Part& part, float b1, float b2, Hit& hit) const;
     void complete_curve(const Part& part, float along, Hit& hit) const;
 
@@ -105,8 +113,7 @@ private:
     std::vector<DrawnObject> objects_;
     std::vector<PointLight> point_lights_;
     std::vector<LightTriangle> light_triangles_;
-    Vec3 minimum_{1e30f, 1e30f, 1e30f};
-    Vec3 maximum_{-1e30f, -1e30f, -1e30f};
+    SceneBox box_;
     float margin_ = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "tools/vsqpicture/surface.h"
 
+#include <algorithm>
+
 #include "tools/vsqinfo/vsq_tokens.h"
 
 namespace vsqpicture {
@@ -88,7 +90,10 @@ void SurfaceTable::apply(const Shader& shader, Surface& surface, int depth) {
 void SurfaceTable::apply_light(const Shader& shader, Surface& surface) {
     surface.kind =
         shader.type == "qor_mesh_light" ? Surface::Kind::kMeshLight : Surface::Kind::kPointLight;
-    surface.light_colour = colour_in(shader, "color", {1, 1, 1});
+    // The colour of a low temperature can have less than no blue.
+    const Vec3 colour = colour_in(shader, "color", {1, 1, 1});
+    surface.light_colour = {std::max(colour.x, 0.0f), std::max(colour.y, 0.0f),
+                            std::max(colour.z, 0.0f)};
     const bool in_lumen = number_in(shader, "lumen", 1) != 0;
     surface.power_lumen = number_in(shader, "power", 0) * (in_lumen ? 1 : kLumenPerWatt);
     if (shader.type == "qor_ies_light") {
