@@ -37,7 +37,11 @@ public:
 
 private:
     Json read(const std::string& path) {
-        builder_.add(path);
+        try {
+            builder_.add(path);
+        } catch (const std::exception& error) {
+            throw std::runtime_error(vsqinfo::display_text(path) + ": " + error.what());
+        }
         Json cameras = Json::array();
         for (const Camera& camera : builder_.scene().cameras) {
             cameras.push_back(vsqinfo::display_text(camera.name));

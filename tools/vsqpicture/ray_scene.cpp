@@ -167,6 +167,7 @@ void RayScene::add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& w
         part->vertices.insert(part->vertices.end(), {place.x, place.y, place.z});
     }
     if (part->surface->kind == Surface::Kind::kPointLight) {
+        scene_.note("the shapes of point lights; only their light is seen");
         Vec3 sum;
         for (std::size_t i = 0; i < count; ++i) {
             sum += vec3_at(part->vertices, i);
