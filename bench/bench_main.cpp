@@ -25,6 +25,7 @@ constexpr const char* kFamilies[] = {
     "^deforming/",
     "^link/",
     "^notes/",
+    "^picture/",
     "^mesh/20,000 boxes",
     "^mesh/hard edges",
     "^mesh/(smooth|explicit normals|no smoothing groups|10 million)",

@@ -142,7 +142,7 @@ mkdir textures
 # vsqinfo takes several files and standard input, and fails if one has an error. Only a finding
 # that is no error, or none, lets it succeed.
 mkdir -p "Animations/3ds max"
-for demo in hierarchy motion cameras lights materials smoothing layers curves deforming hair changing; do
+for demo in hierarchy motion cameras lights materials smoothing layers curves deforming hair changing studio; do
     expect 0 0 '' "$vsqexport" export demo:$demo demo.vsq
     expect 0 0 '' "$vsqinfo" demo.vsq
 done

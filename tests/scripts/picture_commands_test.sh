@@ -27,7 +27,7 @@ draw() {
 }
 
 # Each object has pixels in one of three views, or the program says what it doesn't draw.
-for scene in demo:{hierarchy,motion,cameras,lights,materials,smoothing,layers,curves,deforming,hair,changing} \
+for scene in demo:{hierarchy,motion,cameras,lights,materials,smoothing,layers,curves,deforming,hair,changing,studio} \
     "$samples"/*.{gltf,obj,dae}; do
     "$bin/vsqexport" export "$scene" scene.vsq --quiet >/dev/null || fail "$scene"
     draw scene.vsq scene.png 2>notes || fail "$scene: $(<notes)"

@@ -8,6 +8,7 @@
 #include "standins/host/memory/demo_lights.h"
 #include "standins/host/memory/demo_materials.h"
 #include "standins/host/memory/demo_smoothing.h"
+#include "standins/host/memory/demo_studio.h"
 
 namespace memhost {
 namespace {
@@ -93,6 +94,8 @@ const std::vector<DemoScene>& demo_scenes() {
         {"hair", "hair of one and of two colours, on meshes with and without a name", build_hair},
         {"changing", "colours, values, curves, shapes, lights and a lens that change with time",
          build_changing},
+        {"studio", "textured and shiny things under two lamps, and a camera that circles them",
+         build_studio},
     };
     return scenes;
 }
