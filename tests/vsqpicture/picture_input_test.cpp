@@ -41,6 +41,11 @@ PictureRequest tiny() {
 }
 
 TEST(PictureInput, SaysWhatIsNotDrawn) {
+    std::string nested = "surface \"qor_diffuse\" {\n";
+    for (int i = 0; i < 400'000; ++i) {
+        nested += i < 200'000 ? "\"a\" ! \"b\" {\n" : "},\n";
+    }
+    nested += "}\n";
     const struct {
         const char* note;
         std::string file;
@@ -57,6 +62,7 @@ TEST(PictureInput, SaysWhatIsNotDrawn) {
         {"anything: the scene has no surfaces", in_root("")},
         {"instances of objects that aren't there",
          in_root(object("") + "object \"i\" {\ngeometry \"instance\" {\n\"id\" 9,\n}\n}\n")},
+        {"shaders that nest too deeply (199004 times)", in_root(object(nested))},
         {"blocks \"light\"", in_root(object("") + "\nlight \"l\" {\n}\n")},
     };
     for (const auto& one : cases) {

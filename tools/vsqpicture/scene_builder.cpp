@@ -174,6 +174,12 @@ void SceneBuilder::Reader::begin_shader(const vsqinfo::VsqBlock& block) {
     if (block.is_definition || open_.size() < 2) {
         return;
     }
+    // Shaders that own one another are released one inside the other.
+    constexpr std::size_t kDeepest = 1000;
+    if (open_.size() > kDeepest) {
+        scene_.note("shaders that nest too deeply");
+        return;
+    }
     Open& around = open_[open_.size() - 2];
     if (around.shader) {
         if (block.name.empty()) {

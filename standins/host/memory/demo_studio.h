@@ -4,7 +4,8 @@
 
 namespace memhost {
 
-/// A small set under two lamps: textures, a shiny ball, a ball that hops, and a camera that circles.
+/// A small set under two lamps: textures, a shiny ball, a ball that hops, and a camera that
+/// circles.
 void build_studio(SceneBuilder& scene);
 
 }  // namespace memhost
