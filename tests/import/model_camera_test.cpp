@@ -1,9 +1,11 @@
+#include <fstream>
 #include <string>
 #include <tuple>
 
 #include <gmock/gmock.h>
 
 #include "tests/import/imported_model.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -46,6 +48,29 @@ TEST(ModelCamera, HasThePositionDirectionAndAngleOfTheFile) {
                   {0, 0, 1}, {45, 0});
     expect_camera("OpenGEX/camera.ogex", "Camera", {7.4811f, -5.3437f, -6.5076f},
                   {0.9325f, -0.8912f, -0.4010f}, {-0.3174f, -0.8953f, 0.3125f}, {49.134f, 0.1f});
+}
+
+// The angle from bottom to top and the aspect make the one from side to side.
+TEST(ModelCamera, HasTheLensOfAGltfFileForAnyAspect) {
+    const std::tuple<const char*, float> cases[] = {
+        {"\"yfov\":0.6,\"aspectRatio\":2,", 63.488f},
+        {"\"yfov\":0.6,\"aspectRatio\":0.5,", 17.584f},
+        {"\"yfov\":1.2,\"aspectRatio\":2.5,", 119.372f},
+        {"\"yfov\":0.6,", 34.377f},
+    };
+    for (const auto& [lens, degrees] : cases) {
+        const TemporaryFolder folder;
+        std::ofstream(folder / "camera.gltf")
+            << R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
+                "nodes":[{"name":"View","camera":0}],
+                "cameras":[{"type":"perspective","perspective":{)"
+            << lens << R"("znear":0.1}}]})";
+        ImportedModel scene(folder / "camera.gltf");
+        CameraState state;
+        Interval valid = FOREVER;
+        scene.object<CameraObject>("View").EvalCameraState(0, valid, &state);
+        EXPECT_NEAR(state.fov * 57.29578f, degrees, 1e-2f) << lens;
+    }
 }
 
 TEST(ModelLight, BecomesAnOmniLightWithItsColourAndIntensity) {

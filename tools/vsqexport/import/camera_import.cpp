@@ -72,6 +72,14 @@ bool set_direction(const aiVector3D& look, const aiVector3D& up, Matrix3& node_f
 // its readers pass on the value of the file, which is the whole angle.
 float horizontal_angle(const aiCamera& camera, const std::string& reader) {
     double degrees = camera.mHorizontalFOV * 180.0 / kPi;
+    if (reader == kGltf2Reader) {
+        // The file has the angle from bottom to top, which this reader multiplies by the aspect. A
+        // camera without an aspect takes that of the picture; a square one shows what the file
+        // says in both directions.
+        const double aspect = camera.mAspect > 0 ? static_cast<double>(camera.mAspect) : 1.0;
+        const double vertical = static_cast<double>(camera.mHorizontalFOV) / aspect;
+        degrees = 2 * std::atan(std::tan(vertical / 2) * aspect) * 180.0 / kPi;
+    }
     if (reader == k3dsReader) {
         // This reader takes the lens's focal length, in millimetres, for the angle.
         degrees = 2400.0 / degrees;

@@ -9,6 +9,7 @@ namespace vsqexport {
 
 inline constexpr const char* k3dsReader = "Discreet 3DS Importer";
 inline constexpr const char* kFbxReader = "Autodesk FBX Importer";
+inline constexpr const char* kGltf2Reader = "glTF2 Importer";
 
 /// The name of the assimp reader that a model comes from; empty if the model doesn't say.
 inline std::string reader_of(const aiScene& model) {
