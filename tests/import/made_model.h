@@ -27,12 +27,20 @@ struct MadeModel : aiScene {
             aiNode* child = new aiNode(name);
             mRootNode->addChildren(1, &child);
         }
-        append(mAnimations, mNumAnimations).mTicksPerSecond = 1;
+        add_animation("");
+    }
+
+    /// Channels that are added from now on belong to it.
+    void add_animation(const char* name) {
+        aiAnimation& added = append(mAnimations, mNumAnimations);
+        added.mName = name;
+        added.mTicksPerSecond = 1;
     }
 
     /// Adds a channel with keys for the height, given as time and z; rotation and scale have none.
     aiNodeAnim& move(const char* node, const std::vector<std::pair<double, float>>& keys) {
-        aiNodeAnim& channel = append(mAnimations[0]->mChannels, mAnimations[0]->mNumChannels);
+        aiNodeAnim& channel = append(mAnimations[mNumAnimations - 1]->mChannels,
+                                     mAnimations[mNumAnimations - 1]->mNumChannels);
         channel.mNodeName = node;
         channel.mPositionKeys = new aiVectorKey[keys.size()];
         for (const auto& [time, z] : keys) {
@@ -42,7 +50,9 @@ struct MadeModel : aiScene {
     }
 
     const aiNode& node(unsigned i) const { return *mRootNode->mChildren[i]; }
-    vsqexport::ModelAnimation animation() { return {*this, vsqexport::NodeIndex(*this), warnings}; }
+    vsqexport::ModelAnimation animation(const std::vector<std::string>& wanted = {}) {
+        return {*this, vsqexport::NodeIndex(*this), warnings, wanted};
+    }
 
     vsqexport::ImportWarnings warnings;
 };

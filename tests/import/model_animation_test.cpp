@@ -8,6 +8,7 @@
 #include "tests/import/assimp_motion.h"
 #include "tests/import/imported_model.h"
 #include "tests/import/made_model.h"
+#include "tools/vsqexport/import/animation_choice.h"
 
 using namespace memhost;
 using namespace vsqexport;
@@ -55,6 +56,34 @@ TEST(ModelAnimation, MovesNodesAsAssimpDoes) {
 float height_at(const ModelAnimation& animation, const aiNode& node, int seconds, Interval& valid) {
     const LocalTransform place = animation.place(node, Matrix3(), Matrix3());
     return place.at(seconds * TIME_TICKSPERSEC, valid).GetTrans().z;
+}
+
+// Many programs write an animation for each object, and others several takes of the same objects.
+TEST(ModelAnimation, JoinsWhatMovesDifferentThings) {
+    MadeModel model({"A", "B", "C"});
+    model.move("A", {{0, 0}, {1, 10}});
+    model.move("B", {{0, 3}, {9, 3}});  // rests
+    model.add_animation("short take");
+    model.move("A", {{0, 0}, {0.5, -7}});
+    model.add_animation("B moves");
+    model.move("B", {{0, 0}, {2, 20}});
+    model.add_animation("rest");
+    model.move("C", {{0, 0}, {30, 0}});
+    model.add_animation("C moves");
+    model.move("C", {{0, 0}, {4, 40}});
+    Interval valid = FOREVER;
+    const auto heights = [&model, &valid](const ModelAnimation& animation) {
+        return std::vector<float>{height_at(animation, model.node(0), 1, valid),
+                                  height_at(animation, model.node(1), 1, valid),
+                                  height_at(animation, model.node(2), 1, valid)};
+    };
+    EXPECT_EQ(heights(model.animation()), (std::vector<float>{10, 10, 10}));
+    EXPECT_THAT(texts_of(model.warnings),
+                testing::ElementsAre("import-other-animations: animations that move the same as "
+                                     "\"\", \"C moves\", \"B moves\" are left out: "
+                                     "\"short take\" (0.5 s), \"rest\" (30 s)"));
+    EXPECT_EQ(heights(model.animation({"short take", "C moves"})), (std::vector<float>{-7, 0, 10}));
+    EXPECT_THROW(model.animation({"nothing"}), UnknownAnimation);
 }
 
 TEST(ModelAnimation, LeavesOutInvalidKeysAndChannelsWithWarnings) {

@@ -59,7 +59,7 @@ LossReport open_scene(const SceneOptions& options, memhost::SceneBuilder& scene,
     // The range of a model is counted in frames, so the rate is set before the scene is loaded. A
     // demo scene sets a rate of its own, which the second call replaces.
     scene.frames_per_second(options.frames_per_second);
-    LossReport losses = load_scene(options.scene, scene, quiet);
+    LossReport losses = load_scene(options.scene, scene, quiet, options.animations);
     scene.frames_per_second(options.frames_per_second);
     if (!options.frames.empty()) {
         apply_frames(options.frames, scene);

@@ -16,6 +16,9 @@ struct SceneOptions {
     int frames_per_second = 30;
     std::string strict_host;  ///< names of rules, separated by commas; empty for none
     std::string unit;         ///< such as "cm"; empty keeps the scene's own
+    std::vector<std::string>
+        animations;                 ///< names in a model file; none for all that play together
+    bool lists_animations = false;  ///< show the animations of the model and do nothing else
 };
 
 /// Opens the scene in the host and delivers the events of its nodes. Throws `std::invalid_argument`

@@ -28,14 +28,18 @@ void load_demo(const std::string& name, memhost::SceneBuilder& scene) {
 
 }  // namespace
 
-LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, bool quiet) {
+LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, bool quiet,
+                      const std::vector<std::string>& animations) {
     LossReport losses;
     if (source.compare(0, kDemoPrefix.size(), kDemoPrefix) == 0) {
+        if (!animations.empty()) {
+            throw std::invalid_argument("--animation is for model files");
+        }
         load_demo(source.substr(kDemoPrefix.size()), scene);
         return losses;
     }
 #ifdef VSQ_WITH_IMPORTER
-    for (const ImportWarning& warning : vsqexport::import_model(source, scene)) {
+    for (const ImportWarning& warning : vsqexport::import_model(source, scene, animations)) {
         if (!quiet) {
             std::fprintf(stderr, "vsqexport: warning: %s\n", warning.text.c_str());
         }
@@ -44,6 +48,18 @@ LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, b
     return losses;
 #else
     static_cast<void>(quiet);
+    static_cast<void>(animations);
+    throw std::runtime_error(source + ": this build reads no model files, only demo scenes");
+#endif
+}
+
+std::string list_of_animations(const std::string& source) {
+    if (source.compare(0, kDemoPrefix.size(), kDemoPrefix) == 0) {
+        throw std::invalid_argument("--animations is for model files");
+    }
+#ifdef VSQ_WITH_IMPORTER
+    return list_animations(source);
+#else
     throw std::runtime_error(source + ": this build reads no model files, only demo scenes");
 #endif
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "standins/host/memory/scene_builder.h"
 #include "tools/vsqexport/loss_report.h"
@@ -11,7 +12,13 @@ namespace vsqexport {
 /// standard error name what is left out of a model file, unless `quiet`; the report that is
 /// returned has them in any case. Throws `std::runtime_error` with one line that names the scene
 /// and the reason.
-LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, bool quiet = false);
+///
+/// `animations` has the names of the model's animations to be looked at; none means all.
+LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, bool quiet = false,
+                      const std::vector<std::string>& animations = {});
+
+/// The animations of a model file, a line for each. Throws as `load_scene` does.
+std::string list_of_animations(const std::string& source);
 
 /// The demo scenes with their descriptions, one to a line.
 std::string list_of_demo_scenes();

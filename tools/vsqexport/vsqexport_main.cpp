@@ -150,6 +150,13 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
     added->add_option("--frames", options.frames, "The animation range")->type_name("FIRST:LAST");
     added->add_option("--fps", options.frames_per_second, "Frames per second")
         ->check(CLI::Range(1, 4800));
+    added
+        ->add_option("--animation", options.animations,
+                     "An animation of the model file; by default all that move different things")
+        ->allow_extra_args(false)
+        ->type_name("NAME");
+    added->add_flag("--animations", options.lists_animations,
+                    "List the animations of the model file, and do nothing else");
     added->add_option("--unit", options.unit, "The unit of the scene: mm, cm, m, ...");
     added
         ->add_option("--strict-host", options.strict_host,
@@ -172,14 +179,12 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
     parser.allow_windows_style_options(false);  // a path can begin with a slash
     parser.require_subcommand(1);
     add_command(parser, "export", "Write a scene to a .vsq scene file", command)
-        ->add_option("OUT", command.target, "The scene file; - for standard output")
-        ->required();
+        ->add_option("OUT", command.target, "The scene file; - for standard output");
     add_command(parser, "animation",
                 "Write each frame to a .vsq scene file of its own, and a script that renders them",
                 command)
         ->add_option("OUT", command.target,
-                     "shot.vsq, for example, makes shot0000.vsq, shot0001.vsq, ... and shot.py")
-        ->required();
+                     "shot.vsq, for example, makes shot0000.vsq, shot0001.vsq, ... and shot.py");
     add_command(parser, "render", "Send a scene to the renderer, which is started if none runs",
                 command)
         ->add_option("--picture", command.picture, "Draw what the renderer received to a PNG file")
@@ -201,6 +206,13 @@ int run(const std::string& name, const CommandLine& command) {
         {"export", run_export},   {"animation", run_animation}, {"render", run_render},
         {"session", run_session}, {"settings", run_settings},
     };
+    if (command.options.lists_animations) {
+        std::fputs(vsqexport::list_of_animations(command.options.scene).c_str(), stdout);
+        return kDone;
+    }
+    if (command.target.empty() && (name == "export" || name == "animation")) {
+        throw std::invalid_argument("OUT is required (see --help)");
+    }
     for (const auto& known : kCommands) {
         if (name == known.name) {
             return known.run(command);

@@ -3,55 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <set>
 #include <utility>
 
+#include "tools/vsqexport/import/animation_choice.h"
 #include "tools/vsqexport/import/left_out.h"
 #include "tools/vsqexport/import/matrix_conversion.h"
-#include "tools/vsqexport/import/model_reader.h"
 
 namespace vsqexport {
 namespace {
-
-// 3DS files play at 30 frames a second, which their reader doesn't say. Other formats get assimp's
-// own default.
-double file_ticks_per_second(const aiScene& model, const aiAnimation& animation) {
-    constexpr double kMost = 1e9;
-    const double given = animation.mTicksPerSecond;
-    if (given > 0.0 && given < kMost) {
-        return given;
-    }
-    return reader_of(model) == k3dsReader ? 30.0 : 25.0;
-}
-
-// The animation to import, or null. Each kind of thing that is left out gets a line.
-const aiAnimation* choose_animation(const aiScene& model, ImportWarnings& warnings) {
-    const aiAnimation* chosen = nullptr;
-    int others = 0;
-    bool changes_meshes = false;
-    for (unsigned i = 0; i < model.mNumAnimations; ++i) {
-        const aiAnimation& animation = *model.mAnimations[i];
-        changes_meshes = changes_meshes || animation.mNumMeshChannels != 0;
-        if (animation.mNumChannels == 0 && animation.mNumMorphMeshChannels == 0) {
-            continue;
-        }
-        if (chosen) {
-            ++others;
-        } else {
-            chosen = &animation;
-        }
-    }
-    if (others > 0) {
-        warnings.push_back({"import-other-animations",
-                            "only its animation \"" + std::string(chosen->mName.C_Str()) +
-                                "\" is imported, " + std::to_string(others) +
-                                " more are left out"});
-    }
-    if (changes_meshes) {
-        warnings.push_back(
-            {"import-mesh-animations", "animations that replace its meshes are left out"});
-    }
-    return chosen;
-}
 
 Matrix3 product(const Matrix3& before, const Matrix3& matrix, const Matrix3& after) {
     // Multiplying by the identity could change bits.
@@ -62,12 +22,10 @@ Matrix3 product(const Matrix3& before, const Matrix3& matrix, const Matrix3& aft
 }  // namespace
 
 ModelAnimation::ModelAnimation(const aiScene& model, const NodeIndex& nodes,
-                               ImportWarnings& warnings) {
-    const aiAnimation* animation = choose_animation(model, warnings);
-    if (!animation) {
-        return;
+                               ImportWarnings& warnings, const std::vector<std::string>& wanted) {
+    for (const aiAnimation* animation : choose_animations(model, wanted, warnings)) {
+        read(*animation, nodes, ticks_per_second(model, *animation), warnings);
     }
-    read(*animation, nodes, file_ticks_per_second(model, *animation), warnings);
 
     constexpr double kLongestSeconds = 3600;
     if (end_seconds_ > kLongestSeconds) {
@@ -83,6 +41,7 @@ void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
                           double file_ticks_per_second, ImportWarnings& warnings) {
     LeftOut left_out("motion of", "import-motion");
     int dropped_keys = 0;
+    std::set<const aiNode*> own;
     for (unsigned i = 0; i < animation.mNumChannels; ++i) {
         const aiNodeAnim& channel = *animation.mChannels[i];
         const std::string name = channel.mNodeName.C_Str();
@@ -99,9 +58,14 @@ void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
             std::make_shared<NodeMotion>(channel, node->mTransformation, file_ticks_per_second);
         const double end_seconds = motion->end_seconds();
         dropped_keys += motion->dropped_keys();
-        if (!motions_.emplace(node, std::move(motion)).second) {
+        if (!own.insert(node).second) {
             left_out.add(name, "the node has another one");
             continue;
+        }
+        // A node that rests in one animation can move in another.
+        std::shared_ptr<const NodeMotion>& kept = motions_[node];
+        if (!kept || moves(channel)) {
+            kept = std::move(motion);
         }
         end_seconds_ = std::max(end_seconds_, end_seconds);
     }

@@ -16,12 +16,14 @@
 
 namespace vsqexport {
 
-/// The motion that a model file gives to its nodes and morph targets. Several animations in a file
-/// are takes of the same nodes; the first one that has any motion is used.
+/// The motion that a model file gives to its nodes and morph targets, in those of its animations
+/// that play together.
 class ModelAnimation {
 public:
-    /// `warnings` gets a line for each kind of thing that is left out.
-    ModelAnimation(const aiScene& model, const NodeIndex& nodes, ImportWarnings& warnings);
+    /// `warnings` gets a line for each kind of thing that is left out. `wanted` has the names of
+    /// the animations; none means those that `choose_animations` chooses.
+    ModelAnimation(const aiScene& model, const NodeIndex& nodes, ImportWarnings& warnings,
+                   const std::vector<std::string>& wanted = {});
 
     bool animates(const aiNode& node) const { return motions_.count(&node) != 0; }
 

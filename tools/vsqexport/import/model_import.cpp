@@ -21,6 +21,7 @@
 #include <assimp/Importer.hpp>
 
 #include "standins/host/memory/host_text.h"
+#include "tools/vsqexport/import/animation_choice.h"
 #include "tools/vsqexport/import/animation_import.h"
 #include "tools/vsqexport/import/camera_import.h"
 #include "tools/vsqexport/import/deep_stack.h"
@@ -153,10 +154,10 @@ bool is_wrapper(const aiNode& root) {
 class NodeImport {
 public:
     NodeImport(const aiScene& model, ModelMaterials& materials, memhost::SceneBuilder& scene,
-               ImportWarnings& warnings)
+               ImportWarnings& warnings, const std::vector<std::string>& animations)
         : model_(model), materials_(materials), scene_(scene) {
         const NodeIndex nodes(model);
-        animation_.emplace(model, nodes, warnings);
+        animation_.emplace(model, nodes, warnings, animations);
         deforming_.emplace(model, nodes, *animation_, warnings);
         import_cameras(model, nodes, held_, warnings);
         import_lights(model, nodes, held_, warnings);
@@ -359,7 +360,7 @@ void empty_broken_meshes(const aiScene& model, ImportWarnings& warnings) {
 }
 
 void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
-                ImportWarnings& warnings) {
+                ImportWarnings& warnings, const std::vector<std::string>& animations) {
     Assimp::Importer importer;
     const aiScene& model = read_scene(importer, path_utf8);
 
@@ -378,19 +379,34 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
         scene.unit(*unit);
     }
     ModelMaterials materials(model, path.parent_path(), scene, warnings);
-    NodeImport(model, materials, scene, warnings).add_all();
+    try {
+        NodeImport(model, materials, scene, warnings, animations).add_all();
+    } catch (const UnknownAnimation& error) {
+        fail(path_utf8, error.what());
+    }
 }
 
 }  // namespace
 
-ImportWarnings import_model(const std::string& path_utf8, memhost::SceneBuilder& scene) {
+ImportWarnings import_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
+                            const std::vector<std::string>& animations) {
     check_file(path_utf8);
     ImportWarnings warnings;
-    run_on_deep_stack([&] { read_model(path_utf8, scene, warnings); });
+    run_on_deep_stack([&] { read_model(path_utf8, scene, warnings, animations); });
     for (ImportWarning& warning : warnings) {
         warning.text = one_line(path_utf8 + ": " + warning.text);
     }
     return warnings;
+}
+
+std::string list_animations(const std::string& path_utf8) {
+    check_file(path_utf8);
+    std::string list;
+    run_on_deep_stack([&] {
+        Assimp::Importer importer;
+        list = list_of_animations(read_scene(importer, path_utf8));
+    });
+    return list;
 }
 
 }  // namespace vsqexport

@@ -12,8 +12,9 @@ namespace vsqexport {
 /// the file: names, hierarchy and transforms, meshes and materials, cameras and point lights. The
 /// meshes of a node become one, with the materials in the order of their first use.
 ///
-/// Nodes move as in the first animation of the file. The animation range becomes that animation's,
-/// in frames at the rate that `scene` already has. Without an animation the range stays.
+/// Nodes move as in those animations of the file that play together, see `choose_animations`. The
+/// animation range becomes that of the longest, in frames at the rate that `scene` already has.
+/// Without an animation the range stays.
 ///
 /// Meshes with bones or morph targets deform with the animation. If none of their bones and targets
 /// move, they keep the shape that they have at the start.
@@ -23,10 +24,16 @@ namespace vsqexport {
 /// specifies one. A root that assimp puts around the file's nodes isn't kept, unless it has a
 /// transform of its own or needs one for the rotation.
 ///
+/// `animations` has the names of those to be looked at; none means all.
+///
 /// Returns a warning for each thing that is left out, such as a texture that isn't found.
 ///
 /// Throws `std::runtime_error` with one line, which names the file and the reason, if the file
 /// can't be read. `scene` is then unchanged.
-ImportWarnings import_model(const std::string& path_utf8, memhost::SceneBuilder& scene);
+ImportWarnings import_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
+                            const std::vector<std::string>& animations = {});
+
+/// The animations of a model file, a line for each. Throws as `import_model` does.
+std::string list_animations(const std::string& path_utf8);
 
 }  // namespace vsqexport
