@@ -22,6 +22,9 @@
 #include "tests/support/installation_entries.h"
 #include "tests/support/stand_in_library.h"
 #include "tools/vsqinfo/vsq_reader.h"
+#ifdef VSQ_WITH_IMPORTER
+#include "tests/import/imported_model.h"
+#endif
 
 #ifdef _WIN32
 #define VSQ_EXPORTED __declspec(dllexport)
@@ -365,6 +368,34 @@ TEST(ExportNotes, WhatIsMissingFromASceneIsInItsReport) {
         }
     }
 }
+
+#ifdef VSQ_WITH_IMPORTER
+TEST(ExportNotes, WhatIsMissingFromAModelIsInItsReport) {
+    SKIP_WITHOUT_MODELS();
+    const std::string samples = VSQ_SAMPLES "/";
+    const std::string models[] = {
+        samples + "awkward-names.gltf",
+        samples + "desk-lamp.gltf",
+        samples + "traffic-light.obj",
+        samples + "windmill.dae",
+        kModels + "3DS/CameraRollAnim.3ds",
+        kModels + "BLEND/CubeHierarchy_248.blend",
+        kModels + "Collada/lights.dae",
+        kModels + "FBX/spider.fbx",
+        kModels + "IFC/AC14-FZK-Haus.ifc",
+        kModels + "NFF/NFF/ManyEarthsNotJustOne.nff",
+    };
+    for (const std::string& model : models) {
+        for (const bool all_on : {false, true}) {
+            SCOPED_TRACE(model);
+            Stage stage;
+            vsqexport::import_model(model, stage.scene);
+            stage.options->Bones = stage.options->cameras = all_on;
+            expect_report_and_scene_agree(stage);
+        }
+    }
+}
+#endif
 
 // A renderer whose link breaks at the second node.
 struct BreakingScene final : NullApi {
