@@ -24,11 +24,13 @@ FINDING = exactly(code={"pattern": "^[a-z]+(-[a-z]+)*$"}, severity={"enum": ["er
 CHECKED = exactly(("failure",), file=TEXT, kind={"enum": ["scene", "mesh"]}, summary={"type": ["object", "null"]},
                   counts={"additionalProperties": COUNT}, findings={"items": FINDING}, failure=TEXT)
 CHECKS = exactly(report={"const": "vsqinfo"}, version={"const": 1}, files={"items": CHECKED})
-SUMMARY = {"type": "object", "required": ["file", "bytes", "seconds", "contents", "mesh_files"]}
+SUMMARY = {"type": ["object", "null"], "required": ["file", "bytes", "seconds", "contents", "mesh_files"]}
+ALL = exactly(("error",), summary=SUMMARY, report=REPORT, error=TEXT)
+RANKS = NOTE["properties"]["severity"]["enum"]
 
 with open(sys.argv[1], encoding="utf-8") as file:
     document = json.load(file)
-if "summary" in document:
-    validate(document["summary"], SUMMARY)
-    document = document["report"]
-validate(document, CHECKS if document["report"] == "vsqinfo" else REPORT)
+validate(document, ALL if "summary" in document else CHECKS if document["report"] == "vsqinfo" else REPORT)
+report = document["report"] if "summary" in document else document
+ranks = [RANKS.index(note["severity"]) for note in report.get("notes", [])]
+assert ranks == sorted(ranks), "the worst notes come first"

@@ -117,14 +117,29 @@ cp stdout animation.json
 expect 2 1 'standard output' "$vsqexport" export demo:lights - --json
 expect 1 1 'no/l.json: the report cannot be written' "$vsqexport" export demo:lights kept.vsq \
     --report no/l.json
-expect 2 1 'would replace' "$vsqexport" export demo:lights kept.vsq --report ./kept.vsq
+ln kept.vsq linked.vsq
+for file in "$PWD/kept.vsq" linked.vsq; do
+    expect 2 1 'would replace' "$vsqexport" export demo:lights kept.vsq --report "$file"
+done
+for file in kept.py kept0012.vsq; do
+    expect 2 1 'would replace' "$vsqexport" animation demo:lights kept.vsq --report $file
+done
+expect 2 1 'takes a file' "$vsqexport" render demo:lights --report -
 check "the scene stays" "$vsqinfo" kept.vsq >/dev/null
+# A command that never gets to the export has a report as well, with the error in one line.
+expect 1 1 '^vsqexport: no.x0aone/k.vsq: ' "$vsqexport" export demo:lights $'no\none/k.vsq' --json
+cp stdout unwritten.json
+expect 1 1 'none.obj' "$vsqexport" render none.obj --json --report unread.json
+cp stdout unsent.json
+check "the error is noted" grep -q '"export-failed"' unread.json
 "$vsqexport" session demo:lights --json <<<'export s.vsq' >session.json 2>all
 check "a session with JSON is silent" test ! -s all
+"$vsqexport" session demo:lights --json --report s.vsq <<<$'export s.vsq\nrender' >refused.json 2>all
+check "a session keeps its scene" grep -q 's.vsq: the report would replace' all
 "$vsqexport" session demo:lights --strict --report s.json <<<$'hide Sky\nexport s.vsq' >all 2>&1
 check "a strict session" test $? = 3
 printf 'newmtl m\nmap_Kd gone.png\n' >gone.mtl
-printf 'mtllib gone.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n' >gone.obj
+printf 'o \xff"\\\x1b\nmtllib gone.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n' >gone.obj
 expect 3 1 'warning: .*gone.png is not found' "$vsqexport" export gone.obj s.vsq --strict \
     --report gone.json
 printf 'v 0 0 0\nv 1e6 0 0\nv 0 1 0\nf 1 2 3\n' >large.obj
@@ -135,8 +150,14 @@ expect 2 1 '--up: w' "$vsqexport" export large.obj large.vsq --up w
 expect 2 1 '--scale are for model files' "$vsqexport" export demo:lights large.vsq --scale 2
 expect 1 1 "no animation 'x'" "$vsqexport" export large.obj large.vsq --animation x
 check "the importer's warning has a code" grep -q '"import-texture"' gone.json
+check "the importer's codes are those of the document" diff \
+    <(grep -rhoE '"import-[a-z-]+"' "$samples/../tools/vsqexport" | tr -d '"' | sort -u) \
+    <(grep -oE '^\| `import-[a-z-]+' "$samples/../docs/report.md" | cut -c4- | sort)
+check "the user guide names each code" diff /dev/null <(grep -oE '^\| `[a-z]+-[a-z-]+`' \
+    "$samples/../docs/report.md" | cut -c3- |
+    while read -r code; do grep -qF "$code" "$samples/../docs/user-guide.md" || echo "$code"; done)
 check "a hidden node is noted" grep -q '"node-hidden"' s.json
-for file in l export animation session s gone; do
+for file in l export animation session s gone unwritten unread unsent refused; do
     check "$file.json is JSON" python3 -m json.tool $file.json >/dev/null
     check "$file.json has the schema" "${0%/*}/check_report.py" $file.json
 done

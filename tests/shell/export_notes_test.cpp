@@ -374,16 +374,11 @@ TEST(ExportNotes, WhatIsMissingFromAModelIsInItsReport) {
     SKIP_WITHOUT_MODELS();
     const std::string samples = VSQ_SAMPLES "/";
     const std::string models[] = {
-        samples + "awkward-names.gltf",
-        samples + "desk-lamp.gltf",
-        samples + "traffic-light.obj",
-        samples + "windmill.dae",
-        kModels + "3DS/CameraRollAnim.3ds",
-        kModels + "BLEND/CubeHierarchy_248.blend",
-        kModels + "Collada/lights.dae",
-        kModels + "FBX/spider.fbx",
-        kModels + "IFC/AC14-FZK-Haus.ifc",
-        kModels + "NFF/NFF/ManyEarthsNotJustOne.nff",
+        samples + "awkward-names.gltf",     samples + "desk-lamp.gltf",
+        samples + "traffic-light.obj",      samples + "windmill.dae",
+        kModels + "3DS/CameraRollAnim.3ds", kModels + "BLEND/CubeHierarchy_248.blend",
+        kModels + "Collada/lights.dae",     kModels + "FBX/spider.fbx",
+        kModels + "IFC/AC14-FZK-Haus.ifc",  kModels + "NFF/NFF/ManyEarthsNotJustOne.nff",
     };
     for (const std::string& model : models) {
         for (const bool all_on : {false, true}) {

@@ -42,6 +42,22 @@ std::string AnimationFiles::frame(int number) const {
     return base_ + digits + kEnding;
 }
 
+bool AnimationFiles::include(const std::string& path) const {
+    const auto canonical = [](const std::string& name) {
+        std::error_code ignored;
+        const auto whole = std::filesystem::absolute(std::filesystem::u8path(name), ignored);
+        return std::filesystem::weakly_canonical(whole, ignored).u8string();
+    };
+    const std::string file = canonical(path);
+    const std::string base = canonical(base_);
+    if (file.compare(0, base.size(), base) != 0) {
+        return false;
+    }
+    const std::string rest = file.substr(base.size());
+    const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
+    return canonical(script()) == file || (digits > 0 && rest.substr(digits) == kEnding);
+}
+
 // If the plug-in couldn't write its script, an older one may still be there.
 void AnimationFiles::check_script(int last_frame) const {
     const std::filesystem::path path = std::filesystem::u8path(script());

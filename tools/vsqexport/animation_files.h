@@ -20,6 +20,9 @@ public:
     /// The script that renders the frames.
     std::string script() const { return base_ + ".py"; }
 
+    /// Whether `path` is that of the script or of any frame.
+    bool include(const std::string& path) const;
+
     /// Throws `std::runtime_error` unless the script exists, is complete, and renders the frames 1
     /// to `last_frame` of these files.
     void check_script(int last_frame) const;

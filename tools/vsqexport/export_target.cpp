@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "tools/vsqexport/animation_files.h"
+#include "tools/vsqinfo/display_text.h"
 
 namespace vsqexport {
 
@@ -14,7 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 [[noreturn]] void refuse(const std::string& target, const std::string& reason) {
-    throw std::runtime_error(target + ": cannot be written: " + reason);
+    throw std::runtime_error(vsqinfo::display_text(target) + ": cannot be written: " + reason);
 }
 
 }  // namespace
@@ -33,7 +34,7 @@ void check_export_target(const std::string& target, const std::string& source) {
     }
     const fs::path folder = path.parent_path();
     if (!folder.empty() && !fs::is_directory(folder, ignored)) {
-        refuse(target, "there is no folder " + folder.u8string());
+        refuse(target, "there is no folder " + vsqinfo::display_text(folder.u8string()));
     }
     if (fs::equivalent(path, fs::u8path(source), ignored)) {
         refuse(target, "it is the scene to be exported");

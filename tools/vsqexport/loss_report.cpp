@@ -1,6 +1,8 @@
 #include "tools/vsqexport/loss_report.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <utility>
@@ -20,6 +22,12 @@ constexpr std::size_t kNodesInALine = 3;
 const char* const kTold = "export-failed";  // the command's error says it
 const char* const kFailed = "failed";
 const char* const kLost = "lost";
+const char* const kWorstFirst[] = {kFailed, kLost, "changed", "chosen"};
+
+std::ptrdiff_t rank_of(const std::string& severity) {
+    return std::find(std::begin(kWorstFirst), std::end(kWorstFirst), severity) -
+           std::begin(kWorstFirst);
+}
 
 std::string text_of(const LossNote& note) {
     std::string text = note.node;
@@ -62,6 +70,14 @@ void LossReport::add_json(const std::string& json) {
 
 void LossReport::add_shown(LossNote note) {
     shown_.push_back(std::move(note));
+}
+
+void LossReport::add_shown(const LossReport& other) {
+    shown_.insert(shown_.end(), other.shown_.begin(), other.shown_.end());
+}
+
+void LossReport::add_error(const std::string& error) {
+    add_shown({kTold, kFailed, "", "", error, 1});
 }
 
 // The plug-in sorts its notes by code, worst first.
@@ -113,11 +129,14 @@ bool LossReport::has_losses() const {
 }
 
 std::string LossReport::json() const {
+    std::vector<LossNote> all = notes_;
+    all.insert(all.end(), shown_.begin(), shown_.end());
+    std::stable_sort(all.begin(), all.end(), [](const LossNote& a, const LossNote& b) {
+        return rank_of(a.severity) < rank_of(b.severity);
+    });
     Json notes = Json::array();
-    for (const std::vector<LossNote>* part : {&notes_, &shown_}) {
-        for (const LossNote& note : *part) {
-            notes.push_back(json_of(note));
-        }
+    for (const LossNote& note : all) {
+        notes.push_back(json_of(note));
     }
     const Json report = {{"report", kReport},
                          {"version", kVersion},

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vsqexport {
@@ -19,12 +20,22 @@ struct LossNote {
 /// What a command left out or changed: the notes of the plug-in, and those of the importer.
 class LossReport {
 public:
+    /// Takes the command's name for `json`, which a report of the plug-in replaces.
+    explicit LossReport(std::string command) : command_(std::move(command)) {}
+    LossReport() = default;
+
     /// Adds the notes of a report in the plug-in's JSON. Throws `std::runtime_error` with one line
     /// if the text isn't such a report.
     void add_json(const std::string& json);
 
     /// Adds a note that has already been shown to the user, so that `list` leaves it out.
     void add_shown(LossNote note);
+
+    /// Adds the notes of `other` in the same way.
+    void add_shown(const LossReport& other);
+
+    /// Adds that the command ended with this error, which the user sees.
+    void add_error(const std::string& error);
 
     /// One line per code for a person, worst first: severity, code, number of nodes and the first
     /// of them.
@@ -36,7 +47,7 @@ public:
     /// Whether anything failed or was lost.
     bool has_losses() const;
 
-    /// The whole report as one JSON object.
+    /// The whole report as one JSON object, worst first.
     std::string json() const;
 
 private:

@@ -6,7 +6,10 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "tools/vsqexport/animation_files.h"
+#include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/json_text.h"
+#include "tools/vsqinfo/display_text.h"
 
 namespace vsqexport {
 
@@ -18,8 +21,8 @@ void write_report_file(const std::string& path, const std::string& json) {
     file << json << '\n';
     file.close();
     if (!file) {
-        throw std::runtime_error(
-            path + ": the report cannot be written: " + std::generic_category().message(errno));
+        throw std::runtime_error(vsqinfo::display_text(path) + ": the report cannot be written: " +
+                                 std::generic_category().message(errno));
     }
 }
 
@@ -45,26 +48,49 @@ std::string json_object(const std::optional<ExportReport>& report, const LossRep
 
 bool are_same_file(const std::string& a, const std::string& b) {
     std::error_code ignored;
-    return std::filesystem::weakly_canonical(std::filesystem::u8path(a), ignored) ==
-           std::filesystem::weakly_canonical(std::filesystem::u8path(b), ignored);
+    const auto first = std::filesystem::absolute(std::filesystem::u8path(a), ignored);
+    const auto second = std::filesystem::absolute(std::filesystem::u8path(b), ignored);
+    return std::filesystem::equivalent(first, second, ignored) ||
+           std::filesystem::weakly_canonical(first, ignored) ==
+               std::filesystem::weakly_canonical(second, ignored);
+}
+
+[[noreturn]] void refuse_replacing(const ReportOptions& options) {
+    throw std::invalid_argument(vsqinfo::display_text(options.file) +
+                                ": the report would replace the scene");
 }
 
 }  // namespace
 
 void check_report_file(const ReportOptions& options, const std::string& scene,
                        const std::string& target) {
+    if (options.file.empty()) {
+        return;
+    }
+    if (is_standard_output(options.file)) {
+        throw std::invalid_argument(
+            "--report takes a file; --json puts the report on standard output");
+    }
     for (const std::string* file : {&scene, &target}) {
-        if (!options.file.empty() && !file->empty() && are_same_file(options.file, *file)) {
-            throw std::invalid_argument(options.file + ": the report would replace the scene");
+        if (!file->empty() && are_same_file(options.file, *file)) {
+            refuse_replacing(options);
         }
     }
 }
 
-ToldResult run_reported(const ReportOptions& options, PluginCommands& plugin,
+void check_animation_report_file(const ReportOptions& options, const std::string& scene,
+                                 const std::string& target) {
+    check_report_file(options, scene, "");
+    if (!options.file.empty() && AnimationFiles(target).include(options.file)) {
+        refuse_replacing(options);
+    }
+}
+
+ToldResult run_reported(const ReportOptions& options, PluginCommands& plugin, const char* name,
                         const LossReport& imported,
                         const std::function<std::optional<ExportReport>()>& command) {
     ToldResult told = {};
-    LossReport losses = imported;
+    LossReport losses(name);
     std::optional<ExportReport> report;
     // Runs a step unless an earlier one has failed.
     const auto attempt = [&told](bool always, const std::function<void()>& step) {
@@ -77,10 +103,13 @@ ToldResult run_reported(const ReportOptions& options, PluginCommands& plugin,
         }
     };
     attempt(true, [&] { report = command(); });
+    losses.add_shown(imported);
     attempt(true, [&] {
         const std::string json = plugin.take_report();
         if (!json.empty()) {
             losses.add_json(json);
+        } else if (told.failure) {
+            losses.add_error(text_of(told.failure));  // the plug-in never ran
         }
     });
     attempt(false, [&] {

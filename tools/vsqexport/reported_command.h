@@ -28,15 +28,20 @@ struct ToldResult {
 };
 
 /// Throws `std::invalid_argument` with one line if the report would replace one of these files: the
-/// scene to be exported, or the file that it is written to. Paths are UTF-8.
+/// scene to be exported, or the file that it is written to. So does a report on standard output.
+/// Paths are UTF-8.
 void check_report_file(const ReportOptions& options, const std::string& scene,
                        const std::string& target);
 
+/// The same for an animation, which must not lose a frame or its script.
+void check_animation_report_file(const ReportOptions& options, const std::string& scene,
+                                 const std::string& target);
+
 /// Runs a command of the plug-in and makes its result known. `command` returns the report on what
 /// was written, if it can be read back; whatever it throws becomes the failure. So does a note of
-/// something that failed, and a report file that can't be written. `imported` has the notes of the
-/// importer.
-ToldResult run_reported(const ReportOptions& options, PluginCommands& plugin,
+/// something that failed, and a report file that can't be written. `name` is that of the command in
+/// reports. `imported` has the notes of the importer; `command` may fill it.
+ToldResult run_reported(const ReportOptions& options, PluginCommands& plugin, const char* name,
                         const LossReport& imported,
                         const std::function<std::optional<ExportReport>()>& command);
 

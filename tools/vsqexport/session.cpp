@@ -114,7 +114,7 @@ std::string Session::help() {
 
 std::string Session::render(const Words&) {
     const Interruption interruption(host_);
-    return report([&] {
+    return report("render", [&] {
         const SentScene scene = send_scene(host_, plugin_, Sending::kRender);
         sent_files_ = {scene.file};
         return sent("render", scene);
@@ -123,15 +123,17 @@ std::string Session::render(const Words&) {
 
 std::string Session::update(const Words&) {
     const Interruption interruption(host_);
-    return report([&] {
+    return report("update", [&] {
         const SentScene scene = send_scene(host_, plugin_, Sending::kUpdate);
         sent_files_.push_back(scene.file);
         return sent("update", scene);
     });
 }
 
-std::string Session::report(const std::function<std::optional<ExportReport>()>& command) {
-    const ToldResult told = run_reported(telling_.options, plugin_, telling_.imported, command);
+std::string Session::report(const char* name,
+                            const std::function<std::optional<ExportReport>()>& command) {
+    const ToldResult told =
+        run_reported(telling_.options, plugin_, name, telling_.imported, command);
     remarks_ = told.remarks;
     has_losses_ = has_losses_ || told.has_losses;
     std::string answer = told.output;
@@ -152,9 +154,10 @@ std::string Session::write(const Words& words) {
     if (is_standard_output(target)) {
         throw std::runtime_error("the session itself uses standard output");
     }
-    check_export_target(target, scene_);
+    check_report_file(telling_.options, scene_, target);
     const Interruption interruption(host_);
-    return report([&] {
+    return report("export", [&] {
+        check_export_target(target, scene_);
         std::optional<ExportReport> written = export_scene(host_, plugin_, target);
         if (!written) {
             written.emplace();
@@ -168,9 +171,10 @@ std::string Session::write(const Words& words) {
 
 std::string Session::write_animation(const Words& words) {
     const std::string& target = words[1];
-    check_animation_target(target, scene_);
+    check_animation_report_file(telling_.options, scene_, target);
     const Interruption interruption(host_);
-    return report([&] {
+    return report("animation", [&] {
+        check_animation_target(target, scene_);
         ExportReport written = export_animation(host_, plugin_, target);
         written.summary = "animation: " + written.brief;
         return written;

@@ -77,7 +77,8 @@ private:
     std::string quit(const Words& words);
 
     // Runs an exporting command. Its answer is the sentence that `command` puts into the summary.
-    std::string report(const std::function<std::optional<ExportReport>()>& command);
+    std::string report(const char* name,
+                       const std::function<std::optional<ExportReport>()>& command);
     std::string set_hidden(const Words& words, bool hidden);
     memhost::MemoryNode& node_named(const std::string& name) const;
 

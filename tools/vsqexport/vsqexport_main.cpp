@@ -51,7 +51,6 @@ struct Host {
 
 vsqexport::LossReport open_scene(Host& host, const CommandLine& command,
                                  const vsqexport::Interruption& interruption) {
-    vsqexport::check_report_file(command.report, command.options.scene, command.target);
     vsqexport::LossReport losses =
         vsqexport::open_scene(command.options, host.scene, command.report.quiet);
     if (interruption.happened()) {
@@ -60,11 +59,16 @@ vsqexport::LossReport open_scene(Host& host, const CommandLine& command,
     return losses;
 }
 
-// Runs an exporting command and prints what it tells.
-int run_and_tell(Host& host, const CommandLine& command, const vsqexport::LossReport& imported,
+// Opens the scene, runs an exporting command and prints what it tells.
+int run_and_tell(Host& host, const CommandLine& command, const char* name,
                  const std::function<std::optional<vsqexport::ExportReport>()>& exporting) {
+    const vsqexport::Interruption interruption(host.scene.host());
+    vsqexport::LossReport imported;
     const vsqexport::ToldResult told =
-        vsqexport::run_reported(command.report, host.plugin, imported, exporting);
+        vsqexport::run_reported(command.report, host.plugin, name, imported, [&] {
+            imported = open_scene(host, command, interruption);
+            return exporting();
+        });
     std::fputs(told.output.c_str(), stdout);
     std::fflush(stdout);
     std::fputs(told.remarks.c_str(), stderr);
@@ -75,33 +79,32 @@ int run_and_tell(Host& host, const CommandLine& command, const vsqexport::LossRe
 }
 
 int run_export(const CommandLine& command) {
+    const std::string& source = command.options.scene;
     if (command.report.json && vsqexport::is_standard_output(command.target)) {
         throw std::invalid_argument("--json can't be used if the scene goes to standard output");
     }
+    vsqexport::check_report_file(command.report, source, command.target);
     Host host(command.options);
-    const vsqexport::Interruption interruption(host.scene.host());
-    const vsqexport::LossReport imported = open_scene(host, command, interruption);
-    vsqexport::check_export_target(command.target, command.options.scene);
-    return run_and_tell(host, command, imported, [&] {
+    return run_and_tell(host, command, "export", [&] {
+        vsqexport::check_export_target(command.target, source);
         return vsqexport::export_scene(host.scene.host(), host.plugin, command.target);
     });
 }
 
 int run_animation(const CommandLine& command) {
+    const std::string& source = command.options.scene;
+    vsqexport::check_animation_report_file(command.report, source, command.target);
     Host host(command.options);
-    const vsqexport::Interruption interruption(host.scene.host());
-    const vsqexport::LossReport imported = open_scene(host, command, interruption);
-    vsqexport::check_animation_target(command.target, command.options.scene);
-    return run_and_tell(host, command, imported, [&] {
+    return run_and_tell(host, command, "animation", [&] {
+        vsqexport::check_animation_target(command.target, source);
         return vsqexport::export_animation(host.scene.host(), host.plugin, command.target);
     });
 }
 
 int run_render(const CommandLine& command) {
+    vsqexport::check_report_file(command.report, command.options.scene, "");
     Host host(command.options);
-    const vsqexport::Interruption interruption(host.scene.host());
-    const vsqexport::LossReport imported = open_scene(host, command, interruption);
-    return run_and_tell(host, command, imported, [&] {
+    return run_and_tell(host, command, "render", [&] {
         vsqexport::SentScene sent =
             vsqexport::send_scene(host.scene.host(), host.plugin, vsqexport::Sending::kRender);
         sent.report.summary = sent.renderer_text() + ", which was " +
@@ -115,6 +118,7 @@ int run_render(const CommandLine& command) {
 }
 
 int run_session(const CommandLine& command) {
+    vsqexport::check_report_file(command.report, command.options.scene, "");
     Host host(command.options);
     vsqexport::Telling telling = {command.report, {}};
     {
@@ -168,6 +172,9 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
         ->type_name("RULE,...");
     vsqexport::ReportOptions& report = command.report;
     added->add_option("--report", report.file, "Write a report of what is lost or changed, as JSON")
+        ->check([](const std::string& file) {
+            return file.empty() ? std::string("the name of the report is empty") : std::string();
+        })
         ->type_name("FILE");
     added->add_flag("--quiet", report.quiet, "Print nothing but errors");
     added->add_flag("--strict", report.strict, "Exit with 3 if something is lost");
