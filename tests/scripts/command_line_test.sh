@@ -138,8 +138,8 @@ check "a session with JSON is silent" test ! -s all
 check "a session keeps its scene" grep -q 's.vsq: the report would replace' all
 "$vsqexport" session demo:lights --strict --report s.json <<<$'hide Sky\nexport s.vsq' >all 2>&1
 check "a strict session" test $? = 3
-printf 'newmtl m\nmap_Kd gone.png\n' >gone.mtl
-printf 'o \xff"\\\x1b\nmtllib gone.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n' >gone.obj
+printf 'newmtl m\xc5\xa1\nmap_Kd gone.png\n' >gone.mtl
+printf 'o \xff"\\\x1b\nmtllib gone.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl m\xc5\xa1\nf 1/1 2/1 3/1\n' >gone.obj
 expect 3 1 'warning: .*gone.png is not found' "$vsqexport" export gone.obj s.vsq --strict \
     --report gone.json
 printf 'v 0 0 0\nv 1e6 0 0\nv 0 1 0\nf 1 2 3\n' >large.obj
