@@ -116,6 +116,23 @@ TEST(PictureInput, MergesWhatFurtherFilesChange) {
     EXPECT_EQ(builder.scene().nodes[2].matrix[12], 5);
 }
 
+// Each is in a file that the reader accepts.
+TEST(PictureInput, MayHavePlacesThatNoRayReaches) {
+    const std::string triangle = object("");
+    for (const char* number : {"nan", "inf", "3e38", "-1e19"}) {
+        const std::string lens = "\ncamera \"c\" {\nposition 0 -5 0\ndirection 0 0 -1\nup 0 1 0\n";
+        const std::string far =
+            "transform 1 0 0 0 0 1 0 0 0 0 1 0 " + std::string(number) + " 0 0 1\n";
+        std::string vertices = triangle;
+        vertices.replace(vertices.find("0 0 0,"), 1, number);
+        for (const std::string& content :
+             {lens + far + "}\n" + triangle, vertices + triangle,
+              "\ngroup \"g\" {\n" + triangle + far + "}\n" + triangle}) {
+            EXPECT_FALSE(draw(in_root(content), tiny()).image.pixels.empty());
+        }
+    }
+}
+
 TEST(Picture, HasTheSameBytesForAnyNumberOfThreads) {
     PictureRequest request = tiny();
     std::vector<std::vector<std::uint8_t>> pictures;

@@ -36,6 +36,13 @@ bool is_finite(Vec3 v) {
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 
+// Embree leaves out triangles that reach further than 1.8e18, and its Debian build ends the program
+// for a ray that starts there or at NaN.
+bool is_in_reach(Vec3 v) {
+    constexpr float kReach = 1e18f;
+    return std::abs(v.x) < kReach && std::abs(v.y) < kReach && std::abs(v.z) < kReach;
+}
+
 }  // namespace
 
 struct RayScene::Embree {
@@ -139,7 +146,7 @@ RayScene::RayScene(PictureScene& scene, double frame)
 RayScene::~RayScene() = default;
 
 void SceneBox::include(Vec3 place) {
-    if (!is_finite(place)) {
+    if (!is_in_reach(place)) {
         return;
     }
     minimum = {std::min(minimum.x, place.x), std::min(minimum.y, place.y),
@@ -273,6 +280,9 @@ void RayScene::add_curves(const std::shared_ptr<const Curves>& curves, const Mat
 }
 
 std::optional<Hit> RayScene::trace(const Ray& ray, float near, float far) const {
+    if (!is_in_reach(ray.origin) || !is_in_reach(ray.direction) || !(near >= 0 && near < far)) {
+        return std::nullopt;
+    }
     RTCRayHit query;
     query.ray.org_x = ray.origin.x;
     query.ray.org_y = ray.origin.y;

@@ -68,7 +68,7 @@ struct SceneBox {
 
     bool is_empty() const { return minimum.x > maximum.x; }
 
-    /// NaN and infinities don't count.
+    /// NaN, infinities and places out of Embree's reach don't count.
     void include(Vec3 place);
 };
 
