@@ -94,7 +94,7 @@ private:
 
     Vec3 sky(Vec3 direction) const;
     std::optional<Hit> hit(Ray& ray, float near, float far, Random& random) const;
-    Reflection reflection_at(const Hit& hit) const;
+    Reflection reflection_at(const Hit& hit, Vec3 from) const;
     Vec3 bumped_normal(const Hit& hit) const;
     Vec3 direct_light(const Hit& hit, const Reflection& reflection, Vec3 from,
                       Random& random) const;
@@ -130,7 +130,7 @@ Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) con
             }
             return sample;
         }
-        const Reflection reflection = reflection_at(*found);
+        const Reflection reflection = reflection_at(*found, ray.direction);
         sample.light += share * direct_light(*found, reflection, ray.direction, random);
         ray = next_ray(*found, reflection, ray.direction, share, sees_lights, random);
         near = 0;
@@ -167,18 +167,18 @@ std::optional<Hit> Tracer::hit(Ray& ray, float near, float far, Random& random) 
     return found;
 }
 
-Reflection Tracer::reflection_at(const Hit& hit) const {
+// Plastic has a clear coat: it reflects a small share of what comes from the front, and all of what
+// comes at a flat angle, coloured by the specular colour. The rest goes through it.
+Reflection Tracer::reflection_at(const Hit& hit, Vec3 from) const {
+    constexpr float kFromFront = 0.04f;
     const Surface& surface = *hit.surface;
     Reflection reflection;
     reflection.normal = surface.bump ? bumped_normal(hit) : hit.normal;
-    reflection.diffuse = surface.diffuse.at(hit.u, hit.v, hit.vertex_colour).colour;
-    reflection.specular = surface.specular.at(hit.u, hit.v, hit.vertex_colour).colour;
-    // No surface gives back more than it gets.
-    const float sum = largest(reflection.diffuse + reflection.specular);
-    if (sum > 1) {
-        reflection.diffuse = reflection.diffuse * (1 / sum);
-        reflection.specular = reflection.specular * (1 / sum);
-    }
+    const float slant = 1 - std::clamp(-dot(reflection.normal, from), 0.0f, 1.0f);
+    const float coat = kFromFront + (1 - kFromFront) * std::pow(slant, 5.0f);
+    reflection.specular = surface.specular.at(hit.u, hit.v, hit.vertex_colour).colour * coat;
+    reflection.diffuse = surface.diffuse.at(hit.u, hit.v, hit.vertex_colour).colour *
+                         std::max(0.0f, 1 - largest(reflection.specular));
     constexpr float kMirror = 0.02f;  // roughness below which a surface mirrors
     if (surface.roughness >= kMirror) {
         const float rough = std::min(surface.roughness, 1.0f);
