@@ -146,6 +146,28 @@ TEST(Picture, HasTheSameBytesForAnyNumberOfThreads) {
     EXPECT_NE(draw(in_root(object("")), request).image.pixels, pictures[0]);
 }
 
+// The upper half of the sky is blue, the lower one red; the camera looks straight ahead.
+TEST(Picture, ShowsAndTakesLightFromTheSkyOfItsCamera) {
+    const TemporaryFolder folder;
+    vsqpicture::Image halves(1, 2);
+    halves.pixels = {0, 0, 255, 255, 255, 0, 0, 255};
+    write_png(halves, folder / "sky.png");
+    const auto scene = [](const std::string& sky) {
+        return in_root("\ncamera \"c\" {\nfov 90\nreflection map \"qor_envmap\" {\n\"texture\" \"" +
+                       sky + "\",\n}\ntransform 1 0 0 0 0 0 1 0 0 -1 0 0 0.3 -1 0.3 1\n}\n" +
+                       object(""));
+    };
+    const vsqpicture::Image image =
+        draw(scene(folder.path().generic_u8string() + "/sky.png"), tiny()).image;
+    EXPECT_GT(image.at(2, 1)[2], image.at(2, 1)[0] + 100);
+    EXPECT_GT(image.at(2, 14)[0], image.at(2, 14)[2] + 100);
+    EXPECT_GT(image.at(12, 8)[0], 50) << "both colours light the wall";
+    EXPECT_GT(image.at(12, 8)[2], 50);
+    EXPECT_THAT(draw(scene("gone.hdr"), tiny()).notes,
+                testing::Contains("sky gone.hdr: does not exist"));
+    EXPECT_THAT(draw(scene("startup.hdr"), tiny()).notes, testing::IsEmpty());
+}
+
 TEST(Picture, LeavesPixelsClearIfWanted) {
     PictureRequest request = tiny();
     request.view = "front";

@@ -63,8 +63,8 @@ struct Reflection {
 
 class Tracer {
 public:
-    Tracer(const RayScene& scene, double units_per_metre)
-        : scene_(scene), metres_per_unit_(static_cast<float>(1 / units_per_metre)) {
+    Tracer(const RayScene& scene, const Sky& sky, double units_per_metre)
+        : scene_(scene), sky_(sky), metres_per_unit_(static_cast<float>(1 / units_per_metre)) {
         for (std::size_t i = 0; i < scene.light_triangles().size(); ++i) {
             const LightTriangle& triangle = scene.light_triangles()[i];
             if (lights_.empty() || lights_.back().object != triangle.object) {
@@ -92,7 +92,6 @@ private:
         float area;
     };
 
-    Vec3 sky(Vec3 direction) const;
     std::optional<Hit> hit(Ray& ray, float near, float far, Random& random) const;
     Reflection reflection_at(const Hit& hit, Vec3 from) const;
     Vec3 bumped_normal(const Hit& hit) const;
@@ -108,6 +107,7 @@ private:
                  bool& is_mirror, Random& random) const;
 
     const RayScene& scene_;
+    const Sky& sky_;
     float metres_per_unit_;
     std::vector<SurfaceLight> lights_;
     std::vector<float> areas_;  // of each light triangle and those before it in its light
@@ -120,7 +120,8 @@ Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) con
     for (int bounce = 0; bounce <= kBounces; ++bounce) {
         const std::optional<Hit> found = hit(ray, near, far, random);
         if (!found) {
-            sample.light += share * sky(ray.direction);
+            sample.light +=
+                share * (bounce == 0 ? sky_.seen(ray.direction) : sky_.light(ray.direction));
             return sample;
         }
         sample.hits = true;
@@ -140,15 +141,6 @@ Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) con
         }
     }
     return sample;
-}
-
-// Without lights, an even sky that is a little darker below.
-Vec3 Tracer::sky(Vec3 direction) const {
-    if (scene_.has_lights()) {
-        return {};
-    }
-    const float brightness = 0.7f + 0.3f * direction.z;
-    return {brightness, brightness, brightness};
 }
 
 // The first surface that isn't passed because it is transparent there.
@@ -351,10 +343,10 @@ struct Pixel {
     float hits = 0;
 };
 
-std::vector<Pixel> traced_pixels(const RayScene& scene, const CameraView& view, int width,
-                                 int height, const PictureOptions& options,
+std::vector<Pixel> traced_pixels(const RayScene& scene, const Sky& sky, const CameraView& view,
+                                 int width, int height, const PictureOptions& options,
                                  double units_per_metre) {
-    const Tracer tracer(scene, units_per_metre);
+    const Tracer tracer(scene, sky, units_per_metre);
     const float aspect = static_cast<float>(width) / static_cast<float>(height);
     std::vector<Pixel> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
     std::atomic<int> next_row{0};
@@ -397,7 +389,7 @@ std::vector<Pixel> traced_pixels(const RayScene& scene, const CameraView& view, 
 }
 
 // What makes the middle brightness of a small picture a middle grey.
-float automatic_exposure(const RayScene& scene, const CameraView& view,
+float automatic_exposure(const RayScene& scene, const Sky& sky, const CameraView& view,
                          const PictureOptions& options, double units_per_metre) {
     if (!scene.has_lights()) {
         return 1;
@@ -408,7 +400,8 @@ float automatic_exposure(const RayScene& scene, const CameraView& view,
     small.samples = 8;
     const int height = std::clamp(kWidth * options.height / options.width, 8, 128);
     std::vector<float> seen;
-    for (const Pixel& pixel : traced_pixels(scene, view, kWidth, height, small, units_per_metre)) {
+    for (const Pixel& pixel :
+         traced_pixels(scene, sky, view, kWidth, height, small, units_per_metre)) {
         const float brightness = luminance(pixel.light);
         if (pixel.hits > 0.5f && brightness > 0) {
             seen.push_back(brightness);
@@ -424,15 +417,15 @@ float automatic_exposure(const RayScene& scene, const CameraView& view,
 
 }  // namespace
 
-Image draw_picture(const RayScene& scene, const CameraView& view, const PictureOptions& options,
-                   double units_per_metre) {
+Image draw_picture(const RayScene& scene, const Sky& sky, const CameraView& view,
+                   const PictureOptions& options, double units_per_metre) {
     const float exposure = options.exposure
                                ? static_cast<float>(std::exp2(*options.exposure))
-                               : automatic_exposure(scene, view, options, units_per_metre);
+                               : automatic_exposure(scene, sky, view, options, units_per_metre);
     // Behind a scene with lights of its own there is nothing, which isn't quite black.
     constexpr float kNothing = 0.01f;
     const std::vector<Pixel> pixels =
-        traced_pixels(scene, view, options.width, options.height, options, units_per_metre);
+        traced_pixels(scene, sky, view, options.width, options.height, options, units_per_metre);
     Image image(options.width, options.height);
     for (std::size_t i = 0; i < pixels.size(); ++i) {
         const Pixel& pixel = pixels[i];

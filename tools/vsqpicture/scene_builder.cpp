@@ -256,6 +256,9 @@ void SceneBuilder::Reader::parameter(const vsqinfo::VsqParameter& parameter) {
     const std::string name(parameter.name);
     if (open_.back().shader) {
         set_parameter(*open_.back().shader, parameter);
+        if (camera_ && name == "texture" && open_[open_.size() - 2].keyword == "camera") {
+            camera_->sky = parameter.value;
+        }
     } else if (is_in("geometry") && name == "file") {
         object_.mesh_file = parameter.value;
     } else if (is_in("geometry") || is_in("animation")) {
