@@ -6,6 +6,8 @@
 #include <thread>
 #include <vector>
 
+#include "tools/vsqpicture/random_numbers.h"
+
 namespace vsqpicture {
 namespace {
 
@@ -13,30 +15,6 @@ constexpr float kPi = 3.14159265f;
 constexpr float kFar = 1e30f;
 constexpr int kBounces = 3;
 constexpr int kThroughTransparent = 32;  // surfaces that a path may pass without a bounce
-
-// A random sequence that depends only on where it starts.
-class Random {
-public:
-    Random(std::uint64_t seed, std::uint64_t pixel, std::uint64_t sample)
-        : state_(mixed(mixed(mixed(seed) ^ pixel) ^ sample)) {}
-
-    // At least 0, below 1.
-    float next() {
-        state_ += 0x9e3779b97f4a7c15u;
-        return static_cast<float>(mixed(state_) >> 40) * (1.0f / 16777216.0f);
-    }
-
-private:
-    static std::uint64_t mixed(std::uint64_t x) {
-        x ^= x >> 30;
-        x *= 0xbf58476d1ce4e5b9u;
-        x ^= x >> 27;
-        x *= 0x94d049bb133111ebu;
-        return x ^ x >> 31;
-    }
-
-    std::uint64_t state_;
-};
 
 // A direction around `axis`: `cosine` along it, and `turn` times a full turn around it.
 Vec3 around(Vec3 axis, float cosine, float turn) {
@@ -81,7 +59,7 @@ public:
         bool hits = false;
     };
 
-    Sample trace(Ray ray, float near, float far, Random& random) const;
+    Sample trace(Ray ray, float near, float far, RandomNumbers& random) const;
 
 private:
     // The triangles of an object that shines; they follow one another.
@@ -92,19 +70,19 @@ private:
         float area;
     };
 
-    std::optional<Hit> hit(Ray& ray, float near, float far, Random& random) const;
+    std::optional<Hit> hit(Ray& ray, float near, float far, RandomNumbers& random) const;
     Reflection reflection_at(const Hit& hit, Vec3 from) const;
     Vec3 bumped_normal(const Hit& hit) const;
     Vec3 direct_light(const Hit& hit, const Reflection& reflection, Vec3 from,
-                      Random& random) const;
+                      RandomNumbers& random) const;
     Vec3 reflected(const Reflection& reflection, Vec3 from, Vec3 to) const;
     Vec3 light_from(const PointLight& light, const Hit& hit, const Reflection& reflection,
                     Vec3 from) const;
     Vec3 light_from(const SurfaceLight& light, const Hit& hit, const Reflection& reflection,
-                    Vec3 from, Random& random) const;
+                    Vec3 from, RandomNumbers& random) const;
     bool reaches(const Hit& hit, Vec3 to_light, float distance) const;
     Ray next_ray(const Hit& hit, const Reflection& reflection, Vec3 from, Vec3& share,
-                 bool& is_mirror, Random& random) const;
+                 bool& is_mirror, RandomNumbers& random) const;
 
     const RayScene& scene_;
     const Sky& sky_;
@@ -113,7 +91,7 @@ private:
     std::vector<float> areas_;  // of each light triangle and those before it in its light
 };
 
-Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) const {
+Tracer::Sample Tracer::trace(Ray ray, float near, float far, RandomNumbers& random) const {
     Sample sample;
     Vec3 share{1, 1, 1};
     bool sees_lights = true;  // otherwise their light was added before, as direct light
@@ -144,13 +122,13 @@ Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) con
 }
 
 // The first surface that isn't passed because it is transparent there.
-std::optional<Hit> Tracer::hit(Ray& ray, float near, float far, Random& random) const {
+std::optional<Hit> Tracer::hit(Ray& ray, float near, float far, RandomNumbers& random) const {
     std::optional<Hit> found = scene_.trace(ray, near, far);
     for (int passed = 0; found && found->surface->opacity && passed < kThroughTransparent;
          ++passed) {
         const Texture::Sample opacity =
             found->surface->opacity->at(found->u, found->v, found->vertex_colour);
-        if (random.next() < luminance(opacity.colour) * opacity.alpha) {
+        if (random.one() < luminance(opacity.colour) * opacity.alpha) {
             break;
         }
         near = found->distance + scene_.margin();
@@ -208,7 +186,7 @@ Vec3 Tracer::bumped_normal(const Hit& hit) const {
 }
 
 Vec3 Tracer::direct_light(const Hit& hit, const Reflection& reflection, Vec3 from,
-                          Random& random) const {
+                          RandomNumbers& random) const {
     // A few lights are all asked; of many, one for each sample is enough.
     constexpr std::size_t kFew = 8;
     const std::size_t points = scene_.point_lights().size();
@@ -218,7 +196,7 @@ Vec3 Tracer::direct_light(const Hit& hit, const Reflection& reflection, Vec3 fro
         const std::size_t light =
             count <= kFew
                 ? i
-                : std::min(static_cast<std::size_t>(random.next() * static_cast<float>(count)),
+                : std::min(static_cast<std::size_t>(random.one() * static_cast<float>(count)),
                            count - 1);
         sum += light < points ? light_from(scene_.point_lights()[light], hit, reflection, from)
                               : light_from(lights_[light - points], hit, reflection, from, random);
@@ -228,15 +206,15 @@ Vec3 Tracer::direct_light(const Hit& hit, const Reflection& reflection, Vec3 fro
 
 // Through one point of the light's surface.
 Vec3 Tracer::light_from(const SurfaceLight& light, const Hit& hit, const Reflection& reflection,
-                        Vec3 from, Random& random) const {
+                        Vec3 from, RandomNumbers& random) const {
     const auto first = areas_.begin() + static_cast<std::ptrdiff_t>(light.first);
     const auto last = first + static_cast<std::ptrdiff_t>(light.triangles);
-    const float wanted = random.next() * light.area;
+    const float wanted = random.one() * light.area;
+    const auto [along, second] = random.pair();
     const auto chosen = std::min(std::lower_bound(first, last, wanted), last - 1);
     const LightTriangle& triangle =
         scene_.light_triangles()[static_cast<std::size_t>(chosen - areas_.begin())];
-    const float root = std::sqrt(random.next());
-    const float second = random.next();
+    const float root = std::sqrt(along);
     const Vec3 place = triangle.corners[0] * (1 - root) +
                        triangle.corners[1] * (root * (1 - second)) +
                        triangle.corners[2] * (root * second);
@@ -308,9 +286,10 @@ bool Tracer::reaches(const Hit& hit, Vec3 to_light, float distance) const {
 }
 
 Ray Tracer::next_ray(const Hit& hit, const Reflection& reflection, Vec3 from, Vec3& share,
-                     bool& is_mirror, Random& random) const {
+                     bool& is_mirror, RandomNumbers& random) const {
     Vec3 direction;
-    const float choice = random.next(), first = random.next(), second = random.next();
+    const float choice = random.one();
+    const auto [first, second] = random.pair();
     is_mirror = false;
     if (choice < reflection.diffuse_share) {
         direction = around(reflection.normal, std::sqrt(first), second);
@@ -358,11 +337,12 @@ std::vector<Pixel> traced_pixels(const RayScene& scene, const Sky& sky, const Ca
                     static_cast<std::size_t>(x);
                 Pixel& pixel = pixels[place];
                 for (int i = 0; i < options.samples; ++i) {
-                    Random random(options.seed, place, static_cast<std::uint64_t>(i));
-                    const float u =
-                        (static_cast<float>(x) + random.next()) / static_cast<float>(width);
-                    const float v =
-                        (static_cast<float>(y) + random.next()) / static_cast<float>(height);
+                    RandomNumbers random(static_cast<std::uint32_t>(options.seed),
+                                         static_cast<std::uint32_t>(place),
+                                         static_cast<std::uint32_t>(i));
+                    const auto [right, down] = random.pair();
+                    const float u = (static_cast<float>(x) + right) / static_cast<float>(width);
+                    const float v = (static_cast<float>(y) + down) / static_cast<float>(height);
                     const Tracer::Sample sample =
                         tracer.trace(view.ray(u, v, aspect), view.near(), view.far(), random);
                     if (std::isfinite(luminance(sample.light)) &&
