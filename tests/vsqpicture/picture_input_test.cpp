@@ -111,6 +111,9 @@ TEST(PictureInput, MergesWhatFurtherFilesChange) {
         std::ofstream(folder / "a.vsq", std::ios::binary) << file;
         builder.add(folder / "a.vsq");
     }
+    const std::string cut = scene("9", object("") + object(""));
+    std::ofstream(folder / "a.vsq", std::ios::binary) << cut.substr(0, cut.size() - 2);
+    EXPECT_THAT(thrown_text([&] { builder.add(folder / "a.vsq"); }), HasSubstr("offset "));
     ASSERT_EQ(builder.scene().nodes.size(), 4u);  // the top level, the root and two of one name
     EXPECT_EQ(builder.scene().nodes[2].objects.size(), 2u);
     EXPECT_EQ(builder.scene().nodes[2].matrix[12], 5);

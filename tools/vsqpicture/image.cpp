@@ -43,7 +43,10 @@ void write_text(Image& image, int left, int top, const std::string& text, bool w
         std::uint8_t colour[4];
     };
     std::vector<Corner> corners(4 * 70 * (text.size() + 1));
+    // The font has no other characters and would read past its table.
     std::string shown = text;
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
     const int rectangles = stb_easy_font_print(0, 0, &shown[0], nullptr, corners.data(),
                                                static_cast<int>(corners.size() * sizeof(Corner)));
     for (int i = 0; i < rectangles; ++i) {

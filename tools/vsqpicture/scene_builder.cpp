@@ -94,8 +94,17 @@ private:
 };
 
 void SceneBuilder::add(const std::string& path) {
-    Reader reader(*this);
-    vsqinfo::read_vsq_file(path, &reader);
+    // Copies share meshes, so this costs little.
+    const PictureScene scene_before = scene_;
+    const auto nodes_before = nodes_;
+    try {
+        Reader reader(*this);
+        vsqinfo::read_vsq_file(path, &reader);
+    } catch (...) {
+        scene_ = scene_before;
+        nodes_ = nodes_before;
+        throw;
+    }
 }
 
 void SceneBuilder::Reader::block_begins(const vsqinfo::VsqBlock& block) {
