@@ -212,6 +212,7 @@ void RayScene::attach(RTCGeometryTy* geometry, std::unique_ptr<Part> part) {
 void RayScene::add_light(Part& part) {
     std::vector<LightTriangle> triangles;
     double area = 0;
+    double volume = 0;
     for (std::uint32_t i = 0; i < part.indices.size() / 3; ++i) {
         LightTriangle triangle;
         for (std::size_t corner = 0; corner < 3; ++corner) {
@@ -224,13 +225,19 @@ void RayScene::add_light(Part& part) {
         triangle.object = part.object;
         if (triangle.area > 0 && std::isfinite(triangle.area)) {
             area += static_cast<double>(triangle.area);
+            const Vec3 inside = part.corner(0, 0);
+            volume += static_cast<double>(dot(triangle.corners[0] - inside, across)) / 6;
             triangles.push_back(triangle);
         }
     }
-    // A surface that shines equally to all sides of its front gives pi times its radiance.
+    // Each side of a surface gives pi times its radiance. Nobody sees the inside of a shape that
+    // encloses a volume, at least a hundredth of a ball's with the same area.
+    const double ball = std::sqrt(area * area * area / (36 * static_cast<double>(kPi)));
+    const double sides = std::abs(volume) > 0.01 * ball ? 1 : 2;
     const double metre = scene_.units_per_metre;
     const auto radiance = static_cast<float>(
-        area > 0 ? static_cast<double>(part.surface->power_lumen) / (area / (metre * metre)) : 0);
+        area > 0 ? static_cast<double>(part.surface->power_lumen) / (area * sides / (metre * metre))
+                 : 0);
     part.radiance = part.surface->light_colour * (radiance / kPi);
     for (LightTriangle& triangle : triangles) {
         triangle.radiance = part.radiance;
