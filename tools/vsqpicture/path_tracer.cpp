@@ -265,6 +265,9 @@ Vec3 Tracer::reflected(const Reflection& reflection, Vec3 from, Vec3 to) const {
 bool Tracer::reaches(const Hit& hit, Vec3 to_light, float distance) const {
     const float side = dot(hit.face_normal, to_light) < 0 ? -1.0f : 1.0f;
     const Ray ray{hit.place + hit.face_normal * (side * scene_.margin()), to_light};
+    if (!scene_.has_opacity_maps()) {
+        return !scene_.is_blocked(ray, 0, distance - 2 * scene_.margin());
+    }
     float near = 0;
     for (int passed = 0; passed <= kThroughTransparent; ++passed) {
         const std::optional<Hit> between = scene_.trace(ray, near, distance - 2 * scene_.margin());

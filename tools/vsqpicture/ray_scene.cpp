@@ -43,6 +43,23 @@ bool is_in_reach(Vec3 v) {
     return std::abs(v.x) < kReach && std::abs(v.y) < kReach && std::abs(v.z) < kReach;
 }
 
+// False for a ray that Embree doesn't take.
+bool set_ray(RTCRay& target, const Ray& ray, float near, float far) {
+    target.org_x = ray.origin.x;
+    target.org_y = ray.origin.y;
+    target.org_z = ray.origin.z;
+    target.dir_x = ray.direction.x;
+    target.dir_y = ray.direction.y;
+    target.dir_z = ray.direction.z;
+    target.tnear = near;
+    target.tfar = far;
+    target.time = 0;
+    target.mask = ~0u;
+    target.id = 0;
+    target.flags = 0;
+    return is_in_reach(ray.origin) && is_in_reach(ray.direction) && near >= 0 && near < far;
+}
+
 }  // namespace
 
 struct RayScene::Embree {
@@ -206,6 +223,7 @@ void RayScene::attach(RTCGeometryTy* geometry, std::unique_ptr<Part> part) {
     rtcCommitGeometry(geometry);
     rtcAttachGeometryByID(embree_->scene, geometry, static_cast<unsigned>(parts_.size()));
     rtcReleaseGeometry(geometry);
+    has_opacity_maps_ = has_opacity_maps_ || part->surface->opacity;
     parts_.push_back(std::move(part));
 }
 
@@ -286,23 +304,22 @@ void RayScene::add_curves(const std::shared_ptr<const Curves>& curves, const Mat
     attach(geometry, std::move(part));
 }
 
+bool RayScene::is_blocked(const Ray& ray, float near, float far) const {
+    RTCRay query;
+    if (!set_ray(query, ray, near, far)) {
+        return false;
+    }
+    RTCIntersectContext context;
+    rtcInitIntersectContext(&context);
+    rtcOccluded1(embree_->scene, &context, &query);
+    return query.tfar < 0;
+}
+
 std::optional<Hit> RayScene::trace(const Ray& ray, float near, float far) const {
-    if (!is_in_reach(ray.origin) || !is_in_reach(ray.direction) || !(near >= 0 && near < far)) {
+    RTCRayHit query;
+    if (!set_ray(query.ray, ray, near, far)) {
         return std::nullopt;
     }
-    RTCRayHit query;
-    query.ray.org_x = ray.origin.x;
-    query.ray.org_y = ray.origin.y;
-    query.ray.org_z = ray.origin.z;
-    query.ray.dir_x = ray.direction.x;
-    query.ray.dir_y = ray.direction.y;
-    query.ray.dir_z = ray.direction.z;
-    query.ray.tnear = near;
-    query.ray.tfar = far;
-    query.ray.time = 0;
-    query.ray.mask = ~0u;
-    query.ray.id = 0;
-    query.ray.flags = 0;
     query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
     query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
     RTCIntersectContext context;

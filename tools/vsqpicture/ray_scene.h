@@ -84,6 +84,12 @@ public:
     /// What the ray hits at a distance between `near` and `far`.
     std::optional<Hit> trace(const Ray& ray, float near, float far) const;
 
+    /// Whether the ray hits anything between `near` and `far`. Quicker than `trace`.
+    bool is_blocked(const Ray& ray, float near, float far) const;
+
+    /// False if no surface lets anything through.
+    bool has_opacity_maps() const { return has_opacity_maps_; }
+
     const std::vector<DrawnObject>& objects() const { return objects_; }
     const std::vector<PointLight>& point_lights() const { return point_lights_; }
     const std::vector<LightTriangle>& light_triangles() const { return light_triangles_; }
@@ -115,6 +121,7 @@ private:
     std::vector<LightTriangle> light_triangles_;
     SceneBox box_;
     float margin_ = 0;
+    bool has_opacity_maps_ = false;
 };
 
 }  // namespace vsqpicture
