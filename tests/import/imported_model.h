@@ -29,8 +29,8 @@ inline std::vector<std::string> texts_of(const vsqexport::ImportWarnings& warnin
 
 /// The scene that is imported from a model file.
 struct ImportedModel : memhost::SceneBuilder {
-    explicit ImportedModel(const std::string& path)
-        : warnings(texts_of(vsqexport::import_model(path, *this))) {}
+    explicit ImportedModel(const std::string& path, const vsqexport::ImportOptions& options = {})
+        : warnings(texts_of(vsqexport::import_model(path, *this, options))) {}
 
     /// The first node of that name. Throws, which fails the test, if there is none.
     memhost::MemoryNode& find(const std::string& name) {

@@ -14,6 +14,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tests/support/thrown_text.h"
 #include "tools/vsqexport/import/camera_import.h"
+#include "tools/vsqexport/import/model_unit.h"
 
 using namespace memhost;
 using namespace vsqexport;
@@ -61,7 +62,8 @@ TEST(ModelImport, AgreesWithAssimpOnNamesTreeAndWorldMatrices) {
     const Model models[] = {
         {kModels + "3DS/cubes_with_alpha.3DS", 'Y', false, UNITS_INCHES},
         {kModels + "ASE/ThreeCubesGreen.ASE", 'Y', false, UNITS_INCHES},
-        {kModels + "BLEND/CubeHierarchy_248.blend", 'Z', false, UNITS_INCHES},
+        {kModels + "BLEND/CubeHierarchy_248.blend", 'Z', false, UNITS_METERS},
+        {kModels + "PLY/Wuson.ply", 'Z', true, UNITS_INCHES},
         {kModels + "3MF/box.3mf", 'Z', true, UNITS_MILLIMETERS},
         {kModels + "Collada/cameras.dae", 'Y', true, UNITS_METERS},
         {kModels + "FBX/cubes_with_mirroring_and_pivot.fbx", 'Y', true, UNITS_METERS},
@@ -167,6 +169,37 @@ TEST(ModelImport, FindsTexturesOfTheModelAndWarnsOfOthers) {
     const std::string model = "mtllib lost.mtl\nusemtl M\n" + kTriangle;
     EXPECT_THAT(ImportedModel(written(folder, "lost.obj", model)).warnings,
                 ElementsAre(AllOf(HasSubstr("import-texture: "), HasSubstr("lost.png"))));
+}
+
+// What the user says counts instead of what the file says.
+TEST(ModelImport, TakesAxisScaleAndUnitFromTheUser) {
+    const TemporaryFolder folder;
+    const std::string path = written(folder, "m.obj", "v 0 0 0\nv 1 0 0\nv 1 2 3\nf 1 2 3\n");
+    const struct {
+        const char* what;
+        vsqexport::ImportOptions options;
+        Point3 corner;  // where the third vertex is
+    } cases[] = {
+        {"as the file says", {}, {1, -3, 2}},
+        {"x up", {{}, 0, 1, false}, {2, 3, 1}},
+        {"z up, ten times as large", {{}, 2, 10, false}, {10, 20, 30}},
+    };
+    for (const auto& one : cases) {
+        ImportedModel scene(path, one.options);
+        MemoryNode& node = *scene.host().nodes().back();
+        Box3 box;
+        node.EvalWorldState(0).obj->GetWorldBoundBox(0, &node, nullptr, box);
+        const float y = one.corner.y < 0 ? box.pmin.y : box.pmax.y;
+        EXPECT_LT((Point3(box.pmax.x, y, box.pmax.z) - one.corner).Length(), 1e-5f) << one.what;
+    }
+    // An FBX unit that the host doesn't have.
+    MadeModel model({"A"});
+    model.mMetaData = aiMetadata::Alloc(1);
+    model.mMetaData->Set(0, "UnitScaleFactor", 25.0);
+    const auto unit = vsqexport::unit_of_model(model, ".fbx");
+    ASSERT_TRUE(unit);
+    EXPECT_EQ(unit->type, UNITS_CENTIMETERS);
+    EXPECT_EQ(unit->count, 25);
 }
 
 // Kinds of things that few files have.

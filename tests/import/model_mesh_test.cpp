@@ -104,8 +104,8 @@ void add_imported(INode& node, TimeValue t, Corners& corners) {
     }
 }
 
-// All of these models have Y up in assimp. Each is compared at the first frame, the last and some
-// in between.
+// Assimp leaves the axes of all of these models as they are, so Y is taken as up. Each is compared
+// at the first frame, the last and some in between.
 TEST(ModelMesh, AgreesWithAssimpInEveryCorner) {
     SKIP_WITHOUT_MODELS();
     const struct {
@@ -132,9 +132,10 @@ TEST(ModelMesh, AgreesWithAssimpInEveryCorner) {
         {"X/BCN_Epileptic.X", 4800, 99},
         {"BVH/01_01.bvh", 1 / 0.0083333, 688},
     };
+    constexpr int kYUp = 1;
     for (const auto& model : models) {
         SCOPED_TRACE(model.file);
-        ImportedModel scene(kModels + model.file);
+        ImportedModel scene(kModels + model.file, {{}, kYUp, 1, false});
         const AssimpMotion motion(kModels + model.file, model.ticks_per_second);
         bool deforms = false;  // whether it asks for a mesh file
         for (const auto& node : scene.host().nodes()) {

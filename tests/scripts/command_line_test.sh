@@ -127,6 +127,13 @@ printf 'newmtl m\nmap_Kd gone.png\n' >gone.mtl
 printf 'mtllib gone.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl m\nf 1/1 2/1 3/1\n' >gone.obj
 expect 3 1 'warning: .*gone.png is not found' "$vsqexport" export gone.obj s.vsq --strict \
     --report gone.json
+printf 'v 0 0 0\nv 1e6 0 0\nv 0 1 0\nf 1 2 3\n' >large.obj
+expect 0 1 'large.obj: the scene is 2.54e\+04 m large' "$vsqexport" export large.obj large.vsq
+expect 0 0 '' "$vsqexport" export large.obj large.vsq --scale 0.01 --up z
+check "the model is scaled" grep -q '^transform 0.01 0 0 0 0 0.01 0 0 0 0 0.01 0 ' large.vsq
+expect 2 1 '--up: w' "$vsqexport" export large.obj large.vsq --up w
+expect 2 1 '--scale are for model files' "$vsqexport" export demo:lights large.vsq --scale 2
+expect 1 1 "no animation 'x'" "$vsqexport" export large.obj large.vsq --animation x
 check "the importer's warning has a code" grep -q '"import-texture"' gone.json
 check "a hidden node is noted" grep -q '"node-hidden"' s.json
 for file in l export animation session s gone; do

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/import/import_options.h"
 #include "tools/vsqexport/loss_report.h"
 
 namespace vsqexport {
@@ -16,8 +17,8 @@ struct SceneOptions {
     int frames_per_second = 30;
     std::string strict_host;  ///< names of rules, separated by commas; empty for none
     std::string unit;         ///< such as "cm"; empty keeps the scene's own
-    std::vector<std::string>
-        animations;                 ///< names in a model file; none for all that play together
+    ImportOptions import;     ///< for model files; `has_unit` and `up_axis` follow from the texts
+    std::string up;           ///< "x", "y" or "z"; empty keeps the model's own
     bool lists_animations = false;  ///< show the animations of the model and do nothing else
 };
 

@@ -29,17 +29,17 @@ void load_demo(const std::string& name, memhost::SceneBuilder& scene) {
 }  // namespace
 
 LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, bool quiet,
-                      const std::vector<std::string>& animations) {
+                      const ImportOptions& options) {
     LossReport losses;
     if (source.compare(0, kDemoPrefix.size(), kDemoPrefix) == 0) {
-        if (!animations.empty()) {
-            throw std::invalid_argument("--animation is for model files");
+        if (!options.animations.empty() || options.up_axis || options.scale != 1) {
+            throw std::invalid_argument("--animation, --up and --scale are for model files");
         }
         load_demo(source.substr(kDemoPrefix.size()), scene);
         return losses;
     }
 #ifdef VSQ_WITH_IMPORTER
-    for (const ImportWarning& warning : vsqexport::import_model(source, scene, animations)) {
+    for (const ImportWarning& warning : vsqexport::import_model(source, scene, options)) {
         if (!quiet) {
             std::fprintf(stderr, "vsqexport: warning: %s\n", warning.text.c_str());
         }
@@ -48,7 +48,7 @@ LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, b
     return losses;
 #else
     static_cast<void>(quiet);
-    static_cast<void>(animations);
+    static_cast<void>(options);
     throw std::runtime_error(source + ": this build reads no model files, only demo scenes");
 #endif
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/import/import_options.h"
 #include "tools/vsqexport/loss_report.h"
 
 namespace vsqexport {
@@ -13,9 +13,9 @@ namespace vsqexport {
 /// returned has them in any case. Throws `std::runtime_error` with one line that names the scene
 /// and the reason.
 ///
-/// `animations` has the names of the model's animations to be looked at; none means all.
+/// `options` are those for model files.
 LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, bool quiet = false,
-                      const std::vector<std::string>& animations = {});
+                      const ImportOptions& options = {});
 
 /// The animations of a model file, a line for each. Throws as `load_scene` does.
 std::string list_of_animations(const std::string& source);

@@ -151,10 +151,14 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
     added->add_option("--fps", options.frames_per_second, "Frames per second")
         ->check(CLI::Range(1, 4800));
     added
-        ->add_option("--animation", options.animations,
+        ->add_option("--animation", options.import.animations,
                      "An animation of the model file; by default all that move different things")
         ->allow_extra_args(false)
         ->type_name("NAME");
+    added->add_option("--up", options.up, "The axis that is up in the model file")
+        ->check(CLI::IsMember({"x", "y", "z"}));
+    added->add_option("--scale", options.import.scale, "How many times as large a model becomes")
+        ->check(CLI::Range(1e-6, 1e6));
     added->add_flag("--animations", options.lists_animations,
                     "List the animations of the model file, and do nothing else");
     added->add_option("--unit", options.unit, "The unit of the scene: mm, cm, m, ...");

@@ -32,6 +32,30 @@ float scale_of(const Matrix& m) {
     return static_cast<float>(std::cbrt(std::abs(volume)));
 }
 
+RayScene::ObjectsById objects_by_id(const PictureScene& scene) {
+    RayScene::ObjectsById by_id;
+    for (const Node& node : scene.nodes) {
+        for (const Object& object : node.objects) {
+            if (object.id) {
+                by_id[*object.id] = &object;
+            }
+        }
+    }
+    return by_id;
+}
+
+// False for an object that is the shape of another frame.
+bool takes_its_turn(const Node& node, const Object& object, double frame) {
+    constexpr char kTurns[] = "qor_deform_";
+    if (node.turns.empty() || object.name.rfind(kTurns, 0) != 0) {
+        return true;
+    }
+    const auto begun =
+        std::upper_bound(node.turns.begin(), node.turns.end(), frame * kTimestampsPerFrame) -
+        node.turns.begin();
+    return object.name == kTurns + std::to_string(std::max<std::ptrdiff_t>(begun, 1) - 1);
+}
+
 bool is_finite(Vec3 v) {
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
@@ -100,64 +124,56 @@ struct RayScene::Part {
 RayScene::RayScene(PictureScene& scene, double frame)
     : scene_(scene), surfaces_(scene), embree_(std::make_unique<Embree>()) {
     const std::vector<Matrix> world = scene.world_matrices(frame);
+    const ObjectsById by_id = objects_by_id(scene);
     std::vector<std::string> paths(scene.nodes.size());
-    std::map<std::int64_t, const Object*> by_id;
-    for (std::size_t i = 1; i < scene.nodes.size(); ++i) {
-        const std::string& above = paths[scene.nodes[i].parent];
-        paths[i] = (above.empty() ? "" : above + "/") + vsqinfo::display_text(scene.nodes[i].name);
-        for (const Object& object : scene.nodes[i].objects) {
-            if (object.id) {
-                by_id[*object.id] = &object;
-            }
-        }
-    }
-
     for (std::size_t i = 0; i < scene.nodes.size(); ++i) {
         const Node& node = scene.nodes[i];
-        const auto turn =
-            std::upper_bound(node.turns.begin(), node.turns.end(), frame * kTimestampsPerFrame) -
-            node.turns.begin();
-        const std::string shown =
-            "qor_deform_" + std::to_string(std::max<std::ptrdiff_t>(turn, 1) - 1);
+        if (i != 0) {
+            const std::string& above = paths[node.parent];
+            paths[i] = (above.empty() ? "" : above + "/") + vsqinfo::display_text(node.name);
+        }
         for (const Object& object : node.objects) {
-            if (!node.turns.empty() && object.name.rfind("qor_deform_", 0) == 0 &&
-                object.name != shown) {
-                continue;
-            }
-            const Object* shape = &object;
-            if (object.instance_of) {
-                const auto found = by_id.find(*object.instance_of);
-                if (found == by_id.end()) {
-                    scene.note("instances of objects that aren't there");
-                    continue;
-                }
-                shape = found->second;
-            }
-            std::shared_ptr<const Mesh> mesh = shape->mesh;
-            if (!shape->mesh_file.empty()) {
-                try {
-                    mesh = read_mesh_file(shape->mesh_file, frame);
-                } catch (const std::runtime_error& error) {
-                    scene.note("mesh file " + vsqinfo::display_text(shape->mesh_file) + ": " +
-                               error.what());
-                    continue;
-                }
-            }
-            objects_.push_back({paths[i], vsqinfo::display_text(object.name),
-                                surfaces_.surface(object.surface), 0, 0});
-            const Matrix placed = combined(object.matrix, world[i]);
-            if (mesh) {
-                add_mesh(mesh, placed);
-            }
-            if (shape->curves) {
-                add_curves(shape->curves, placed);
+            if (takes_its_turn(node, object, frame)) {
+                add_object(object, by_id, paths[i], combined(object.matrix, world[i]), frame);
             }
         }
     }
     rtcCommitScene(embree_->scene);
-    const Vec3 farthest = box_.is_empty() ? Vec3{1, 1, 1} : box_.maximum - box_.minimum;
-    const float size = std::max(length(farthest), box_.is_empty() ? 0 : length(box_.maximum));
-    margin_ = size * 1e-5f;
+    // Rounding errors grow with the distance from the origin as well as with the size.
+    margin_ = box_.is_empty()
+                  ? 0
+                  : 1e-5f * std::max(length(box_.maximum - box_.minimum), length(box_.maximum));
+}
+
+void RayScene::add_object(const Object& object, const ObjectsById& by_id, const std::string& path,
+                          const Matrix& world, double frame) {
+    const Object* shape = &object;
+    if (object.instance_of) {
+        const auto found = by_id.find(*object.instance_of);
+        if (found == by_id.end()) {
+            scene_.note("instances of objects that aren't there");
+            return;
+        }
+        shape = found->second;
+    }
+    std::shared_ptr<const Mesh> mesh = shape->mesh;
+    if (!shape->mesh_file.empty()) {
+        try {
+            mesh = read_mesh_file(shape->mesh_file, frame);
+        } catch (const std::runtime_error& error) {
+            scene_.note("mesh file " + vsqinfo::display_text(shape->mesh_file) + ": " +
+                        error.what());
+            return;
+        }
+    }
+    objects_.push_back(
+        {path, vsqinfo::display_text(object.name), surfaces_.surface(object.surface), 0, 0});
+    if (mesh) {
+        add_mesh(mesh, world);
+    }
+    if (shape->curves) {
+        add_curves(shape->curves, world);
+    }
 }
 
 RayScene::~RayScene() = default;

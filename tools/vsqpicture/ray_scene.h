@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -75,6 +76,8 @@ struct SceneBox {
 /// A scene at one frame, ready for rays.
 class RayScene {
 public:
+    using ObjectsById = std::map<std::int64_t, const Object*>;
+
     /// Reads the mesh files that the scene names. What can't be drawn is noted in `scene`.
     RayScene(PictureScene& scene, double frame);
     ~RayScene();
@@ -105,6 +108,8 @@ private:
     struct Embree;
     struct Part;
 
+    void add_object(const Object& object, const ObjectsById& by_id, const std::string& path,
+                    const Matrix& world, double frame);
     void add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& world);
     void add_curves(const std::shared_ptr<const Curves>& curves, const Matrix& world);
     void add_light(Part& part);

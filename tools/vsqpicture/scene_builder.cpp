@@ -4,8 +4,11 @@
 #include <cmath>
 #include <iterator>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
+#include "tools/vsqinfo/vsq_listener.h"
 #include "tools/vsqinfo/vsq_reader.h"
 #include "tools/vsqinfo/vsq_tokens.h"
 

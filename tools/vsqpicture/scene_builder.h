@@ -1,15 +1,10 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
+#include <cstddef>
 #include <map>
-#include <memory>
 #include <string>
 #include <tuple>
-#include <unordered_map>
-#include <vector>
 
-#include "tools/vsqinfo/vsq_listener.h"
 #include "tools/vsqpicture/picture_scene.h"
 
 namespace vsqpicture {

@@ -38,7 +38,8 @@ struct Surface {
 /// Makes surfaces of shaders, and keeps their textures.
 class SurfaceTable {
 public:
-    /// `undrawn` gets what can't be drawn, and textures that can't be read. Borrowed.
+    /// `scene`, which is borrowed, gets notes of what can't be drawn and of textures that can't be
+    /// read.
     explicit SurfaceTable(PictureScene& scene) : scene_(scene) {}
 
     /// The surface of a shader; a grey one for null. Stays valid as long as the table.

@@ -154,10 +154,17 @@ bool is_wrapper(const aiNode& root) {
 class NodeImport {
 public:
     NodeImport(const aiScene& model, ModelMaterials& materials, memhost::SceneBuilder& scene,
-               ImportWarnings& warnings, const std::vector<std::string>& animations)
-        : model_(model), materials_(materials), scene_(scene) {
+               ImportWarnings& warnings, const ImportOptions& options, double scale)
+        : model_(model),
+          materials_(materials),
+          scene_(scene),
+          scene_from_file_(scene_from_model(model, options.up_axis)) {
+        if (scale != 1) {
+            const auto factor = static_cast<float>(scale);
+            scene_from_file_ = scene_from_file_ * memhost::scaling(factor, factor, factor);
+        }
         const NodeIndex nodes(model);
-        animation_.emplace(model, nodes, warnings, animations);
+        animation_.emplace(model, nodes, warnings, options.animations);
         deforming_.emplace(model, nodes, *animation_, warnings);
         import_cameras(model, nodes, held_, warnings);
         import_lights(model, nodes, held_, warnings);
@@ -193,6 +200,7 @@ private:
     const aiScene& model_;
     ModelMaterials& materials_;
     memhost::SceneBuilder& scene_;
+    Matrix3 scene_from_file_;
     std::optional<ModelAnimation> animation_;
     std::optional<DeformingParts> deforming_;
     HeldObjects held_;
@@ -336,12 +344,11 @@ bool NodeImport::is_bare(const aiNode& node) const {
 void NodeImport::add_all() {
     animation_->set_range(scene_);
     const aiNode& root = *model_.mRootNode;
-    const Matrix3 turn = scene_from_model(model_);
     if (is_wrapper(root) && is_bare(root) &&
-        is_identity(host_matrix(root.mTransformation) * turn)) {
+        is_identity(host_matrix(root.mTransformation) * scene_from_file_)) {
         add_below({memhost::NodeBuilder(scene_.host().root()), &root, Matrix3()});
     } else {
-        add_below(add(scene_.node(name_of(root)), root, turn));
+        add_below(add(scene_.node(name_of(root)), root, scene_from_file_));
     }
 }
 
@@ -360,7 +367,7 @@ void empty_broken_meshes(const aiScene& model, ImportWarnings& warnings) {
 }
 
 void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
-                ImportWarnings& warnings, const std::vector<std::string>& animations) {
+                ImportWarnings& warnings, const ImportOptions& options) {
     Assimp::Importer importer;
     const aiScene& model = read_scene(importer, path_utf8);
 
@@ -375,12 +382,15 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
     if (reader_of(model) == k3dsReader) {
         mend_3ds_scene(model, path);
     }
-    if (const std::optional<int> unit = unit_of_model(model, path.extension().u8string())) {
-        scene.unit(*unit);
+    double scale = options.scale;
+    if (const std::optional<ModelUnit> unit = unit_of_model(model, path.extension().u8string());
+        unit && !options.has_unit) {
+        scene.unit(unit->type);
+        scale *= unit->count;
     }
     ModelMaterials materials(model, path.parent_path(), scene, warnings);
     try {
-        NodeImport(model, materials, scene, warnings, animations).add_all();
+        NodeImport(model, materials, scene, warnings, options, scale).add_all();
     } catch (const UnknownAnimation& error) {
         fail(path_utf8, error.what());
     }
@@ -389,10 +399,10 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
 }  // namespace
 
 ImportWarnings import_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
-                            const std::vector<std::string>& animations) {
+                            const ImportOptions& options) {
     check_file(path_utf8);
     ImportWarnings warnings;
-    run_on_deep_stack([&] { read_model(path_utf8, scene, warnings, animations); });
+    run_on_deep_stack([&] { read_model(path_utf8, scene, warnings, options); });
     for (ImportWarning& warning : warnings) {
         warning.text = one_line(path_utf8 + ": " + warning.text);
     }

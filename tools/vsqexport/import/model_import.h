@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/import/import_options.h"
 #include "tools/vsqexport/import/import_warning.h"
 
 namespace vsqexport {
@@ -21,17 +22,16 @@ namespace vsqexport {
 ///
 /// The host's Z is up, so the top nodes are rotated if another axis is up in the file; the nodes
 /// below keep the file's transforms. The scene gets the file's unit if the format or the file
-/// specifies one. A root that assimp puts around the file's nodes isn't kept, unless it has a
-/// transform of its own or needs one for the rotation.
-///
-/// `animations` has the names of those to be looked at; none means all.
+/// specifies one; a unit that the host doesn't have scales the top nodes. A root that assimp puts
+/// around the file's nodes isn't kept, unless it has a transform of its own or needs one for the
+/// rotation.
 ///
 /// Returns a warning for each thing that is left out, such as a texture that isn't found.
 ///
 /// Throws `std::runtime_error` with one line, which names the file and the reason, if the file
 /// can't be read. `scene` is then unchanged.
 ImportWarnings import_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
-                            const std::vector<std::string>& animations = {});
+                            const ImportOptions& options = {});
 
 /// The animations of a model file, a line for each. Throws as `import_model` does.
 std::string list_animations(const std::string& path_utf8);

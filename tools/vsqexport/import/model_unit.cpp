@@ -17,10 +17,8 @@ struct FormatUnit {
 
 // Formats that fix their unit, and COLLADA, whose reader converts everything to metres.
 constexpr FormatUnit kFormatUnits[] = {
-    {".gltf", UNITS_METERS},
-    {".glb", UNITS_METERS},
-    {".dae", UNITS_METERS},
-    {".3mf", UNITS_MILLIMETERS},
+    {".gltf", UNITS_METERS},  {".glb", UNITS_METERS},      {".dae", UNITS_METERS},
+    {".blend", UNITS_METERS}, {".3mf", UNITS_MILLIMETERS},
 };
 
 struct CentimetreUnit {
@@ -35,7 +33,7 @@ constexpr CentimetreUnit kCentimetreUnits[] = {
 };
 
 // FBX files give the length of a unit in centimetres.
-std::optional<int> unit_of_metadata(const aiScene& model) {
+std::optional<ModelUnit> unit_of_metadata(const aiScene& model) {
     float as_float = 0;
     double centimetres = 0;
     if (model.mMetaData == nullptr) {
@@ -49,21 +47,23 @@ std::optional<int> unit_of_metadata(const aiScene& model) {
     }
     for (const CentimetreUnit& known : kCentimetreUnits) {
         if (std::fabs(known.centimetres - centimetres) < 1e-4 * known.centimetres) {
-            return known.unit;
+            return ModelUnit{known.unit, 1};
         }
     }
-    return std::nullopt;
+    // The host has no such unit, so the model is scaled to centimetres.
+    const bool is_length = centimetres > 0 && std::isfinite(centimetres);
+    return is_length ? std::optional<ModelUnit>({UNITS_CENTIMETERS, centimetres}) : std::nullopt;
 }
 
 }  // namespace
 
-std::optional<int> unit_of_model(const aiScene& model, const std::string& extension) {
+std::optional<ModelUnit> unit_of_model(const aiScene& model, const std::string& extension) {
     std::string lower = extension;
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     for (const FormatUnit& format : kFormatUnits) {
         if (lower == format.extension) {
-            return format.unit;
+            return ModelUnit{format.unit, 1};
         }
     }
     return unit_of_metadata(model);

@@ -7,8 +7,14 @@
 
 namespace vsqexport {
 
-/// The unit of a model's lengths, one of `UNITS_...`; nothing if neither the format nor the file
-/// specifies one. `extension` includes its dot.
-std::optional<int> unit_of_model(const aiScene& model, const std::string& extension);
+/// A length as the host gives it: `count` times a unit of it.
+struct ModelUnit {
+    int type;      ///< one of `UNITS_...`
+    double count;  ///< 1, unless the host doesn't have the unit itself
+};
+
+/// The unit of a model's lengths; nothing if neither the format nor the file specifies one.
+/// `extension` includes its dot.
+std::optional<ModelUnit> unit_of_model(const aiScene& model, const std::string& extension);
 
 }  // namespace vsqexport

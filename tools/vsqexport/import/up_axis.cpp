@@ -11,8 +11,11 @@ namespace vsqexport {
 namespace {
 
 // Some of assimp's readers rotate the scene to Y up (3DS, ASE, COLLADA), and some pass on the
-// file's up axis (FBX). These two do neither, and in their formats Z is always up.
-constexpr const char* kReadersOfZUp[] = {"Blender 3D Importer", "3mf Importer"};
+// file's up axis (FBX). These do neither. In the first two formats Z is always up, and the programs
+// that write the others mostly have Z up, too.
+constexpr const char* kReadersOfZUp[] = {"Blender 3D Importer", "3mf Importer",
+                                         "Stereolithography (STL) Importer",
+                                         "Stanford Polygon Library (PLY) Importer"};
 
 int up_axis(const aiScene& model) {
     constexpr int kY = 1;
@@ -54,7 +57,10 @@ Matrix3 turned_from(int up_axis) {
 
 }  // namespace
 
-Matrix3 scene_from_model(const aiScene& model) {
+Matrix3 scene_from_model(const aiScene& model, std::optional<int> up) {
+    if (up) {
+        return turned_from(*up);
+    }
     const Matrix3 turned = turned_from(up_axis(model));
     return points_down(model) ? turned * memhost::rotation_x(180) : turned;
 }
