@@ -171,6 +171,19 @@ TEST(Picture, ShowsAndTakesLightFromTheSkyOfItsCamera) {
     EXPECT_THAT(draw(scene("startup.hdr"), tiny()).notes, testing::IsEmpty());
 }
 
+// Without normals, the corners say which side is the front; a mirroring doesn't change that.
+TEST(Picture, IsNotBlackWhereAMeshWithoutNormalsIsMirrored) {
+    PictureRequest request = tiny();
+    request.view = "front";
+    request.options.transparent = true;
+    const vsqpicture::Image image = draw(in_root("\ngroup \"g\" {\n" + object("") +
+                                                 "transform -1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1\n}\n"),
+                                         request)
+                                        .image;
+    EXPECT_EQ(image.at(15, 13)[3], 255);
+    EXPECT_GT(image.at(15, 13)[1], 50);
+}
+
 TEST(Picture, LeavesPixelsClearIfWanted) {
     PictureRequest request = tiny();
     request.view = "front";

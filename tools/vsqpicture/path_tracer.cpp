@@ -109,6 +109,11 @@ Tracer::Sample Tracer::trace(Ray ray, float near, float far, RandomNumbers& rand
             }
             return sample;
         }
+        // The file's normal points into the surface, beyond what smoothing does: it is inside out.
+        constexpr float kInwards = -0.5f;
+        if (dot(found->normal, found->face_normal) < kInwards) {
+            return sample;
+        }
         const Reflection reflection = reflection_at(*found, ray.direction);
         sample.light += share * direct_light(*found, reflection, ray.direction, random);
         ray = next_ray(*found, reflection, ray.direction, share, sees_lights, random);

@@ -25,11 +25,15 @@ Vec3 vec3_at(const std::vector<float>& numbers, std::size_t index) {
                : Vec3();
 }
 
+// How much a matrix enlarges volumes; negative if it mirrors.
+double volume_scale(const Matrix& m) {
+    return m[0] * (m[5] * m[10] - m[6] * m[9]) - m[1] * (m[4] * m[10] - m[6] * m[8]) +
+           m[2] * (m[4] * m[9] - m[5] * m[8]);
+}
+
 // How much a matrix enlarges lengths, for the radii of curves.
 float scale_of(const Matrix& m) {
-    const double volume = m[0] * (m[5] * m[10] - m[6] * m[9]) -
-                          m[1] * (m[4] * m[10] - m[6] * m[8]) + m[2] * (m[4] * m[9] - m[5] * m[8]);
-    return static_cast<float>(std::cbrt(std::abs(volume)));
+    return static_cast<float>(std::cbrt(std::abs(volume_scale(m))));
 }
 
 RayScene::ObjectsById objects_by_id(const PictureScene& scene) {
@@ -106,6 +110,22 @@ struct RayScene::Embree {
 };
 
 // A geometry of Embree, which borrows the first two arrays.
+// Whether the normals of most triangles point to the side from which the corners run clockwise.
+static bool is_inside_out(const Mesh& mesh) {
+    const std::vector<std::uint32_t>& corners = mesh.triangles;
+    const std::vector<std::uint32_t>& normals =
+        mesh.normal_indices.empty() ? corners : mesh.normal_indices;
+    const std::size_t numbers = std::min(corners.size(), normals.size());
+    std::size_t contradictions = 0;
+    for (std::size_t i = 0; i + 2 < numbers; i += 3) {
+        const Vec3 first = vec3_at(mesh.positions, corners[i]);
+        const Vec3 flat = cross(vec3_at(mesh.positions, corners[i + 1]) - first,
+                                vec3_at(mesh.positions, corners[i + 2]) - first);
+        contradictions += dot(flat, vec3_at(mesh.normals, normals[i])) < 0 ? 1 : 0;
+    }
+    return 2 * contradictions > numbers / 3;
+}
+
 struct RayScene::Part {
     std::vector<float> vertices;         // in the scene's space: x, y, z, of curves also a radius
     std::vector<std::uint32_t> indices;  // three per triangle, of curves one per segment
@@ -114,6 +134,7 @@ struct RayScene::Part {
     std::shared_ptr<const Mesh> mesh;
     std::shared_ptr<const Curves> curves;
     Matrix normals = kIdentity;
+    bool is_mirrored = false;
     Vec3 radiance;  // if the surface shines
 
     Vec3 corner(std::uint32_t triangle, std::size_t i) const {
@@ -198,6 +219,7 @@ void RayScene::add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& w
     part->surface = objects_.back().surface;
     part->mesh = mesh;
     part->normals = normal_matrix(world);
+    part->is_mirrored = volume_scale(world) < 0;
     part->indices.assign(
         mesh->triangles.begin(),
         mesh->triangles.begin() + static_cast<std::ptrdiff_t>(mesh->triangles.size() / 3 * 3));
@@ -220,6 +242,9 @@ void RayScene::add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& w
         box_.include(vec3_at(part->vertices, i));
     }
     objects_.back().triangles += part->indices.size() / 3;
+    if (part->surface->kind == Surface::Kind::kReflecting && is_inside_out(*mesh)) {
+        scene_.note("the front of objects whose normals point to their back; it is black");
+    }
     if (part->surface->kind == Surface::Kind::kMeshLight) {
         add_light(*part);
     }
@@ -353,14 +378,14 @@ std::optional<Hit> RayScene::trace(const Ray& ray, float near, float far) const 
     hit.object = part.object;
     hit.primitive = query.hit.primID;
     hit.face_normal = normalized({query.hit.Ng_x, query.hit.Ng_y, query.hit.Ng_z});
+    // The front is where the corners run anticlockwise, before a mirroring.
+    if (part.is_mirrored) {
+        hit.face_normal = -hit.face_normal;
+    }
     if (part.curves) {
         complete_curve(part, query.hit.u, hit);
     } else {
         complete_triangle(part, query.hit.u, query.hit.v, hit);
-    }
-    // The normals of the file say which side is the front; the winding needn't agree with them.
-    if (dot(hit.face_normal, hit.normal) < 0) {
-        hit.face_normal = -hit.face_normal;
     }
     if (dot(hit.face_normal, ray.direction) > 0) {
         hit.face_normal = -hit.face_normal;
