@@ -9,15 +9,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The triangles that the scene's file must hold: one for each face, and one for each point light.
+// The triangles that the scene's file must hold: one for each face and for each point light, and
+// two for each area light. Other lights don't reach the renderer.
 std::uint64_t triangles_of(memhost::SceneBuilder& scene) {
     std::uint64_t triangles = 0;
     for (const auto& node : scene.host().nodes()) {
         Object* object = node->EvalWorldState(0).obj;
         if (auto* mesh = dynamic_cast<TriObject*>(object)) {
             triangles += static_cast<std::uint64_t>(mesh->GetMesh().numFaces);
-        } else if (dynamic_cast<GenLight*>(object)) {
-            ++triangles;
+        } else if (auto* light = dynamic_cast<GenLight*>(object)) {
+            triangles += light->Type() == OMNI_LIGHT ? 1 : 0;
+            triangles += light->Type() == LightscapeLight::AREA_TYPE ? 2 : 0;
         }
     }
     return triangles;

@@ -111,9 +111,29 @@ TEST(PictureInput, MergesWhatFurtherFilesChange) {
         std::ofstream(folder / "a.vsq", std::ios::binary) << file;
         builder.add(folder / "a.vsq");
     }
+    const std::string cut = scene("9", object("") + object(""));
+    std::ofstream(folder / "a.vsq", std::ios::binary) << cut.substr(0, cut.size() - 2);
+    EXPECT_THAT(thrown_text([&] { builder.add(folder / "a.vsq"); }), HasSubstr("offset "));
     ASSERT_EQ(builder.scene().nodes.size(), 4u);  // the top level, the root and two of one name
     EXPECT_EQ(builder.scene().nodes[2].objects.size(), 2u);
     EXPECT_EQ(builder.scene().nodes[2].matrix[12], 5);
+}
+
+// Each is in a file that the reader accepts.
+TEST(PictureInput, MayHavePlacesThatNoRayReaches) {
+    const std::string triangle = object("");
+    for (const char* number : {"nan", "inf", "3e38", "-1e19"}) {
+        const std::string lens = "\ncamera \"c\" {\nposition 0 -5 0\ndirection 0 0 -1\nup 0 1 0\n";
+        const std::string far =
+            "transform 1 0 0 0 0 1 0 0 0 0 1 0 " + std::string(number) + " 0 0 1\n";
+        std::string vertices = triangle;
+        vertices.replace(vertices.find("0 0 0,"), 1, number);
+        for (const std::string& content :
+             {lens + far + "}\n" + triangle, vertices + triangle,
+              "\ngroup \"g\" {\n" + triangle + far + "}\n" + triangle}) {
+            EXPECT_FALSE(draw(in_root(content), tiny()).image.pixels.empty());
+        }
+    }
 }
 
 TEST(Picture, HasTheSameBytesForAnyNumberOfThreads) {
@@ -127,6 +147,41 @@ TEST(Picture, HasTheSameBytesForAnyNumberOfThreads) {
     EXPECT_EQ(pictures[0], pictures[2]);
     request.options.seed = 2;
     EXPECT_NE(draw(in_root(object("")), request).image.pixels, pictures[0]);
+}
+
+// The upper half of the sky is blue, the lower one red; the camera looks straight ahead.
+TEST(Picture, ShowsAndTakesLightFromTheSkyOfItsCamera) {
+    const TemporaryFolder folder;
+    vsqpicture::Image halves(1, 2);
+    halves.pixels = {0, 0, 255, 255, 255, 0, 0, 255};
+    write_png(halves, folder / "sky.png");
+    const auto scene = [](const std::string& sky) {
+        return in_root("\ncamera \"c\" {\nfov 90\nreflection map \"qor_envmap\" {\n\"texture\" \"" +
+                       sky + "\",\n}\ntransform 1 0 0 0 0 0 1 0 0 -1 0 0 0.3 -1 0.3 1\n}\n" +
+                       object(""));
+    };
+    const vsqpicture::Image image =
+        draw(scene(folder.path().generic_u8string() + "/sky.png"), tiny()).image;
+    EXPECT_GT(image.at(2, 1)[2], image.at(2, 1)[0] + 100);
+    EXPECT_GT(image.at(2, 14)[0], image.at(2, 14)[2] + 100);
+    EXPECT_GT(image.at(12, 8)[0], 50) << "both colours light the wall";
+    EXPECT_GT(image.at(12, 8)[2], 50);
+    EXPECT_THAT(draw(scene("gone.hdr"), tiny()).notes,
+                testing::Contains("sky gone.hdr: does not exist"));
+    EXPECT_THAT(draw(scene("startup.hdr"), tiny()).notes, testing::IsEmpty());
+}
+
+// Without normals, the corners say which side is the front; a mirroring doesn't change that.
+TEST(Picture, IsNotBlackWhereAMeshWithoutNormalsIsMirrored) {
+    PictureRequest request = tiny();
+    request.view = "front";
+    request.options.transparent = true;
+    const vsqpicture::Image image = draw(in_root("\ngroup \"g\" {\n" + object("") +
+                                                 "transform -1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1\n}\n"),
+                                         request)
+                                        .image;
+    EXPECT_EQ(image.at(15, 13)[3], 255);
+    EXPECT_GT(image.at(15, 13)[1], 50);
 }
 
 TEST(Picture, LeavesPixelsClearIfWanted) {

@@ -182,7 +182,7 @@ TEST(Picture, CutsWhereTheOpacityMapIsBlack) {
 void add_lamp(SceneBuilder& scene, const Point3& place, float lumens,
               LightscapeLight::LightTypes type = LightscapeLight::POINT_TYPE) {
     scene.node(L"Lamp")
-        .at(place.x, place.y, place.z)
+        .transform(Matrix3({1, 0, 0}, {0, 0, 1}, {0, -1, 0}, place))  // a flat one faces along y
         .make_object<PhotometricLight>(type)
         .radius(2.0f)
         .lumens(lumens);
@@ -226,6 +226,8 @@ TEST(Picture, IsAsBrightAsPowerAndDistanceSay) {
     EXPECT_NEAR(wall_brightness(20, 2000, kPoint) / once, 2, 0.1);
     EXPECT_NEAR(wall_brightness(40, 4000, kPoint) / once, 1, 0.05);
     EXPECT_NEAR(wall_brightness(20, 1000, LightscapeLight::SPHERE_TYPE) / once, 1, 0.1);
+    // A flat light gives nothing sideways, so twice as much ahead and behind.
+    EXPECT_NEAR(wall_brightness(200, 100000, LightscapeLight::AREA_TYPE) / once, 2, 0.1);
 }
 
 TEST(Picture, HasAStepAtAHardEdgeOnly) {

@@ -13,8 +13,6 @@
 #include <stb/stb_image_write.h>
 #define STB_IMAGE_IMPLEMENTATION
 #define STB_IMAGE_STATIC
-#define STBI_NO_HDR
-#define STBI_NO_LINEAR
 #include <stb/stb_easy_font.h>
 #include <stb/stb_image.h>
 
@@ -45,7 +43,10 @@ void write_text(Image& image, int left, int top, const std::string& text, bool w
         std::uint8_t colour[4];
     };
     std::vector<Corner> corners(4 * 70 * (text.size() + 1));
+    // The font has no other characters and would read past its table.
     std::string shown = text;
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
     const int rectangles = stb_easy_font_print(0, 0, &shown[0], nullptr, corners.data(),
                                                static_cast<int>(corners.size() * sizeof(Corner)));
     for (int i = 0; i < rectangles; ++i) {
@@ -98,6 +99,23 @@ Image decoded_image(const std::string& bytes) {
     }
     Image image(width, height);
     std::copy_n(pixels.get(), image.pixels.size(), image.pixels.begin());
+    return image;
+}
+
+LightImage decoded_light(const std::string& bytes) {
+    LightImage image;
+    int channels = 0;
+    const std::unique_ptr<float, void (*)(void*)> pixels(
+        stbi_loadf_from_memory(reinterpret_cast<const stbi_uc*>(bytes.data()),
+                               static_cast<int>(bytes.size()), &image.width, &image.height,
+                               &channels, 3),
+        stbi_image_free);
+    if (!pixels) {
+        throw std::runtime_error(std::string("can't be read as an image: ") +
+                                 stbi_failure_reason());
+    }
+    image.pixels.assign(pixels.get(), pixels.get() + 3 * static_cast<std::size_t>(image.width) *
+                                                         static_cast<std::size_t>(image.height));
     return image;
 }
 

@@ -40,4 +40,14 @@ void write_png(const Image& image, const std::string& path);
 /// the reason.
 Image decoded_image(const std::string& bytes);
 
+/// A picture of linear light: red, green and blue, top row first.
+struct LightImage {
+    int width = 0;
+    int height = 0;
+    std::vector<float> pixels;
+};
+
+/// The same for a picture of light, which may be brighter than white.
+LightImage decoded_light(const std::string& bytes);
+
 }  // namespace vsqpicture

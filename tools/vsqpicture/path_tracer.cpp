@@ -6,6 +6,8 @@
 #include <thread>
 #include <vector>
 
+#include "tools/vsqpicture/random_numbers.h"
+
 namespace vsqpicture {
 namespace {
 
@@ -13,30 +15,6 @@ constexpr float kPi = 3.14159265f;
 constexpr float kFar = 1e30f;
 constexpr int kBounces = 3;
 constexpr int kThroughTransparent = 32;  // surfaces that a path may pass without a bounce
-
-// A random sequence that depends only on where it starts.
-class Random {
-public:
-    Random(std::uint64_t seed, std::uint64_t pixel, std::uint64_t sample)
-        : state_(mixed(mixed(mixed(seed) ^ pixel) ^ sample)) {}
-
-    // At least 0, below 1.
-    float next() {
-        state_ += 0x9e3779b97f4a7c15u;
-        return static_cast<float>(mixed(state_) >> 40) * (1.0f / 16777216.0f);
-    }
-
-private:
-    static std::uint64_t mixed(std::uint64_t x) {
-        x ^= x >> 30;
-        x *= 0xbf58476d1ce4e5b9u;
-        x ^= x >> 27;
-        x *= 0x94d049bb133111ebu;
-        return x ^ x >> 31;
-    }
-
-    std::uint64_t state_;
-};
 
 // A direction around `axis`: `cosine` along it, and `turn` times a full turn around it.
 Vec3 around(Vec3 axis, float cosine, float turn) {
@@ -63,8 +41,8 @@ struct Reflection {
 
 class Tracer {
 public:
-    Tracer(const RayScene& scene, double units_per_metre)
-        : scene_(scene), metres_per_unit_(static_cast<float>(1 / units_per_metre)) {
+    Tracer(const RayScene& scene, const Sky& sky, double units_per_metre)
+        : scene_(scene), sky_(sky), metres_per_unit_(static_cast<float>(1 / units_per_metre)) {
         for (std::size_t i = 0; i < scene.light_triangles().size(); ++i) {
             const LightTriangle& triangle = scene.light_triangles()[i];
             if (lights_.empty() || lights_.back().object != triangle.object) {
@@ -81,7 +59,7 @@ public:
         bool hits = false;
     };
 
-    Sample trace(Ray ray, float near, float far, Random& random) const;
+    Sample trace(Ray ray, float near, float far, RandomNumbers& random) const;
 
 private:
     // The triangles of an object that shines; they follow one another.
@@ -92,35 +70,36 @@ private:
         float area;
     };
 
-    Vec3 sky(Vec3 direction) const;
-    std::optional<Hit> hit(Ray& ray, float near, float far, Random& random) const;
-    Reflection reflection_at(const Hit& hit) const;
+    std::optional<Hit> hit(Ray& ray, float near, float far, RandomNumbers& random) const;
+    Reflection reflection_at(const Hit& hit, Vec3 from) const;
     Vec3 bumped_normal(const Hit& hit) const;
     Vec3 direct_light(const Hit& hit, const Reflection& reflection, Vec3 from,
-                      Random& random) const;
+                      RandomNumbers& random) const;
     Vec3 reflected(const Reflection& reflection, Vec3 from, Vec3 to) const;
     Vec3 light_from(const PointLight& light, const Hit& hit, const Reflection& reflection,
                     Vec3 from) const;
     Vec3 light_from(const SurfaceLight& light, const Hit& hit, const Reflection& reflection,
-                    Vec3 from, Random& random) const;
+                    Vec3 from, RandomNumbers& random) const;
     bool reaches(const Hit& hit, Vec3 to_light, float distance) const;
     Ray next_ray(const Hit& hit, const Reflection& reflection, Vec3 from, Vec3& share,
-                 bool& is_mirror, Random& random) const;
+                 bool& is_mirror, RandomNumbers& random) const;
 
     const RayScene& scene_;
+    const Sky& sky_;
     float metres_per_unit_;
     std::vector<SurfaceLight> lights_;
     std::vector<float> areas_;  // of each light triangle and those before it in its light
 };
 
-Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) const {
+Tracer::Sample Tracer::trace(Ray ray, float near, float far, RandomNumbers& random) const {
     Sample sample;
     Vec3 share{1, 1, 1};
     bool sees_lights = true;  // otherwise their light was added before, as direct light
     for (int bounce = 0; bounce <= kBounces; ++bounce) {
         const std::optional<Hit> found = hit(ray, near, far, random);
         if (!found) {
-            sample.light += share * sky(ray.direction);
+            sample.light +=
+                share * (bounce == 0 ? sky_.seen(ray.direction) : sky_.light(ray.direction));
             return sample;
         }
         sample.hits = true;
@@ -130,7 +109,12 @@ Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) con
             }
             return sample;
         }
-        const Reflection reflection = reflection_at(*found);
+        // The file's normal points into the surface, beyond what smoothing does: it is inside out.
+        constexpr float kInwards = -0.5f;
+        if (dot(found->normal, found->face_normal) < kInwards) {
+            return sample;
+        }
+        const Reflection reflection = reflection_at(*found, ray.direction);
         sample.light += share * direct_light(*found, reflection, ray.direction, random);
         ray = next_ray(*found, reflection, ray.direction, share, sees_lights, random);
         near = 0;
@@ -142,23 +126,14 @@ Tracer::Sample Tracer::trace(Ray ray, float near, float far, Random& random) con
     return sample;
 }
 
-// Without lights, an even sky that is a little darker below.
-Vec3 Tracer::sky(Vec3 direction) const {
-    if (scene_.has_lights()) {
-        return {};
-    }
-    const float brightness = 0.7f + 0.3f * direction.z;
-    return {brightness, brightness, brightness};
-}
-
 // The first surface that isn't passed because it is transparent there.
-std::optional<Hit> Tracer::hit(Ray& ray, float near, float far, Random& random) const {
+std::optional<Hit> Tracer::hit(Ray& ray, float near, float far, RandomNumbers& random) const {
     std::optional<Hit> found = scene_.trace(ray, near, far);
     for (int passed = 0; found && found->surface->opacity && passed < kThroughTransparent;
          ++passed) {
         const Texture::Sample opacity =
             found->surface->opacity->at(found->u, found->v, found->vertex_colour);
-        if (random.next() < luminance(opacity.colour) * opacity.alpha) {
+        if (random.one() < luminance(opacity.colour) * opacity.alpha) {
             break;
         }
         near = found->distance + scene_.margin();
@@ -167,18 +142,18 @@ std::optional<Hit> Tracer::hit(Ray& ray, float near, float far, Random& random) 
     return found;
 }
 
-Reflection Tracer::reflection_at(const Hit& hit) const {
+// Plastic has a clear coat: it reflects a small share of what comes from the front, and all of what
+// comes at a flat angle, coloured by the specular colour. The rest goes through it.
+Reflection Tracer::reflection_at(const Hit& hit, Vec3 from) const {
+    constexpr float kFromFront = 0.04f;
     const Surface& surface = *hit.surface;
     Reflection reflection;
     reflection.normal = surface.bump ? bumped_normal(hit) : hit.normal;
-    reflection.diffuse = surface.diffuse.at(hit.u, hit.v, hit.vertex_colour).colour;
-    reflection.specular = surface.specular.at(hit.u, hit.v, hit.vertex_colour).colour;
-    // No surface gives back more than it gets.
-    const float sum = largest(reflection.diffuse + reflection.specular);
-    if (sum > 1) {
-        reflection.diffuse = reflection.diffuse * (1 / sum);
-        reflection.specular = reflection.specular * (1 / sum);
-    }
+    const float slant = 1 - std::clamp(-dot(reflection.normal, from), 0.0f, 1.0f);
+    const float coat = kFromFront + (1 - kFromFront) * std::pow(slant, 5.0f);
+    reflection.specular = surface.specular.at(hit.u, hit.v, hit.vertex_colour).colour * coat;
+    reflection.diffuse = surface.diffuse.at(hit.u, hit.v, hit.vertex_colour).colour *
+                         std::max(0.0f, 1 - largest(reflection.specular));
     constexpr float kMirror = 0.02f;  // roughness below which a surface mirrors
     if (surface.roughness >= kMirror) {
         const float rough = std::min(surface.roughness, 1.0f);
@@ -216,7 +191,7 @@ Vec3 Tracer::bumped_normal(const Hit& hit) const {
 }
 
 Vec3 Tracer::direct_light(const Hit& hit, const Reflection& reflection, Vec3 from,
-                          Random& random) const {
+                          RandomNumbers& random) const {
     // A few lights are all asked; of many, one for each sample is enough.
     constexpr std::size_t kFew = 8;
     const std::size_t points = scene_.point_lights().size();
@@ -226,7 +201,7 @@ Vec3 Tracer::direct_light(const Hit& hit, const Reflection& reflection, Vec3 fro
         const std::size_t light =
             count <= kFew
                 ? i
-                : std::min(static_cast<std::size_t>(random.next() * static_cast<float>(count)),
+                : std::min(static_cast<std::size_t>(random.one() * static_cast<float>(count)),
                            count - 1);
         sum += light < points ? light_from(scene_.point_lights()[light], hit, reflection, from)
                               : light_from(lights_[light - points], hit, reflection, from, random);
@@ -236,15 +211,15 @@ Vec3 Tracer::direct_light(const Hit& hit, const Reflection& reflection, Vec3 fro
 
 // Through one point of the light's surface.
 Vec3 Tracer::light_from(const SurfaceLight& light, const Hit& hit, const Reflection& reflection,
-                        Vec3 from, Random& random) const {
+                        Vec3 from, RandomNumbers& random) const {
     const auto first = areas_.begin() + static_cast<std::ptrdiff_t>(light.first);
     const auto last = first + static_cast<std::ptrdiff_t>(light.triangles);
-    const float wanted = random.next() * light.area;
+    const float wanted = random.one() * light.area;
+    const auto [along, second] = random.pair();
     const auto chosen = std::min(std::lower_bound(first, last, wanted), last - 1);
     const LightTriangle& triangle =
         scene_.light_triangles()[static_cast<std::size_t>(chosen - areas_.begin())];
-    const float root = std::sqrt(random.next());
-    const float second = random.next();
+    const float root = std::sqrt(along);
     const Vec3 place = triangle.corners[0] * (1 - root) +
                        triangle.corners[1] * (root * (1 - second)) +
                        triangle.corners[2] * (root * second);
@@ -295,6 +270,9 @@ Vec3 Tracer::reflected(const Reflection& reflection, Vec3 from, Vec3 to) const {
 bool Tracer::reaches(const Hit& hit, Vec3 to_light, float distance) const {
     const float side = dot(hit.face_normal, to_light) < 0 ? -1.0f : 1.0f;
     const Ray ray{hit.place + hit.face_normal * (side * scene_.margin()), to_light};
+    if (!scene_.has_opacity_maps()) {
+        return !scene_.is_blocked(ray, 0, distance - 2 * scene_.margin());
+    }
     float near = 0;
     for (int passed = 0; passed <= kThroughTransparent; ++passed) {
         const std::optional<Hit> between = scene_.trace(ray, near, distance - 2 * scene_.margin());
@@ -316,9 +294,10 @@ bool Tracer::reaches(const Hit& hit, Vec3 to_light, float distance) const {
 }
 
 Ray Tracer::next_ray(const Hit& hit, const Reflection& reflection, Vec3 from, Vec3& share,
-                     bool& is_mirror, Random& random) const {
+                     bool& is_mirror, RandomNumbers& random) const {
     Vec3 direction;
-    const float choice = random.next(), first = random.next(), second = random.next();
+    const float choice = random.one();
+    const auto [first, second] = random.pair();
     is_mirror = false;
     if (choice < reflection.diffuse_share) {
         direction = around(reflection.normal, std::sqrt(first), second);
@@ -351,10 +330,10 @@ struct Pixel {
     float hits = 0;
 };
 
-std::vector<Pixel> traced_pixels(const RayScene& scene, const CameraView& view, int width,
-                                 int height, const PictureOptions& options,
+std::vector<Pixel> traced_pixels(const RayScene& scene, const Sky& sky, const CameraView& view,
+                                 int width, int height, const PictureOptions& options,
                                  double units_per_metre) {
-    const Tracer tracer(scene, units_per_metre);
+    const Tracer tracer(scene, sky, units_per_metre);
     const float aspect = static_cast<float>(width) / static_cast<float>(height);
     std::vector<Pixel> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
     std::atomic<int> next_row{0};
@@ -366,11 +345,12 @@ std::vector<Pixel> traced_pixels(const RayScene& scene, const CameraView& view, 
                     static_cast<std::size_t>(x);
                 Pixel& pixel = pixels[place];
                 for (int i = 0; i < options.samples; ++i) {
-                    Random random(options.seed, place, static_cast<std::uint64_t>(i));
-                    const float u =
-                        (static_cast<float>(x) + random.next()) / static_cast<float>(width);
-                    const float v =
-                        (static_cast<float>(y) + random.next()) / static_cast<float>(height);
+                    RandomNumbers random(static_cast<std::uint32_t>(options.seed),
+                                         static_cast<std::uint32_t>(place),
+                                         static_cast<std::uint32_t>(i));
+                    const auto [right, down] = random.pair();
+                    const float u = (static_cast<float>(x) + right) / static_cast<float>(width);
+                    const float v = (static_cast<float>(y) + down) / static_cast<float>(height);
                     const Tracer::Sample sample =
                         tracer.trace(view.ray(u, v, aspect), view.near(), view.far(), random);
                     if (std::isfinite(luminance(sample.light)) &&
@@ -397,7 +377,7 @@ std::vector<Pixel> traced_pixels(const RayScene& scene, const CameraView& view, 
 }
 
 // What makes the middle brightness of a small picture a middle grey.
-float automatic_exposure(const RayScene& scene, const CameraView& view,
+float automatic_exposure(const RayScene& scene, const Sky& sky, const CameraView& view,
                          const PictureOptions& options, double units_per_metre) {
     if (!scene.has_lights()) {
         return 1;
@@ -408,7 +388,8 @@ float automatic_exposure(const RayScene& scene, const CameraView& view,
     small.samples = 8;
     const int height = std::clamp(kWidth * options.height / options.width, 8, 128);
     std::vector<float> seen;
-    for (const Pixel& pixel : traced_pixels(scene, view, kWidth, height, small, units_per_metre)) {
+    for (const Pixel& pixel :
+         traced_pixels(scene, sky, view, kWidth, height, small, units_per_metre)) {
         const float brightness = luminance(pixel.light);
         if (pixel.hits > 0.5f && brightness > 0) {
             seen.push_back(brightness);
@@ -424,15 +405,15 @@ float automatic_exposure(const RayScene& scene, const CameraView& view,
 
 }  // namespace
 
-Image draw_picture(const RayScene& scene, const CameraView& view, const PictureOptions& options,
-                   double units_per_metre) {
+Image draw_picture(const RayScene& scene, const Sky& sky, const CameraView& view,
+                   const PictureOptions& options, double units_per_metre) {
     const float exposure = options.exposure
                                ? static_cast<float>(std::exp2(*options.exposure))
-                               : automatic_exposure(scene, view, options, units_per_metre);
+                               : automatic_exposure(scene, sky, view, options, units_per_metre);
     // Behind a scene with lights of its own there is nothing, which isn't quite black.
     constexpr float kNothing = 0.01f;
     const std::vector<Pixel> pixels =
-        traced_pixels(scene, view, options.width, options.height, options, units_per_metre);
+        traced_pixels(scene, sky, view, options.width, options.height, options, units_per_metre);
     Image image(options.width, options.height);
     for (std::size_t i = 0; i < pixels.size(); ++i) {
         const Pixel& pixel = pixels[i];

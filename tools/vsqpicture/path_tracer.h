@@ -6,6 +6,7 @@
 #include "tools/vsqpicture/camera_view.h"
 #include "tools/vsqpicture/image.h"
 #include "tools/vsqpicture/ray_scene.h"
+#include "tools/vsqpicture/sky.h"
 
 namespace vsqpicture {
 
@@ -25,7 +26,7 @@ struct PictureOptions {
 ///
 /// The bytes depend on the scene, the view and the options, but not on the number of threads: each
 /// sample of each pixel has a sequence of random numbers of its own.
-Image draw_picture(const RayScene& scene, const CameraView& view, const PictureOptions& options,
-                   double units_per_metre);
+Image draw_picture(const RayScene& scene, const Sky& sky, const CameraView& view,
+                   const PictureOptions& options, double units_per_metre);
 
 }  // namespace vsqpicture

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "tools/vsqinfo/display_text.h"
 #include "tools/vsqpicture/picture_session.h"
@@ -17,11 +18,12 @@ public:
     Json carry_out(const Json& command) {
         Json answer = {{"ok", true}};
         if (command.contains("import")) {
-            builder_ = SceneBuilder();
+            SceneBuilder imported;
+            answer["cameras"] = read(imported, command.at("import"));
+            builder_ = std::move(imported);
             box_.reset();
-            answer["cameras"] = read(command.at("import"));
         } else if (command.contains("merge")) {
-            answer["cameras"] = read(command.at("merge"));
+            answer["cameras"] = read(builder_, command.at("merge"));
         } else if (command.contains("camera")) {
             camera_ = command.at("camera").get<std::string>();
         } else if (command.contains("picture")) {
@@ -36,14 +38,14 @@ public:
     }
 
 private:
-    Json read(const std::string& path) {
+    static Json read(SceneBuilder& builder, const std::string& path) {
         try {
-            builder_.add(path);
+            builder.add(path);
         } catch (const std::exception& error) {
             throw std::runtime_error(vsqinfo::display_text(path) + ": " + error.what());
         }
         Json cameras = Json::array();
-        for (const Camera& camera : builder_.scene().cameras) {
+        for (const Camera& camera : builder.scene().cameras) {
             cameras.push_back(vsqinfo::display_text(camera.name));
         }
         return cameras;

@@ -83,6 +83,7 @@ struct Camera {
     std::vector<double> clipping;
     Matrix matrix = kIdentity;
     std::optional<Track> track;  ///< whole matrices
+    std::string sky;             ///< path of the picture around the scene, or empty
 };
 
 /// A scene as one or several files describe it.

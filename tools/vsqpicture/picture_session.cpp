@@ -47,12 +47,30 @@ CameraView view_of(PictureScene& scene, const RayScene& rays, const PictureReque
     return CameraView::of(*camera, scene.world_matrices(request.frame), request.frame);
 }
 
+// The sky of the camera, or of the first one. The renderer's own sky, which every exported camera
+// names, gives light only where nothing else does.
+Sky sky_of(PictureScene& scene, const RayScene& rays, const PictureRequest& request) {
+    constexpr const char* kStockSky = "startup.hdr";
+    const Camera* const camera = camera_of(scene, request.camera);
+    if (camera && !camera->sky.empty() && camera->sky != kStockSky) {
+        // Beside lamps, a white sky gives the ground 100 lux; without them it is shown as it is.
+        constexpr float kBesideLamps = 100 / 3.14159265f;
+        try {
+            return Sky::of_file(camera->sky, rays.has_lights() ? kBesideLamps : 1);
+        } catch (const std::runtime_error& error) {
+            scene.note(std::string("sky ") + error.what());
+        }
+    }
+    return rays.has_lights() ? Sky() : Sky::even();
+}
+
 Image one_view(PictureScene& scene, const RayScene& rays, const PictureRequest& request) {
     const PictureOptions& options = request.options;
     const float aspect = static_cast<float>(options.width) / static_cast<float>(options.height);
     const CameraView view = view_of(scene, rays, request, aspect);
     return request.ids ? draw_ids(rays, view, options.width, options.height)
-                       : draw_picture(rays, view, options, scene.units_per_metre);
+                       : draw_picture(rays, sky_of(scene, rays, request), view, options,
+                                      scene.units_per_metre);
 }
 
 void fill_white(Image& image) {

@@ -25,11 +25,15 @@ Vec3 vec3_at(const std::vector<float>& numbers, std::size_t index) {
                : Vec3();
 }
 
+// How much a matrix enlarges volumes; negative if it mirrors.
+double volume_scale(const Matrix& m) {
+    return m[0] * (m[5] * m[10] - m[6] * m[9]) - m[1] * (m[4] * m[10] - m[6] * m[8]) +
+           m[2] * (m[4] * m[9] - m[5] * m[8]);
+}
+
 // How much a matrix enlarges lengths, for the radii of curves.
 float scale_of(const Matrix& m) {
-    const double volume = m[0] * (m[5] * m[10] - m[6] * m[9]) -
-                          m[1] * (m[4] * m[10] - m[6] * m[8]) + m[2] * (m[4] * m[9] - m[5] * m[8]);
-    return static_cast<float>(std::cbrt(std::abs(volume)));
+    return static_cast<float>(std::cbrt(std::abs(volume_scale(m))));
 }
 
 RayScene::ObjectsById objects_by_id(const PictureScene& scene) {
@@ -60,6 +64,30 @@ bool is_finite(Vec3 v) {
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 
+// Embree leaves out triangles that reach further than 1.8e18, and its Debian build ends the program
+// for a ray that starts there or at NaN.
+bool is_in_reach(Vec3 v) {
+    constexpr float kReach = 1e18f;
+    return std::abs(v.x) < kReach && std::abs(v.y) < kReach && std::abs(v.z) < kReach;
+}
+
+// False for a ray that Embree doesn't take.
+bool set_ray(RTCRay& target, const Ray& ray, float near, float far) {
+    target.org_x = ray.origin.x;
+    target.org_y = ray.origin.y;
+    target.org_z = ray.origin.z;
+    target.dir_x = ray.direction.x;
+    target.dir_y = ray.direction.y;
+    target.dir_z = ray.direction.z;
+    target.tnear = near;
+    target.tfar = far;
+    target.time = 0;
+    target.mask = ~0u;
+    target.id = 0;
+    target.flags = 0;
+    return is_in_reach(ray.origin) && is_in_reach(ray.direction) && near >= 0 && near < far;
+}
+
 }  // namespace
 
 struct RayScene::Embree {
@@ -82,6 +110,22 @@ struct RayScene::Embree {
 };
 
 // A geometry of Embree, which borrows the first two arrays.
+// Whether the normals of most triangles point to the side from which the corners run clockwise.
+static bool is_inside_out(const Mesh& mesh) {
+    const std::vector<std::uint32_t>& corners = mesh.triangles;
+    const std::vector<std::uint32_t>& normals =
+        mesh.normal_indices.empty() ? corners : mesh.normal_indices;
+    const std::size_t numbers = std::min(corners.size(), normals.size());
+    std::size_t contradictions = 0;
+    for (std::size_t i = 0; i + 2 < numbers; i += 3) {
+        const Vec3 first = vec3_at(mesh.positions, corners[i]);
+        const Vec3 flat = cross(vec3_at(mesh.positions, corners[i + 1]) - first,
+                                vec3_at(mesh.positions, corners[i + 2]) - first);
+        contradictions += dot(flat, vec3_at(mesh.normals, normals[i])) < 0 ? 1 : 0;
+    }
+    return 2 * contradictions > numbers / 3;
+}
+
 struct RayScene::Part {
     std::vector<float> vertices;         // in the scene's space: x, y, z, of curves also a radius
     std::vector<std::uint32_t> indices;  // three per triangle, of curves one per segment
@@ -90,6 +134,7 @@ struct RayScene::Part {
     std::shared_ptr<const Mesh> mesh;
     std::shared_ptr<const Curves> curves;
     Matrix normals = kIdentity;
+    bool is_mirrored = false;
     Vec3 radiance;  // if the surface shines
 
     Vec3 corner(std::uint32_t triangle, std::size_t i) const {
@@ -155,7 +200,7 @@ void RayScene::add_object(const Object& object, const ObjectsById& by_id, const 
 RayScene::~RayScene() = default;
 
 void SceneBox::include(Vec3 place) {
-    if (!is_finite(place)) {
+    if (!is_in_reach(place)) {
         return;
     }
     minimum = {std::min(minimum.x, place.x), std::min(minimum.y, place.y),
@@ -174,6 +219,7 @@ void RayScene::add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& w
     part->surface = objects_.back().surface;
     part->mesh = mesh;
     part->normals = normal_matrix(world);
+    part->is_mirrored = volume_scale(world) < 0;
     part->indices.assign(
         mesh->triangles.begin(),
         mesh->triangles.begin() + static_cast<std::ptrdiff_t>(mesh->triangles.size() / 3 * 3));
@@ -196,6 +242,9 @@ void RayScene::add_mesh(const std::shared_ptr<const Mesh>& mesh, const Matrix& w
         box_.include(vec3_at(part->vertices, i));
     }
     objects_.back().triangles += part->indices.size() / 3;
+    if (part->surface->kind == Surface::Kind::kReflecting && is_inside_out(*mesh)) {
+        scene_.note("the front of objects whose normals point to their back; it is black");
+    }
     if (part->surface->kind == Surface::Kind::kMeshLight) {
         add_light(*part);
     }
@@ -215,12 +264,14 @@ void RayScene::attach(RTCGeometryTy* geometry, std::unique_ptr<Part> part) {
     rtcCommitGeometry(geometry);
     rtcAttachGeometryByID(embree_->scene, geometry, static_cast<unsigned>(parts_.size()));
     rtcReleaseGeometry(geometry);
+    has_opacity_maps_ = has_opacity_maps_ || part->surface->opacity;
     parts_.push_back(std::move(part));
 }
 
 void RayScene::add_light(Part& part) {
     std::vector<LightTriangle> triangles;
     double area = 0;
+    double volume = 0;
     for (std::uint32_t i = 0; i < part.indices.size() / 3; ++i) {
         LightTriangle triangle;
         for (std::size_t corner = 0; corner < 3; ++corner) {
@@ -233,13 +284,19 @@ void RayScene::add_light(Part& part) {
         triangle.object = part.object;
         if (triangle.area > 0 && std::isfinite(triangle.area)) {
             area += static_cast<double>(triangle.area);
+            const Vec3 inside = part.corner(0, 0);
+            volume += static_cast<double>(dot(triangle.corners[0] - inside, across)) / 6;
             triangles.push_back(triangle);
         }
     }
-    // A surface that shines equally to all sides of its front gives pi times its radiance.
+    // Each side of a surface gives pi times its radiance. Nobody sees the inside of a shape that
+    // encloses a volume, at least a hundredth of a ball's with the same area.
+    const double ball = std::sqrt(area * area * area / (36 * static_cast<double>(kPi)));
+    const double sides = std::abs(volume) > 0.01 * ball ? 1 : 2;
     const double metre = scene_.units_per_metre;
     const auto radiance = static_cast<float>(
-        area > 0 ? static_cast<double>(part.surface->power_lumen) / (area / (metre * metre)) : 0);
+        area > 0 ? static_cast<double>(part.surface->power_lumen) / (area * sides / (metre * metre))
+                 : 0);
     part.radiance = part.surface->light_colour * (radiance / kPi);
     for (LightTriangle& triangle : triangles) {
         triangle.radiance = part.radiance;
@@ -288,20 +345,22 @@ void RayScene::add_curves(const std::shared_ptr<const Curves>& curves, const Mat
     attach(geometry, std::move(part));
 }
 
+bool RayScene::is_blocked(const Ray& ray, float near, float far) const {
+    RTCRay query;
+    if (!set_ray(query, ray, near, far)) {
+        return false;
+    }
+    RTCIntersectContext context;
+    rtcInitIntersectContext(&context);
+    rtcOccluded1(embree_->scene, &context, &query);
+    return query.tfar < 0;
+}
+
 std::optional<Hit> RayScene::trace(const Ray& ray, float near, float far) const {
     RTCRayHit query;
-    query.ray.org_x = ray.origin.x;
-    query.ray.org_y = ray.origin.y;
-    query.ray.org_z = ray.origin.z;
-    query.ray.dir_x = ray.direction.x;
-    query.ray.dir_y = ray.direction.y;
-    query.ray.dir_z = ray.direction.z;
-    query.ray.tnear = near;
-    query.ray.tfar = far;
-    query.ray.time = 0;
-    query.ray.mask = ~0u;
-    query.ray.id = 0;
-    query.ray.flags = 0;
+    if (!set_ray(query.ray, ray, near, far)) {
+        return std::nullopt;
+    }
     query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
     query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
     RTCIntersectContext context;
@@ -319,14 +378,14 @@ std::optional<Hit> RayScene::trace(const Ray& ray, float near, float far) const 
     hit.object = part.object;
     hit.primitive = query.hit.primID;
     hit.face_normal = normalized({query.hit.Ng_x, query.hit.Ng_y, query.hit.Ng_z});
+    // The front is where the corners run anticlockwise, before a mirroring.
+    if (part.is_mirrored) {
+        hit.face_normal = -hit.face_normal;
+    }
     if (part.curves) {
         complete_curve(part, query.hit.u, hit);
     } else {
         complete_triangle(part, query.hit.u, query.hit.v, hit);
-    }
-    // The normals of the file say which side is the front; the winding needn't agree with them.
-    if (dot(hit.face_normal, hit.normal) < 0) {
-        hit.face_normal = -hit.face_normal;
     }
     if (dot(hit.face_normal, ray.direction) > 0) {
         hit.face_normal = -hit.face_normal;

@@ -69,7 +69,7 @@ struct SceneBox {
 
     bool is_empty() const { return minimum.x > maximum.x; }
 
-    /// NaN and infinities don't count.
+    /// NaN, infinities and places out of Embree's reach don't count.
     void include(Vec3 place);
 };
 
@@ -86,6 +86,12 @@ public:
 
     /// What the ray hits at a distance between `near` and `far`.
     std::optional<Hit> trace(const Ray& ray, float near, float far) const;
+
+    /// Whether the ray hits anything between `near` and `far`. Quicker than `trace`.
+    bool is_blocked(const Ray& ray, float near, float far) const;
+
+    /// False if no surface lets anything through.
+    bool has_opacity_maps() const { return has_opacity_maps_; }
 
     const std::vector<DrawnObject>& objects() const { return objects_; }
     const std::vector<PointLight>& point_lights() const { return point_lights_; }
@@ -120,6 +126,7 @@ private:
     std::vector<LightTriangle> light_triangles_;
     SceneBox box_;
     float margin_ = 0;
+    bool has_opacity_maps_ = false;
 };
 
 }  // namespace vsqpicture

@@ -97,8 +97,17 @@ private:
 };
 
 void SceneBuilder::add(const std::string& path) {
-    Reader reader(*this);
-    vsqinfo::read_vsq_file(path, &reader);
+    // Copies share meshes, so this costs little.
+    const PictureScene scene_before = scene_;
+    const auto nodes_before = nodes_;
+    try {
+        Reader reader(*this);
+        vsqinfo::read_vsq_file(path, &reader);
+    } catch (...) {
+        scene_ = scene_before;
+        nodes_ = nodes_before;
+        throw;
+    }
 }
 
 void SceneBuilder::Reader::block_begins(const vsqinfo::VsqBlock& block) {
@@ -259,6 +268,9 @@ void SceneBuilder::Reader::parameter(const vsqinfo::VsqParameter& parameter) {
     const std::string name(parameter.name);
     if (open_.back().shader) {
         set_parameter(*open_.back().shader, parameter);
+        if (camera_ && name == "texture" && open_[open_.size() - 2].keyword == "camera") {
+            camera_->sky = parameter.value;
+        }
     } else if (is_in("geometry") && name == "file") {
         object_.mesh_file = parameter.value;
     } else if (is_in("geometry") || is_in("animation")) {

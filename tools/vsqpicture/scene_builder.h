@@ -21,7 +21,7 @@ namespace vsqpicture {
 class SceneBuilder {
 public:
     /// Reads the scene file at `path`, which is UTF-8. Throws `vsqinfo::MalformedFile` or
-    /// `vsqinfo::UnreadableFile`; the scene is then as good as what has been read.
+    /// `vsqinfo::UnreadableFile`; the scene then stays as it was.
     void add(const std::string& path);
 
     const PictureScene& scene() const { return scene_; }

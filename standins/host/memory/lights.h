@@ -46,6 +46,12 @@ public:
     SpotLight() : StandardLight(Class_ID(0x1014, 0), 3) {}
 };
 
+/// Light from one direction, without a target.
+class DirectionalLight final : public StandardLight {
+public:
+    DirectionalLight() : StandardLight(Class_ID(0x1013, 0), 2) {}
+};
+
 /// Light from all directions. Its first reference is always null.
 class SkyLight final : public LightObject {
 public:

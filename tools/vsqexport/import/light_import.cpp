@@ -5,26 +5,12 @@
 #include <memory>
 
 #include "standins/host/memory/lights.h"
+#include "tools/vsqexport/import/aim.h"
 #include "tools/vsqexport/import/left_out.h"
 #include "tools/vsqexport/import/model_reader.h"
 
 namespace vsqexport {
 namespace {
-
-const char* kind_of(const aiLight& light) {
-    switch (light.mType) {
-        case aiLightSource_DIRECTIONAL:
-            return "it is directional";
-        case aiLightSource_SPOT:
-            return "it is a spot light";
-        case aiLightSource_AMBIENT:
-            return "it is ambient";
-        case aiLightSource_AREA:
-            return "it is an area light";
-        default:
-            return "its kind is not known";
-    }
-}
 
 bool is_colour(const aiColor3D& colour) {
     for (unsigned i = 0; i < 3; ++i) {
@@ -45,12 +31,55 @@ aiColor3D colour_of(const aiLight& light, const std::string& reader) {
 
 // Readers multiply a light's colour by its intensity. If the largest component is above 1, it is
 // taken as the intensity.
-std::shared_ptr<Object> make_omni(const aiColor3D& colour) {
-    const float intensity = std::max({colour.r, colour.g, colour.b, 1.0f});
-    auto light = std::make_shared<memhost::OmniLight>();
+float intensity_of(const aiColor3D& colour) {
+    return std::max({colour.r, colour.g, colour.b, 1.0f});
+}
+
+template <typename Light>
+std::shared_ptr<Object> make_standard(const aiColor3D& colour) {
+    const float intensity = intensity_of(colour);
+    auto light = std::make_shared<Light>();
     light->intensity(intensity);
     light->color({colour.r / intensity, colour.g / intensity, colour.b / intensity});
     return light;
+}
+
+// Model files give an area light's power in watts, if at all.
+std::shared_ptr<Object> make_area(const aiLight& source, const aiColor3D& colour) {
+    constexpr float kLumensPerWatt = 100;
+    const float intensity = intensity_of(colour);
+    auto light = std::make_shared<memhost::PhotometricLight>(LightscapeLight::AREA_TYPE);
+    light->shape(memhost::rectangle_shape(source.mSize.x, source.mSize.y));
+    light->lumens(kLumensPerWatt * intensity);
+    light->filter({colour.r / intensity, colour.g / intensity, colour.b / intensity});
+    return light;
+}
+
+// Null for a kind that the host doesn't have.
+std::shared_ptr<Object> make_light(const aiLight& source, const aiColor3D& colour) {
+    switch (source.mType) {
+        case aiLightSource_POINT:
+            return make_standard<memhost::OmniLight>(colour);
+        case aiLightSource_SPOT:
+            return make_standard<memhost::SpotLight>(colour);
+        case aiLightSource_DIRECTIONAL:
+            return make_standard<memhost::DirectionalLight>(colour);
+        case aiLightSource_AREA:
+            return source.mSize.x > 0 && source.mSize.y > 0 ? make_area(source, colour) : nullptr;
+        default:
+            return nullptr;
+    }
+}
+
+const char* why_there_is_none(const aiLight& light) {
+    switch (light.mType) {
+        case aiLightSource_AMBIENT:
+            return "it is ambient";
+        case aiLightSource_AREA:
+            return "it has no area";
+        default:
+            return "its kind is not known";
+    }
 }
 
 }  // namespace
@@ -63,16 +92,20 @@ void import_lights(const aiScene& model, const NodeIndex& nodes, HeldObjects& he
         const aiLight& source = *model.mLights[i];
         const std::string name = source.mName.C_Str();
         const aiNode* node = nodes.find(source.mName);
-        if (source.mType != aiLightSource_POINT) {
-            left_out.add(name, kind_of(source));
+        const std::shared_ptr<Object> light = make_light(source, colour_of(source, reader));
+        if (!light) {
+            left_out.add(name, why_there_is_none(source));
         } else if (!node) {
             left_out.add(name, "no node has that name");
         } else if (!is_colour(source.mColorDiffuse)) {
             left_out.add(name, "its colour is not valid");
         } else {
             Matrix3 node_from_light;
+            if (source.mType != aiLightSource_POINT) {
+                set_direction(source.mDirection, source.mUp, node_from_light);
+            }
             node_from_light.SetRow(3, place_in_node(*node, source.mPosition));
-            held[node].push_back({name, make_omni(colour_of(source, reader)), node_from_light});
+            held[node].push_back({name, light, node_from_light});
         }
     }
     left_out.warn(warnings);

@@ -10,7 +10,7 @@
 namespace vsqexport {
 
 /// Reads a model file of any format that assimp knows and adds its nodes to `scene` in the order of
-/// the file: names, hierarchy and transforms, meshes and materials, cameras and point lights. The
+/// the file: names, hierarchy and transforms, meshes and materials, cameras and lights. The
 /// meshes of a node become one, with the materials in the order of their first use.
 ///
 /// Nodes move as in those animations of the file that play together, see `choose_animations`. The
