@@ -7,6 +7,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "importers/sceneapi/dev/installation.h"
 #include "tools/vsqexport/frame_number.h"
 #include "tools/vsqexport/scene_source.h"
 
@@ -62,6 +63,13 @@ double metres_of(int unit) {
     return 1;
 }
 
+// Where the plug-in puts the maps that it draws. Empty if no renderer is installed.
+std::string textures_folder() {
+    const std::string resources =
+        qor::Installation::get().resource_folder(qor::kOldestRenderer, qor::kNewestRenderer);
+    return resources.empty() ? resources : resources + "/textures";
+}
+
 // Around all meshes, in the scene's units.
 Box3 box_of(memhost::MemoryHost& host) {
     Box3 all;
@@ -113,6 +121,7 @@ LossReport open_scene(const SceneOptions& options, memhost::SceneBuilder& scene,
     scene.frames_per_second(options.frames_per_second);
     ImportOptions import = options.import;
     import.has_unit = unit.has_value();
+    import.texture_folder = textures_folder();
     if (!options.up.empty()) {
         import.up_axis = options.up[0] - 'x';
     }

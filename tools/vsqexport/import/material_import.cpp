@@ -1,5 +1,6 @@
 #include "tools/vsqexport/import/material_import.h"
 
+#include <cmath>
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -8,6 +9,8 @@
 
 #include "standins/host/memory/host_text.h"
 #include "standins/host/memory/image_file.h"
+#include "tools/vsqexport/import/model_reader.h"
+#include "tools/vsqexport/import/texture_image.h"
 
 namespace vsqexport {
 namespace {
@@ -36,11 +39,30 @@ Color color_of(const aiMaterial& source, const char* key, const Color& fallback)
     return source.Get(key, 0, 0, color) == AI_SUCCESS ? Color(color.r, color.g, color.b) : fallback;
 }
 
+// KHR_texture_transform scales, rotates around the origin and moves, with v downwards. The reader
+// stores the negative angle, and an offset for a rotation around the middle of the image that holds
+// only for equal scales. This takes that offset back and computes the matrix with v upwards.
+Matrix3 gltf_uv_transform(const aiUVTransform& read) {
+    const float c = std::cos(read.mRotation);
+    const float s = std::sin(-read.mRotation);
+    const aiVector2D& scale = read.mScaling;
+    const float u_offset = read.mTranslation.x - 0.5f * scale.x * (1 - c + s);
+    const float v_offset = 0.5f * scale.y * (s + c - 1) + 1 - scale.y - read.mTranslation.y;
+    Matrix3 matrix;
+    matrix.SetRow(0, {c * scale.x, s * scale.x, 0});
+    matrix.SetRow(1, {-s * scale.y, c * scale.y, 0});
+    matrix.SetRow(3, {s * scale.y + u_offset, 1 - c * scale.y - v_offset, 0});
+    return matrix;
+}
+
 // Scales first, then rotates around the middle of the image, then moves.
-Matrix3 uv_transform_of(const aiMaterial& source, aiTextureType type) {
+Matrix3 uv_transform_of(const aiMaterial& source, aiTextureType type, bool is_gltf) {
     aiUVTransform transform;
     if (source.Get(AI_MATKEY_UVTRANSFORM(type, 0), transform) != AI_SUCCESS) {
         return Matrix3();
+    }
+    if (is_gltf) {
+        return gltf_uv_transform(transform);
     }
     Matrix3 matrix = memhost::scaling(transform.mScaling.x, transform.mScaling.y, 1);
     if (transform.mRotation != 0) {
@@ -51,29 +73,16 @@ Matrix3 uv_transform_of(const aiMaterial& source, aiTextureType type) {
     return matrix * memhost::translation(transform.mTranslation.x, transform.mTranslation.y, 0);
 }
 
-// A texture of height 0 holds the bytes of an image file, and its width is their number.
-std::vector<unsigned char> file_bytes(const aiTexture& texture) {
-    const auto* bytes = reinterpret_cast<const unsigned char*>(texture.pcData);
-    return {bytes, bytes + texture.mWidth};
-}
-
-memhost::Image raw_image(const aiTexture& texture) {
-    memhost::Image image(static_cast<int>(texture.mWidth), static_cast<int>(texture.mHeight));
-    for (std::size_t i = 0; i < image.pixels.size(); ++i) {
-        const aiTexel& texel = texture.pcData[i];
-        image.pixels[i] = {texel.r, texel.g, texel.b, texel.a};
-    }
-    return image;
-}
-
 }  // namespace
 
-ModelMaterials::ModelMaterials(const aiScene& model, const std::filesystem::path& model_folder,
+ModelMaterials::ModelMaterials(const aiScene& model, const std::filesystem::path& model_path,
+                               const std::filesystem::path& texture_folder,
                                memhost::SceneBuilder& scene, ImportWarnings& warnings)
     : model_(model),
       scene_(scene),
       warnings_(warnings),
-      files_(model_folder),
+      files_(model_path.parent_path()),
+      embedded_(texture_folder, model_path.stem().u8string()),
       made_(model.mMaterials ? model.mNumMaterials : 0) {}
 
 Mtl* ModelMaterials::get(unsigned index) {
@@ -87,10 +96,7 @@ Mtl* ModelMaterials::get(unsigned index) {
 }
 
 Mtl* ModelMaterials::make(const aiMaterial& source, unsigned index) {
-    aiString name;
-    source.Get(AI_MATKEY_NAME, name);
-    auto& material = scene_.make<memhost::StandardMaterial>(
-        name.length > 0 ? std::string(name.C_Str()) : "Material " + std::to_string(index + 1));
+    auto& material = scene_.make<memhost::StandardMaterial>(name_of(source, index));
 
     float strength = 1;
     source.Get(AI_MATKEY_SHININESS_STRENGTH, strength);
@@ -106,6 +112,14 @@ Mtl* ModelMaterials::make(const aiMaterial& source, unsigned index) {
     return &material;
 }
 
+// Drawn maps are named after their materials, so materials of one name would show the same picture.
+std::string ModelMaterials::name_of(const aiMaterial& source, unsigned index) {
+    aiString given;
+    source.Get(AI_MATKEY_NAME, given);
+    return names_.distinct(given.length > 0 ? std::string(given.C_Str())
+                                            : "Material " + std::to_string(index + 1));
+}
+
 // Null if the material has no texture of that type, or one that can't be loaded.
 Texmap* ModelMaterials::map_of(const aiMaterial& source, aiTextureType type) {
     aiString path;
@@ -116,31 +130,30 @@ Texmap* ModelMaterials::map_of(const aiMaterial& source, aiTextureType type) {
     source.Get(AI_MATKEY_UVWSRC(type, 0), set);
     const int channel = static_cast<int>(set) + 1;
     const std::string name = path.C_Str();
+    const Matrix3 map_from_mesh = uv_transform_of(source, type, reader_of(model_) == kGltf2Reader);
     if (const aiTexture* embedded = model_.GetEmbeddedTexture(name.c_str())) {
-        return embedded_map(*embedded, name, channel);
+        return embedded_map(*embedded, name, map_from_mesh, channel);
     }
     if (name.front() == '*') {
         warn("the model has no embedded texture " + name.substr(1));
         return nullptr;
     }
-    return file_map(name, uv_transform_of(source, type), channel);
+    return file_map(name, map_from_mesh, channel);
 }
 
+// A model whose images can't be written to files gets maps that draw themselves. The plug-in tells
+// if it can't write these either.
 Texmap* ModelMaterials::embedded_map(const aiTexture& texture, const std::string& name,
-                                     int channel) {
-    memhost::ProceduralMap::Painter painter;
-    if (texture.mHeight > 0) {
-        painter = memhost::picture([image = std::make_shared<memhost::Image>(raw_image(texture))] {
-            return std::optional<memhost::Image>(*image);
-        });
-    } else {
-        const auto bytes = std::make_shared<std::vector<unsigned char>>(file_bytes(texture));
-        if (!memhost::image_size(*bytes)) {
-            warn("the embedded texture " + name + " is not a readable image");
-            return nullptr;
-        }
-        painter = memhost::picture([bytes] { return memhost::decode_image(*bytes); });
+                                     const Matrix3& map_from_mesh, int channel) {
+    if (!is_image(texture)) {
+        warn("the embedded texture " + name + " is not a readable image");
+        return nullptr;
     }
+    if (const auto path = embedded_.write(texture)) {
+        return &scene_.bitmap(path->u8string()).uv_transform(map_from_mesh).channel(channel);
+    }
+    const auto copy = std::make_shared<const TextureCopy>(texture);
+    const auto painter = memhost::picture([copy] { return copy->image(); });
     return &scene_.make<memhost::ProceduralMap>(painter).channel(channel);
 }
 

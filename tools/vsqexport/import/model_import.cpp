@@ -388,7 +388,7 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
         scene.unit(unit->type);
         scale *= unit->count;
     }
-    ModelMaterials materials(model, path.parent_path(), scene, warnings);
+    ModelMaterials materials(model, path, fs::u8path(options.texture_folder), scene, warnings);
     try {
         NodeImport(model, materials, scene, warnings, options, scale).add_all();
     } catch (const UnknownAnimation& error) {
