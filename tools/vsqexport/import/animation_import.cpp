@@ -9,14 +9,14 @@
 #include "tools/vsqexport/import/animation_choice.h"
 #include "tools/vsqexport/import/left_out.h"
 #include "tools/vsqexport/import/matrix_conversion.h"
+#include "tools/vsqexport/import/pivot_helper.h"
 
 namespace vsqexport {
 namespace {
 
-Matrix3 product(const Matrix3& before, const Matrix3& matrix, const Matrix3& after) {
-    // Multiplying by the identity could change bits.
-    const Matrix3 first = is_identity(before) ? matrix : before * matrix;
-    return is_identity(after) ? first : first * after;
+// Multiplying by the identity could change bits.
+Matrix3 product(const Matrix3& first, const Matrix3& second) {
+    return is_identity(first) ? second : is_identity(second) ? first : first * second;
 }
 
 }  // namespace
@@ -108,16 +108,30 @@ std::shared_ptr<const MorphMotion> ModelAnimation::morph_of(const aiNode& node,
 
 memhost::LocalTransform ModelAnimation::place(const aiNode& node, const Matrix3& before,
                                               const Matrix3& after) const {
-    const auto found = motions_.find(&node);
-    if (found == motions_.end()) {
-        return memhost::LocalTransform(product(before, host_matrix(node.mTransformation), after));
+    struct Step {
+        Matrix3 rest;
+        std::shared_ptr<const NodeMotion> motion;  // null if the node never moves
+    };
+    std::vector<Step> steps;
+    bool is_still = true;
+    for (const aiNode* each = &node; each && (each == &node || is_pivot_helper(*each));
+         each = each->mParent) {
+        std::shared_ptr<const NodeMotion> motion = motion_of(*each);
+        Step step = {motion ? motion->at(0) : host_matrix(each->mTransformation), nullptr};
+        if (motion && !motion->is_still()) {
+            step.motion = std::move(motion);
+            is_still = false;
+        }
+        steps.push_back(std::move(step));
     }
-    const std::shared_ptr<const NodeMotion> motion = found->second;
-    if (motion->is_still()) {
-        return memhost::LocalTransform(product(before, motion->at(0), after));
-    }
-    return memhost::LocalTransform(
-        [motion, before, after](TimeValue t) { return product(before, motion->at(t), after); });
+    const auto at = [steps = std::move(steps), before, after](TimeValue t) {
+        Matrix3 matrix = before;
+        for (const Step& step : steps) {
+            matrix = product(matrix, step.motion ? step.motion->at(t) : step.rest);
+        }
+        return product(matrix, after);
+    };
+    return is_still ? memhost::LocalTransform(at(0)) : memhost::LocalTransform(at);
 }
 
 void ModelAnimation::set_range(memhost::SceneBuilder& scene) const {

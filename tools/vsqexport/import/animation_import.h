@@ -33,8 +33,8 @@ public:
     /// The motion of a mesh's morph targets where `node` shows the mesh; null if the file has none.
     std::shared_ptr<const MorphMotion> morph_of(const aiNode& node, const aiMesh& mesh) const;
 
-    /// The node's transform in its parent's space over time. `before` is applied before it, and
-    /// `after` after it.
+    /// The node's transform over time, in the space of the parent that isn't a pivot helper.
+    /// `before` is applied before it, and `after` after it.
     memhost::LocalTransform place(const aiNode& node, const Matrix3& before,
                                   const Matrix3& after) const;
 
