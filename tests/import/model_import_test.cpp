@@ -156,6 +156,22 @@ TEST(ModelImport, ReadsAChainOfThirtyThousandNodes) {
     EXPECT_EQ(scene.host().nodes().back()->GetNodeTM(0).GetTrans().x, kDepth);
 }
 
+TEST(ModelImport, CountsWhatMeshesHaveThatIsNotShown) {
+    SKIP_WITHOUT_MODELS();
+    const std::pair<const char*, const char*> cases[] = {
+        {"OBJ/testpoints.obj", ": 24 points"},
+        {"OBJ/testline.obj", ": 18 lines"},
+        {"OBJ/cube_with_vertexcolors.obj", ": 36 colours of vertices"},
+        {"PLY/points.ply", ": 4 points are left out"},
+        {"Collada/cube_with_2UVs.DAE", ": 1 further sets of texture coordinates"},
+    };
+    for (const auto& [file, warning] : cases) {
+        EXPECT_THAT(testing::PrintToString(ImportedModel(kModels + file).warnings),
+                    HasSubstr(warning))
+            << file;
+    }
+}
+
 // A scene keeps the low bytes of a name: that of the first letter is the second name.
 TEST(ModelImport, NumbersNamesThatWouldBecomeOne) {
     const TemporaryFolder folder;
@@ -241,7 +257,7 @@ TEST(ModelImport, WarnsOfWhatItLeavesOutAltogether) {
     model.animation();
     append(model.mCameras, model.mNumCameras).mName = "Lost";
     vsqexport::HeldObjects held;
-    import_cameras(model, vsqexport::NodeIndex(model), held, model.warnings);
+    import_cameras(model, {}, vsqexport::NodeIndex(model), held, model.warnings);
     EXPECT_THAT(
         texts_of(model.warnings),
         testing::ElementsAre(HasSubstr("import-other-animations: animations that move the same as"),

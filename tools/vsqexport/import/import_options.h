@@ -13,6 +13,7 @@ struct ImportOptions {
     double scale = 1;              ///< how many times as large the model becomes
     bool has_unit = false;         ///< the user gives the unit, so the file's doesn't count
     std::string texture_folder{};  ///< for textures inside the model; UTF-8, empty for none
+    std::optional<double> frames_per_second{};  ///< nothing: what the file says, else 30
 };
 
 }  // namespace vsqexport

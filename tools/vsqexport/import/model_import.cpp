@@ -25,10 +25,14 @@
 #include "tools/vsqexport/import/animation_choice.h"
 #include "tools/vsqexport/import/animation_import.h"
 #include "tools/vsqexport/import/camera_import.h"
+#include "tools/vsqexport/import/collada_text.h"
 #include "tools/vsqexport/import/deep_stack.h"
 #include "tools/vsqexport/import/deforming_parts.h"
 #include "tools/vsqexport/import/distinct_names.h"
+#include "tools/vsqexport/import/frame_rate.h"
+#include "tools/vsqexport/import/gltf_curves.h"
 #include "tools/vsqexport/import/held_objects.h"
+#include "tools/vsqexport/import/host_frame_rate.h"
 #include "tools/vsqexport/import/light_import.h"
 #include "tools/vsqexport/import/material_import.h"
 #include "tools/vsqexport/import/matrix_conversion.h"
@@ -39,6 +43,7 @@
 #include "tools/vsqexport/import/node_index.h"
 #include "tools/vsqexport/import/off_file_check.h"
 #include "tools/vsqexport/import/pivot_helper.h"
+#include "tools/vsqexport/import/unshown_parts.h"
 #include "tools/vsqexport/import/up_axis.h"
 
 namespace vsqexport {
@@ -168,13 +173,25 @@ bool is_wrapper(const aiNode& root) {
     return is_made_up && root.mNumMeshes == 0;
 }
 
+// What assimp's readers don't pass on. Each part is empty for files of another format.
+struct FileText {
+    const ColladaText& collada;
+    GltfCurves curves;
+};
+
+GltfCurves gltf_curves(const aiScene& model, const fs::path& path) {
+    const bool can_have_some = reader_of(model) == kGltf2Reader && model.mNumAnimations > 0;
+    return can_have_some ? read_gltf_curves(path) : GltfCurves();
+}
+
 // Adds a model's nodes to a scene: transforms, meshes with their materials, cameras and lights.
 // Nodes that show the same meshes share one object, unless the meshes have bones or morph targets:
 // the shape of these depends on the node.
 class NodeImport {
 public:
-    NodeImport(const aiScene& model, ModelMaterials& materials, memhost::SceneBuilder& scene,
-               ImportWarnings& warnings, const ImportOptions& options, double scale)
+    NodeImport(const aiScene& model, const FileText& text, ModelMaterials& materials,
+               memhost::SceneBuilder& scene, ImportWarnings& warnings, const ImportOptions& options,
+               double scale)
         : model_(model),
           materials_(materials),
           scene_(scene),
@@ -184,9 +201,9 @@ public:
             scene_from_file_ = scene_from_file_ * memhost::scaling(factor, factor, factor);
         }
         const NodeIndex nodes(model);
-        animation_.emplace(model, nodes, warnings, options.animations);
+        animation_.emplace(model, nodes, warnings, options.animations, text.curves);
         deforming_.emplace(model, nodes, *animation_, warnings);
-        import_cameras(model, nodes, held_, warnings);
+        import_cameras(model, text.collada.lenses, nodes, held_, warnings);
         import_lights(model, nodes, held_, warnings);
     }
 
@@ -387,6 +404,22 @@ void empty_broken_meshes(const aiScene& model, ImportWarnings& warnings) {
     }
 }
 
+// The rate is set before the animation range, which is counted in frames.
+void set_frame_rate(const aiScene& model, const ColladaText& collada, const ImportOptions& options,
+                    memhost::SceneBuilder& scene, ImportWarnings& warnings) {
+    constexpr double kUsual = 30;
+    if (options.frames_per_second) {
+        scene.host().set_ticks_per_frame(nearest_ticks_per_frame(*options.frames_per_second));
+        return;
+    }
+    const double rate = frame_rate_of(model, collada).value_or(kUsual);
+    scene.host().set_ticks_per_frame(nearest_ticks_per_frame(rate));
+    if (const std::string change = change_of_rate(rate);
+        model.mNumAnimations > 0 && !change.empty()) {
+        warnings.push_back({"import-frame-rate", change, "changed"});
+    }
+}
+
 void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
                 ImportWarnings& warnings, const ImportOptions& options) {
     Assimp::Importer importer;
@@ -396,6 +429,7 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
     if (is_wrapper(root) && root.mNumChildren == 0) {
         fail(path_utf8, "it holds no nodes");
     }
+    report_unshown_parts(model, warnings);
     empty_broken_meshes(model, warnings);
     process(importer, aiProcess_Triangulate, path_utf8);
     if (projects_textures(model)) {
@@ -412,9 +446,14 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
         scene.unit(unit->type);
         scale *= unit->count;
     }
+    const ColladaText collada =
+        reader_of(model) == kColladaReader ? read_collada_text(path) : ColladaText();
+    set_frame_rate(model, collada, options, scene, warnings);
     ModelMaterials materials(model, path, fs::u8path(options.texture_folder), scene, warnings);
     try {
-        NodeImport(model, materials, scene, warnings, options, scale).add_all();
+        NodeImport(model, {collada, gltf_curves(model, path)}, materials, scene, warnings, options,
+                   scale)
+            .add_all();
         materials.warn();
     } catch (const UnknownAnimation& error) {
         fail(path_utf8, error.what());
