@@ -49,18 +49,39 @@ class Progress:
             print("\r" + " " * 60 + "\r", end="", file=sys.stderr, flush=True)
 
 
+def first_scene(script):
+    """The scene that a person opens before the script runs, or None: the script of a later piece of an
+    animation begins with a whole scene itself."""
+    base = os.path.splitext(script)[0]
+    piece = re.search(r"\.(\d+)-of-\d+$", base)
+    if piece and int(piece[1]) > 0:
+        return None
+    return (base[:piece.start()] if piece else base) + "0000.vsq"
+
+
+def frames_in(script):
+    """How many frames the script renders."""
+    with open(script, encoding="utf-8", errors="surrogateescape") as file:
+        text = file.read()
+    start = re.search(r"^\s*start = (\d+)$", text, re.MULTILINE)
+    last = re.search(r"^\s*end = (\d+)$", text, re.MULTILINE)
+    step = re.search(r" range \(start, end\+1, (\d+)\):$", text, re.MULTILINE)
+    if not start or not last:
+        return 0
+    return len(range(int(start[1]), int(last[1]) + 1, int(step[1]) if step else 1))
+
+
 def run(options):
-    with open(options.script, encoding="utf-8", errors="surrogateescape") as script:
-        last = re.search(r"^\s*end = (\d+)$", script.read(), re.MULTILINE)
-    progress = Progress(int(last[1]) if last else 0)
+    progress = Progress(frames_in(options.script))
     os.makedirs(options.folder, exist_ok=True)
     answers = {"width": options.size[0], "height": options.size[1], "max_samples": options.samples}
     if options.camera is not None:
         answers["cam"] = options.camera
     renderer = qor.Renderer(options.program, options.folder, answers, progress.show)
     try:
-        # The script begins with frame 1; a person has opened frame 0 before.
-        renderer.import_scene(os.path.splitext(options.script)[0] + "0000.vsq")
+        opened = first_scene(options.script)
+        if opened:
+            renderer.import_scene(opened)
         runpy.run_path(options.script, init_globals={"qor": qor.as_module(renderer)})
         if renderer.pictures:
             renderer.contact_sheet(os.path.join(options.folder, "contact-sheet.png"))

@@ -134,8 +134,8 @@ cp stdout unsent.json
 check "the error is noted" grep -q '"export-failed"' unread.json
 "$vsqexport" session demo:lights --json <<<'export s.vsq' >session.json 2>all
 check "a session with JSON is silent" test ! -s all
-"$vsqexport" session demo:lights --json --report s.vsq <<<$'export s.vsq\nrender' >refused.json 2>all
-check "a session keeps its scene" grep -q 's.vsq: the report would replace' all
+"$vsqexport" session demo:lights --json --report r.vsq <<<$'export r.vsq\nrender' >refused.json 2>all
+check "a session keeps its scene" grep -q 'r.vsq: the report would replace' all
 "$vsqexport" session demo:lights --strict --report s.json <<<$'hide Sky\nexport s.vsq' >all 2>&1
 check "a strict session" test $? = 3
 printf 'newmtl m\xc5\xa1\nmap_Kd gone.png\n' >gone.mtl

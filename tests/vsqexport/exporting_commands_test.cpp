@@ -14,6 +14,7 @@
 #include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/interruption.h"
 #include "tools/vsqexport/settings_file.h"
+#include "tools/vsqinfo/vsq_reader.h"
 
 namespace {
 
@@ -21,15 +22,20 @@ using memhost::SceneBuilder;
 using testing::HasSubstr;
 
 // Runs a command of the host with its own settings.
-template <typename Report>
-Report carry_out(Report (*command)(memhost::MemoryHost&, vsqexport::PluginCommands&,
-                                   const std::string&),
-                 SceneBuilder& scene, const std::string& path, const char* setting = "Layers=0") {
+template <typename Command>
+auto carry_out(const Command& command, SceneBuilder& scene, const std::string& path,
+               const char* setting = "Layers=0") {
     const TemporaryFolder settings;
     vsqexport::change_settings(settings.path().u8string(), {setting});
     vsqexport::PluginCommands plugin(scene.host(), settings.path().u8string());
     const vsqexport::Interruption interruption(scene.host());
     return command(scene.host(), plugin, path);
+}
+
+vsqexport::ExportReport export_all_frames(memhost::MemoryHost& host,
+                                          vsqexport::PluginCommands& plugin,
+                                          const std::string& path) {
+    return vsqexport::export_animation(host, plugin, path);
 }
 
 TEST(ExportReport, WarnsAboutMatricesThatAreNotFiniteAndRefusesACutFile) {
@@ -47,10 +53,17 @@ TEST(ExportReport, WarnsAboutMatricesThatAreNotFiniteAndRefusesACutFile) {
 
 TEST(ExportTarget, IsCheckedWithoutBeingChanged) {
     const TemporaryFolder folder;
-    std::ofstream(folder.path() / "old") << "old";
+    std::ofstream(folder.path() / "old") << "//---quoria:dal:7---";
+    std::ofstream(folder.path() / "foreign") << "old";
     vsqexport::check_export_target(folder / "old", "demo:hierarchy");
     vsqexport::check_export_target(folder / "new", "demo:hierarchy");
-    EXPECT_EQ(file_contents(folder / "old"), "old");
+    vsqexport::check_export_target(folder / "foreign", "demo:hierarchy", true);
+    EXPECT_EQ(
+        thrown_text([&] { vsqexport::check_export_target(folder / "foreign", "demo:hierarchy"); }),
+        folder / "foreign" +
+            ": cannot be written: it is not a scene of an earlier export "
+            "(--force replaces it)");
+    EXPECT_EQ(file_contents(folder / "foreign"), "old");
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "new"));
 }
 
@@ -59,8 +72,7 @@ TEST(AnimationCommand, ReportsWhatItWrote) {
     SceneBuilder scene;
     scene.node(L"a");
     scene.animation_frames(0, 2);
-    const vsqexport::ExportReport report =
-        carry_out(vsqexport::export_animation, scene, folder / "s.VSQ");
+    const vsqexport::ExportReport report = carry_out(export_all_frames, scene, folder / "s.VSQ");
     const std::string names = folder / "s0000.vsq" + " to " + folder / "s0002.vsq";
     EXPECT_THAT(report.summary, testing::StartsWith(names + ": 3 frames, "));
     EXPECT_THAT(report.summary, HasSubstr(" s\n  the first: 1 group, 0 objects, "));
@@ -73,9 +85,8 @@ TEST(AnimationCommand, NamesTheFrameThatFailed) {
     const TemporaryFolder folder;
     SceneBuilder scene;
     std::filesystem::create_directory(folder.path() / "s0002.vsq");
-    EXPECT_THAT(
-        thrown_text([&] { carry_out(vsqexport::export_animation, scene, folder / "s.vsq"); }),
-        testing::StartsWith(folder / "s0002.vsq" + ": "));
+    EXPECT_THAT(thrown_text([&] { carry_out(export_all_frames, scene, folder / "s.vsq"); }),
+                testing::StartsWith(folder / "s0002.vsq" + ": "));
 }
 
 // The plug-in itself doesn't report these failures.
@@ -85,19 +96,20 @@ TEST(AnimationCommand, FailsIfFilesAreMissing) {
     scene.animation_frames(0, 1);
     const auto check = [&](int last_frame) {
         const vsqexport::AnimationFiles files(folder / "s.vsq");
-        return thrown_text([&] { vsqexport::report_on_animation(files, last_frame, 0); });
+        return thrown_text([&] {
+            vsqexport::report_on_animation(vsqexport::whole_animation(files, last_frame), 0);
+        });
     };
     const std::string script = folder / "s.py";
     EXPECT_EQ(check(1), script + ": the script was not written");
-    carry_out(vsqexport::export_animation, scene, folder / "s.vsq");
+    carry_out(export_all_frames, scene, folder / "s.vsq");
     EXPECT_EQ(check(1), "");
     EXPECT_EQ(check(2), script + ": the script was not written");  // this one is older
     std::filesystem::remove(folder.path() / "s0001.vsq");
     EXPECT_EQ(check(1), folder / "s0001.vsq" + ": does not exist");
     std::filesystem::resize_file(folder.path() / "s.py", file_contents(script).size() - 2);
     EXPECT_EQ(check(1), script + ": the script is incomplete");
-    EXPECT_THROW(carry_out(vsqexport::export_animation, scene, folder / "s.py"),
-                 std::invalid_argument);
+    EXPECT_THROW(carry_out(export_all_frames, scene, folder / "s.py"), std::invalid_argument);
 }
 
 // Adds a node that presses Ctrl-C when it is read at that tick.
@@ -114,7 +126,7 @@ void add_interrupting_node(SceneBuilder& scene, TimeValue tick) {
 TEST(ExportCommand, ReportsACancelIfThePluginPolledForIt) {
     const TemporaryFolder folder;
     const std::string target = folder / "s.vsq";
-    const std::string partial = "cancelled, " + target + " holds only a part of the scene";
+    const std::string partial = "cancelled, " + target + " was not written";
     const std::tuple<const char*, const char*, std::string> cases[] = {
         {"Layers=0", "", partial},
         {"Layers=0", "cancel-stays", partial},
@@ -141,11 +153,42 @@ TEST(AnimationCommand, NamesTheFrameThatACancelStopped) {
     SceneBuilder scene;
     add_interrupting_node(scene, 2 * scene.host().ticks_per_frame());
     EXPECT_EQ(thrown_text<vsqexport::Cancelled>(
-                  [&] { carry_out(vsqexport::export_animation, scene, folder / "s.vsq"); }),
-              "cancelled, " + folder / "s0002.vsq" +
-                  " is the last frame written and may hold only a part");
-    EXPECT_TRUE(std::filesystem::exists(folder.path() / "s0002.vsq"));
-    EXPECT_FALSE(std::filesystem::exists(folder.path() / "s0003.vsq"));
+                  [&] { carry_out(export_all_frames, scene, folder / "s.vsq"); }),
+              "cancelled, " + folder / "s0001.vsq" + " is the last frame that is whole");
+    EXPECT_THAT(file_contents(folder / "s.py"), HasSubstr("start = 1\n    end = 1\n"));
+    const auto files = std::filesystem::directory_iterator(folder.path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 3) << "nothing is left of the third";
+}
+
+// The plug-in writes a mesh only at the very tick at which it changes, here at the frames 3 and 8.
+TEST(AnimationCommand, WritesMeshesThatChangeAtAFrameWhichIsLeftOut) {
+    const TemporaryFolder folder;
+    SceneBuilder scene;
+    scene.animation_frames(0, 10);
+    const int frame = scene.host().ticks_per_frame();
+    const auto validity = [frame](TimeValue t) {
+        return t < 3 * frame   ? Interval(TIME_NegInfinity, 3 * frame - 1)
+               : t < 8 * frame ? Interval(3 * frame, 8 * frame - 1)
+                               : Interval(8 * frame, TIME_PosInfinity);
+    };
+    memhost::DeformingMesh mesh(memhost::box_mesh(1, 1, 1));
+    mesh.moves([](TimeValue, const Mesh& rest, Mesh& moved) { moved = rest; }, validity);
+    scene.node(L"a").deforming(std::move(mesh));
+    carry_out(
+        [](memhost::MemoryHost& host, vsqexport::PluginCommands& plugin, const std::string& path) {
+            vsqexport::AnimationOptions options;
+            options.step = 2;
+            return vsqexport::export_animation(host, plugin, path, options);
+        },
+        scene, folder / "s.vsq");
+    std::vector<bool> has_mesh;
+    for (int number = 0; number <= 10; number += 2) {
+        const vsqexport::AnimationFiles files(folder / "s.vsq");
+        has_mesh.push_back(vsqinfo::read_vsq_file(files.frame(number)).triangles > 0);
+    }
+    EXPECT_EQ(has_mesh, (std::vector<bool>{true, false, true, false, true, false}));
+    EXPECT_EQ(scene.host().ticks_per_frame(), frame);
+    EXPECT_EQ(scene.host().GetAnimRange().End(), 10 * frame);
 }
 
 // The writer of mesh files reports failures only on standard error. The file's name contains a byte

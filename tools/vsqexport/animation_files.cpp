@@ -55,23 +55,35 @@ bool AnimationFiles::include(const std::string& path) const {
     }
     const std::string rest = file.substr(base.size());
     const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
-    return canonical(script()) == file || (digits > 0 && rest.substr(digits) == kEnding);
+    int piece = 0, pieces = 0;
+    const bool is_piece = std::sscanf(rest.c_str(), ".%d-of-%d", &piece, &pieces) == 2 &&
+                          canonical(script_of_piece(piece, pieces)) == file;
+    return canonical(script()) == file || is_piece ||
+           (digits > 0 && rest.substr(digits) == kEnding);
+}
+
+std::string AnimationFiles::script_of_piece(int piece, int pieces) const {
+    return base_ + "." + std::to_string(piece) + "-of-" + std::to_string(pieces) + ".py";
+}
+
+std::string AnimationFiles::prefix_in_script() const {
+    std::string prefix = base_;
+    std::replace(prefix.begin(), prefix.end(), '\\', '/');
+    return prefix;
 }
 
 // If the plug-in couldn't write its script, an older one may still be there.
-void AnimationFiles::check_script(int last_frame) const {
+std::string AnimationFiles::checked_script(int last_frame) const {
     const std::filesystem::path path = std::filesystem::u8path(script());
     std::string text;
     std::error_code ignored;
     if (std::filesystem::is_regular_file(path, ignored)) {
-        std::ifstream file(path);
+        std::ifstream file(path, std::ios::binary);
         text.assign(std::istreambuf_iterator<char>(file), {});
     }
-    std::string prefix = base_;
-    std::replace(prefix.begin(), prefix.end(), '\\', '/');
     const std::string expected[] = {
         "\n    end = " + std::to_string(last_frame) + "\n",
-        "\n        path = \"" + prefix + "\" + str(i).zfill(4) + \"" + kEnding + "\"\n",
+        "\n        path = \"" + prefix_in_script() + "\" + str(i).zfill(4) + \"" + kEnding + "\"\n",
     };
     for (const std::string& line : expected) {
         if (text.find(line) == std::string::npos) {
@@ -81,6 +93,30 @@ void AnimationFiles::check_script(int last_frame) const {
     if (!ends_with(text, "\nmain()\n")) {
         throw std::runtime_error(script() + ": the script is incomplete");
     }
+    return text;
+}
+
+void AnimationFiles::check_script(int last_frame) const {
+    checked_script(last_frame);
+}
+
+std::string AnimationFiles::script_for(const AnimationFiles& other, int last_frame, int first,
+                                       int last, int step) const {
+    std::string text = checked_script(last_frame);
+    const auto replace = [&text](const std::string& from, const std::string& to) {
+        for (std::size_t place = 0; (place = text.find(from, place)) != std::string::npos;
+             place += to.size()) {
+            text.replace(place, from.size(), to);
+        }
+    };
+    replace("path = \"" + prefix_in_script() + "\"", "path = \"" + other.prefix_in_script() + "\"");
+    replace(
+        "\n    start = 1\n    end = " + std::to_string(last_frame) + "\n",
+        "\n    start = " + std::to_string(first) + "\n    end = " + std::to_string(last) + "\n");
+    if (step > 1) {
+        replace(" range (start, end+1):", " range (start, end+1, " + std::to_string(step) + "):");
+    }
+    return text;
 }
 
 }  // namespace vsqexport

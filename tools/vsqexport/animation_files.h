@@ -20,14 +20,25 @@ public:
     /// The script that renders the frames.
     std::string script() const { return base_ + ".py"; }
 
-    /// Whether `path` is that of the script or of any frame.
+    /// The script that renders one of several pieces: "film/shot.3-of-20.py".
+    std::string script_of_piece(int piece, int pieces) const;
+
+    /// Whether `path` is that of a script or of any frame.
     bool include(const std::string& path) const;
 
     /// Throws `std::runtime_error` unless the script exists, is complete, and renders the frames 1
     /// to `last_frame` of these files.
     void check_script(int last_frame) const;
 
+    /// What the script of these files does if it renders those of `other` instead: every `step`-th
+    /// frame from `first` to `last`. Throws as `check_script` does.
+    std::string script_for(const AnimationFiles& other, int last_frame, int first, int last,
+                           int step) const;
+
 private:
+    std::string prefix_in_script() const;
+    std::string checked_script(int last_frame) const;
+
     std::string base_;  // the path without ".vsq"
 };
 

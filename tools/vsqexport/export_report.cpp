@@ -6,6 +6,7 @@
 #include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <numeric>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -85,11 +86,11 @@ std::string dumped(const Json& json) {
     return json.dump(1, ' ', false, Json::error_handler_t::replace);
 }
 
-vsqinfo::VsqSummary read_scene(const std::string& path) {
+vsqinfo::VsqSummary read_scene(const std::string& path, const std::string& shown) {
     try {
         return vsqinfo::read_vsq_file(path);
     } catch (const std::runtime_error& error) {
-        throw std::runtime_error(path + ": " + error.what());
+        throw std::runtime_error(shown + ": " + error.what());
     }
 }
 
@@ -129,13 +130,15 @@ std::vector<std::string> warnings_of(const vsqinfo::VsqSummary& summary) {
 
 }  // namespace
 
-ExportReport report_on_file(const std::string& path, double seconds) {
-    const vsqinfo::VsqSummary summary = read_scene(path);
+ExportReport report_on_file(const std::string& path, double seconds,
+                            const std::string& shown_path) {
+    const std::string& shown = shown_path.empty() ? path : shown_path;
+    const vsqinfo::VsqSummary summary = read_scene(path, shown);
     ExportReport report;
     Json mesh_files = Json::array();
-    report.summary = path + ": " + size_and_time_text(summary.file_size, seconds) + "\n  " +
-                     contents_text(summary) + "\n" + read_libraries(path, summary, mesh_files);
-    report.json = dumped({{"file", path},
+    report.summary = shown + ": " + size_and_time_text(summary.file_size, seconds) + "\n  " +
+                     contents_text(summary) + "\n" + read_libraries(shown, summary, mesh_files);
+    report.json = dumped({{"file", shown},
                           {"bytes", summary.file_size},
                           {"seconds", seconds},
                           {"contents", contents_json(summary)},
@@ -149,18 +152,24 @@ ExportReport report_on_file(const std::string& path, double seconds) {
     return report;
 }
 
-ExportReport report_on_animation(const AnimationFiles& files, int last_frame, double seconds) {
+WrittenAnimation whole_animation(const AnimationFiles& files, int last_frame) {
     files.check_script(last_frame);
+    std::vector<int> numbers(static_cast<std::size_t>(last_frame) + 1);
+    std::iota(numbers.begin(), numbers.end(), 0);
+    return {files, std::move(numbers), 1, files.script()};
+}
+
+ExportReport report_on_animation(const WrittenAnimation& written, double seconds) {
     std::uint64_t size = 0;
     std::string first_contents;
     Json first_contents_json;
     Json mesh_files = Json::array();
     std::map<std::string, int> frames_with_warning;
-    for (int number = 0; number <= last_frame; ++number) {
-        const std::string path = files.frame(number);
-        const vsqinfo::VsqSummary summary = read_scene(path);
+    for (const int number : written.numbers) {
+        const std::string path = written.files.frame(number);
+        const vsqinfo::VsqSummary summary = read_scene(path, path);
         size += summary.file_size;
-        if (number == 0) {
+        if (number == written.numbers.front()) {
             first_contents = contents_text(summary);
             first_contents_json = contents_json(summary);
         }
@@ -171,24 +180,27 @@ ExportReport report_on_animation(const AnimationFiles& files, int last_frame, do
     }
 
     ExportReport report;
+    const std::string first_file = written.files.frame(written.numbers.front());
+    const std::string last_file = written.files.frame(written.numbers.back());
     const std::string names =
-        files.frame(0) + (last_frame > 0 ? " to " + files.frame(last_frame) : "");
-    const std::string frames =
-        counted(static_cast<std::uint64_t>(last_frame) + 1, "frame", "frames");
+        first_file + (written.numbers.size() > 1 ? " to " + last_file : std::string());
+    const std::string frames = counted(written.numbers.size(), "frame", "frames");
+    const bool renders_some = written.first_rendered <= written.numbers.back();
     report.summary = names + ": " + frames + ", " + size_and_time_text(size, seconds) +
-                     "\n  the first: " + first_contents + "\n  " + files.script() + ": renders " +
-                     (last_frame > 0 ? "the frames 1 to " + std::to_string(last_frame)
-                                     : "none, since no frame follows the first") +
+                     "\n  the first: " + first_contents + "\n  " + written.script + ": renders " +
+                     (renders_some ? "the frames " + std::to_string(written.first_rendered) +
+                                         " to " + std::to_string(written.numbers.back())
+                                   : "none, since no frame follows the first") +
                      "\n";
-    report.json = dumped({{"file", files.frame(0)},
-                          {"last_file", files.frame(last_frame)},
-                          {"frames", last_frame + 1},
-                          {"script", files.script()},
+    report.json = dumped({{"file", first_file},
+                          {"last_file", last_file},
+                          {"frames", written.numbers.size()},
+                          {"script", written.script},
                           {"bytes", size},
                           {"seconds", seconds},
                           {"contents", first_contents_json},
                           {"mesh_files", std::move(mesh_files)}});
-    report.brief = frames + ", " + names + ", and the script " + files.script();
+    report.brief = frames + ", " + names + ", and the script " + written.script;
     for (const auto& [warning, count] : frames_with_warning) {
         report.warnings += warning + " (in " +
                            counted(static_cast<std::uint64_t>(count), "frame", "frames") + ")\n";

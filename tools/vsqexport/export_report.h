@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "tools/vsqexport/animation_files.h"
 
@@ -17,12 +18,23 @@ struct ExportReport {
 /// Reads a written scene file back, and the mesh files that it refers to. `path` is UTF-8 and names
 /// a regular file; `seconds` is the time that the export took. Throws `std::runtime_error` with one
 /// line if a file is missing or malformed; the plug-in itself doesn't report a mesh file that
-/// fails.
-ExportReport report_on_file(const std::string& path, double seconds);
+/// fails. The texts call the file `shown`, if that isn't empty.
+ExportReport report_on_file(const std::string& path, double seconds, const std::string& shown = "");
 
-/// Reports in the same way on the files of an animation: a scene file for each frame from 0 to
-/// `last_frame`, and the script.
-ExportReport report_on_animation(const AnimationFiles& files, int last_frame, double seconds);
+/// The files of an animation.
+struct WrittenAnimation {
+    AnimationFiles files;
+    std::vector<int> numbers;  ///< of the frames, in order
+    int first_rendered;        ///< the script renders from that one on
+    std::string script;
+};
+
+/// The files of an animation whose frames are numbered from 0. Throws as
+/// `AnimationFiles::check_script` does.
+WrittenAnimation whole_animation(const AnimationFiles& files, int last_frame);
+
+/// Reports in the same way on the files of an animation.
+ExportReport report_on_animation(const WrittenAnimation& written, double seconds);
 
 /// True if `path` is a regular file and not a device or a pipe.
 bool can_be_read_back(const std::string& path);

@@ -1,55 +1,17 @@
 #include "tools/vsqexport/exporting_commands.h"
 
-#include <chrono>
-#include <functional>
 #include <map>
 
+#include "tools/vsqexport/animation_command.h"
 #include "tools/vsqexport/export_target.h"
-#include "tools/vsqexport/progress_bar.h"
-#include "tools/vsqexport/terminal.h"
+#include "tools/vsqexport/unfinished_file.h"
+#include "tools/vsqexport/watched_command.h"
 
 namespace vsqexport {
 
 namespace {
 
 using velmora::RunningRenderer;
-
-// Shows the progress of the host's export during its lifetime.
-class ShownProgress {
-public:
-    explicit ShownProgress(memhost::MemoryHost& host) : host_(host) {
-        host_.on_progress(
-            [this](int percent, const std::wstring& title) { bar_.update(percent, title); });
-    }
-    ShownProgress(const ShownProgress&) = delete;
-    ShownProgress& operator=(const ShownProgress&) = delete;
-    ~ShownProgress() { host_.on_progress({}); }
-
-private:
-    memhost::MemoryHost& host_;
-    ProgressBar bar_{error_output_is_terminal()};
-};
-
-struct Outcome {
-    std::vector<std::string> told;  // texts about failures
-    bool is_cancelled;
-    double seconds;
-};
-
-// A cancel counts only if the plug-in has polled for it. Where the plug-in doesn't poll, it writes
-// the whole scene.
-Outcome carry_out(memhost::MemoryHost& host,
-                  const std::function<std::vector<std::string>()>& command) {
-    const ShownProgress shown(host);
-    const int cancels_before = host.answered_cancels();
-    const auto start = std::chrono::steady_clock::now();
-    Outcome outcome;
-    outcome.told = command();
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    outcome.seconds = taken.count();
-    outcome.is_cancelled = host.answered_cancels() > cancels_before;
-    return outcome;
-}
 
 // The number of the newest scene that this process has sent to the renderer, or 0.
 std::uint64_t newest_own_scene(const RunningRenderer& renderer) {
@@ -61,43 +23,32 @@ std::uint64_t newest_own_scene(const RunningRenderer& renderer) {
 
 std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginCommands& plugin,
                                          const std::string& target) {
-    const bool to_standard_output = is_standard_output(target);
-    const std::ofstream kept_open = wait_for_reader(target);
-    const Outcome outcome = carry_out(
-        host, [&] { return plugin.export_to(to_standard_output ? kStandardOutput : target); });
-    throw_if_told(outcome.told, target + ": ");
-    if (outcome.is_cancelled) {
-        throw Cancelled("cancelled, " + target + " holds only a part of the scene");
-    }
-    if (to_standard_output || !can_be_read_back(target)) {
+    if (is_standard_output(target) || !can_be_replaced(target)) {
+        const std::ofstream kept_open = wait_for_reader(target);
+        const Outcome outcome = carry_out(host, [&] {
+            return plugin.export_to(is_standard_output(target) ? kStandardOutput : target);
+        });
+        throw_if_told(outcome.told, target + ": ");
+        if (outcome.is_cancelled) {
+            throw Cancelled("cancelled, " + target + " holds only a part of the scene");
+        }
         return std::nullopt;
     }
-    return report_on_file(target, outcome.seconds);
+    UnfinishedFile unfinished(target);
+    plugin.show_as({{unfinished.path(), target}});
+    const Outcome outcome = carry_out(host, [&] { return plugin.export_to(unfinished.path()); });
+    throw_if_told(outcome.told, target + ": ");
+    if (outcome.is_cancelled) {
+        throw Cancelled("cancelled, " + target + " was not written");
+    }
+    ExportReport report = report_on_file(unfinished.path(), outcome.seconds, target);
+    unfinished.finish();
+    return report;
 }
 
 ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
-                              const std::string& target) {
-    const AnimationFiles files(target);
-    const Interval range = host.GetAnimRange();
-    if (range.End() < range.Start()) {
-        throw std::runtime_error("the animation range ends before it starts");
-    }
-    const int last_frame = (range.End() - range.Start()) / host.ticks_per_frame();
-    const int times_set_before = host.times_set();
-    const Outcome outcome = carry_out(host, [&] { return plugin.export_animation_to(target); });
-
-    // The plug-in sets the host's time before it opens the file of a frame, and never sets it back,
-    // so the time tells which frame was reached.
-    const bool has_begun = host.times_set() > times_set_before;
-    const std::string reached =
-        has_begun ? files.frame((host.time() - range.Start()) / host.ticks_per_frame()) : target;
-    throw_if_told(outcome.told, reached + ": ");
-    if (outcome.is_cancelled) {
-        throw Cancelled(has_begun ? "cancelled, " + reached +
-                                        " is the last frame written and may hold only a part"
-                                  : "cancelled, no frame was written");
-    }
-    return report_on_animation(files, last_frame, outcome.seconds);
+                              const std::string& target, const AnimationOptions& options) {
+    return AnimationCommand(host, plugin, target, options).run();
 }
 
 std::string SentScene::renderer_text() const {

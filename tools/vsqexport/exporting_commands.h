@@ -5,6 +5,7 @@
 #include <string>
 
 #include "standins/renderer/running_renderers.h"
+#include "tools/vsqexport/animation_plan.h"
 #include "tools/vsqexport/export_report.h"
 #include "tools/vsqexport/plugin_commands.h"
 
@@ -20,15 +21,19 @@ public:
 // the result. Each throws `Cancelled`, or `std::runtime_error` with the text that the plug-in has
 // shown the user.
 
-/// Export. Returns nothing for a target that can't be read back, such as standard output.
+/// Export. The scene is written beside the target and takes its place when it's whole, so a command
+/// that fails or is cancelled leaves the target as it was. Returns nothing for a target that can't
+/// be read back, such as standard output, which is written directly.
 std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginCommands& plugin,
                                          const std::string& target);
 
-/// Export Animation. `target` ends in ".vsq"; the files of the frames have a number before that.
-/// Files that were written before a cancel are kept. A failure names the file of the frame at which
-/// it happened.
+/// Export Animation. `target` ends in ".vsq"; the files of the frames have a number before that,
+/// counted from the start of the animation range. Each frame takes the place of an older one when
+/// it's whole, and the script is written at last. After a cancel it renders the frames that are
+/// whole. A failure names the file of the frame at which it happened. Throws
+/// `std::invalid_argument` if the options leave no frames.
 ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
-                              const std::string& target);
+                              const std::string& target, const AnimationOptions& options = {});
 
 /// A scene that was sent over the live link.
 struct SentScene {

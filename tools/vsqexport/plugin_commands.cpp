@@ -8,6 +8,7 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "standins/host/memory/host_text.h"
+#include "tools/vsqexport/json_text.h"
 #include "tools/vsqexport/plugin_library.h"
 
 #ifdef _WIN32
@@ -17,6 +18,13 @@
 #endif
 
 namespace {
+
+void replace_all(std::string& text, const std::string& from, const std::string& to) {
+    for (std::size_t place = 0; (place = text.find(from, place)) != std::string::npos;
+         place += to.size()) {
+        text.replace(place, from.size(), to);
+    }
+}
 
 // Records the message boxes that come up during its lifetime, and the report. Only one may exist at
 // a time.
@@ -117,6 +125,12 @@ std::vector<std::string> PluginCommands::press(const wchar_t* entry) {
     if (!host_.menus().press(entry)) {
         throw std::runtime_error("the plug-in has no menu entry '" +
                                  memhost::utf8_from_units(entry) + "'");
+    }
+    for (const auto& [path, shown] : shown_names_) {
+        replace_all(record.report, json_text(path), json_text(shown));
+        for (std::string& text : record.texts) {
+            replace_all(text, path, shown);
+        }
     }
     report_ = std::move(record.report);
     return std::move(record.texts);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +26,8 @@ public:
     /// `path`, UTF-8, is the answer to the save dialog.
     [[nodiscard]] std::vector<std::string> export_to(const std::string& path);
     [[nodiscard]] std::vector<std::string> export_animation_to(const std::string& path);
+    /// From the next command on, texts and reports call each of these files by another name.
+    void show_as(std::map<std::string, std::string> names) { shown_names_ = std::move(names); }
     /// Opens the settings dialog, which only a person can answer.
     [[nodiscard]] std::vector<std::string> settings();
 
@@ -37,6 +40,7 @@ private:
 
     memhost::MemoryHost& host_;
     GUP* plugin_;
+    std::map<std::string, std::string> shown_names_;
     std::string report_;
 };
 

@@ -71,6 +71,9 @@ void check_report_file(const ReportOptions& options, const std::string& scene,
         throw std::invalid_argument(
             "--report takes a file; --json puts the report on standard output");
     }
+    if (holds_a_scene(options.file)) {
+        refuse_replacing(options);
+    }
     for (const std::string* file : {&scene, &target}) {
         if (!file->empty() && are_same_file(options.file, *file)) {
             refuse_replacing(options);

@@ -8,6 +8,7 @@
 #include "tools/vsqexport/arguments.h"
 #include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/exporting_commands.h"
+#include "tools/vsqexport/frame_number.h"
 #include "tools/vsqexport/interruption.h"
 #include "tools/vsqexport/picture_program.h"
 #include "tools/vsqexport/progress_bar.h"
@@ -32,6 +33,9 @@ struct CommandLine {
     vsqexport::SceneOptions options;
     std::string target;
     std::string picture;
+    std::string piece;
+    vsqexport::AnimationOptions animation;
+    bool force = false;
     vsqexport::ReportOptions report;
 };
 
@@ -86,7 +90,7 @@ int run_export(const CommandLine& command) {
     vsqexport::check_report_file(command.report, source, command.target);
     Host host(command.options);
     return run_and_tell(host, command, "export", [&] {
-        vsqexport::check_export_target(command.target, source);
+        vsqexport::check_export_target(command.target, source, command.force);
         return vsqexport::export_scene(host.scene.host(), host.plugin, command.target);
     });
 }
@@ -94,10 +98,14 @@ int run_export(const CommandLine& command) {
 int run_animation(const CommandLine& command) {
     const std::string& source = command.options.scene;
     vsqexport::check_animation_report_file(command.report, source, command.target);
+    vsqexport::AnimationOptions options = command.animation;
+    if (!command.piece.empty()) {
+        options.set_piece(command.piece);
+    }
     Host host(command.options);
     return run_and_tell(host, command, "animation", [&] {
-        vsqexport::check_animation_target(command.target, source);
-        return vsqexport::export_animation(host.scene.host(), host.plugin, command.target);
+        vsqexport::check_animation_target(command.target, source, command.force);
+        return vsqexport::export_animation(host.scene.host(), host.plugin, command.target, options);
     });
 }
 
@@ -191,13 +199,28 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
     parser.name("vsqexport");
     parser.allow_windows_style_options(false);  // a path can begin with a slash
     parser.require_subcommand(1);
-    add_command(parser, "export", "Write a scene to a .vsq scene file", command)
-        ->add_option("OUT", command.target, "The scene file; - for standard output");
-    add_command(parser, "animation",
-                "Write each frame to a .vsq scene file of its own, and a script that renders them",
-                command)
-        ->add_option("OUT", command.target,
-                     "shot.vsq, for example, makes shot0000.vsq, shot0001.vsq, ... and shot.py");
+    CLI::App* exporting =
+        add_command(parser, "export", "Write a scene to a .vsq scene file", command);
+    exporting->add_option("OUT", command.target, "The scene file; - for standard output");
+    CLI::App* animation = add_command(
+        parser, "animation",
+        "Write each frame to a .vsq scene file of its own, and a script that renders them",
+        command);
+    animation->add_option(
+        "OUT", command.target,
+        "shot.vsq, for example, makes shot0000.vsq, shot0001.vsq, ... and shot.py");
+    animation
+        ->add_option("--chunk", command.piece,
+                     "Only one of N pieces of the range, with a script of its own; K is from 0 to "
+                     "N - 1")
+        ->type_name("K/N");
+    animation->add_option("--step", command.animation.step, "Only every n-th frame")
+        ->check(CLI::Range(1, vsqexport::kLargestFrame));
+    animation->add_flag("--missing", command.animation.only_missing,
+                        "Only frames whose files are not there or not whole");
+    for (CLI::App* writing : {exporting, animation}) {
+        writing->add_flag("--force", command.force, "Replace files that no export has written");
+    }
     add_command(parser, "render", "Send a scene to the renderer, which is started if none runs",
                 command)
         ->add_option("--picture", command.picture, "Draw what the renderer received to a PNG file")

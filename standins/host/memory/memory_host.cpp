@@ -77,6 +77,9 @@ void MemoryHost::on_progress(std::function<void(int, const std::wstring&)> callb
 }
 
 void MemoryHost::SetTime(TimeValue t, BOOL) {
+    if (on_time_) {
+        on_time_(t);
+    }
     time_ = t;
     ++times_set_;
 }

@@ -131,6 +131,9 @@ public:
     int answered_cancels() const { return answered_cancels_; }
 
     TimeValue time() const { return time_; }
+    /// Calls `callback` with each time that is set from now on, before it holds.
+    void on_time(std::function<void(TimeValue)> callback) { on_time_ = std::move(callback); }
+
     /// How often `SetTime` was called since the host was made.
     int times_set() const { return times_set_; }
 
@@ -188,6 +191,7 @@ private:
     std::vector<std::wstring> save_dialog_;
     ProgressRecord progress_;
     std::function<void(int, const std::wstring&)> on_progress_;
+    std::function<void(TimeValue)> on_time_;
     std::atomic<bool> cancel_{false};
     bool cancel_at_update_ = false;  // the cancel as the last update of the progress bar found it
     int polls_before_cancel_ = 0;    // 0 if no cancel is planned
