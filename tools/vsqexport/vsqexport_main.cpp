@@ -13,6 +13,7 @@
 #include "tools/vsqexport/picture_program.h"
 #include "tools/vsqexport/progress_bar.h"
 #include "tools/vsqexport/reported_command.h"
+#include "tools/vsqexport/scene_collection.h"
 #include "tools/vsqexport/scene_options.h"
 #include "tools/vsqexport/scene_source.h"
 #include "tools/vsqexport/session.h"
@@ -36,6 +37,7 @@ struct CommandLine {
     std::string piece;
     vsqexport::AnimationOptions animation;
     bool force = false;
+    std::vector<std::string> collected;  // scenes, then the folder
     vsqexport::ReportOptions report;
 };
 
@@ -91,7 +93,8 @@ int run_export(const CommandLine& command) {
     Host host(command.options);
     return run_and_tell(host, command, "export", [&] {
         vsqexport::check_export_target(command.target, source, command.force);
-        return vsqexport::export_scene(host.scene.host(), host.plugin, command.target);
+        return vsqexport::export_scene(host.scene.host(), host.plugin, command.target,
+                                       command.animation.clean);
     });
 }
 
@@ -136,6 +139,23 @@ int run_session(const CommandLine& command) {
     }
     vsqexport::Session session(host.scene.host(), host.plugin, command.options.scene, telling);
     return vsqexport::run_session(session);
+}
+
+int run_collect(const CommandLine& command) {
+    std::vector<std::string> scenes = command.collected;
+    if (scenes.size() < 2) {
+        throw std::invalid_argument("collect takes one or more scenes and a folder");
+    }
+    const std::string folder = scenes.back();
+    scenes.pop_back();
+    const vsqexport::Collected collected = vsqexport::collect_scenes(scenes, folder, command.force);
+    std::printf("%s: %llu files, %llu bytes\n", folder.c_str(),
+                static_cast<unsigned long long>(collected.files),
+                static_cast<unsigned long long>(collected.bytes));
+    for (const std::string& line : collected.missing) {
+        complain(line);
+    }
+    return collected.missing.empty() ? kDone : kFailed;
 }
 
 // Changes the file if there are values. Otherwise opens the dialog, which only a person can answer.
@@ -219,6 +239,8 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
     animation->add_flag("--missing", command.animation.only_missing,
                         "Only frames whose files are not there or not whole");
     for (CLI::App* writing : {exporting, animation}) {
+        writing->add_flag("--clean", command.animation.clean,
+                          "Remove the mesh files that earlier exports to OUT have made");
         writing->add_flag("--force", command.force, "Replace files that no export has written");
     }
     add_command(parser, "render", "Send a scene to the renderer, which is started if none runs",
@@ -228,6 +250,12 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
     parser.add_subcommand("settings", "Open the settings dialog, or change the settings file")
         ->add_option("SETTINGS", command.options.settings, "Settings, each as KEY=1 or KEY=0")
         ->type_name("KEY=VALUE");
+    CLI::App* collect = parser.add_subcommand(
+        "collect", "Copy scene files and all files that they name to a folder");
+    collect
+        ->add_option("FILES", command.collected, "One or more scene files, and at last the folder")
+        ->required();
+    collect->add_flag("--force", command.force, "Replace files in the folder");
     CLI::App* session =
         add_command(parser, "session", "Open a scene and take commands, one a line", command);
     session->footer("Commands of a session:\n" + vsqexport::Session::help() + "\n\n" +
@@ -240,7 +268,7 @@ int run(const std::string& name, const CommandLine& command) {
         int (*run)(const CommandLine&);
     } kCommands[] = {
         {"export", run_export},   {"animation", run_animation}, {"render", run_render},
-        {"session", run_session}, {"settings", run_settings},
+        {"session", run_session}, {"settings", run_settings},   {"collect", run_collect},
     };
     if (command.options.lists_animations) {
         std::fputs(vsqexport::list_of_animations(command.options.scene).c_str(), stdout);
