@@ -1,4 +1,8 @@
+#include <cmath>
+#include <fstream>
+#include <functional>
 #include <limits>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -8,6 +12,7 @@
 #include "tests/import/assimp_motion.h"
 #include "tests/import/imported_model.h"
 #include "tests/import/made_model.h"
+#include "tests/support/temporary_folder.h"
 #include "tools/vsqexport/import/animation_choice.h"
 
 using namespace memhost;
@@ -111,6 +116,108 @@ TEST(ModelAnimation, LeavesOutInvalidKeysAndChannelsWithWarnings) {
     scene.frames_per_second(60);
     animation.set_range(scene);
     EXPECT_EQ(scene.host().GetAnimRange().End(), 3600 * TIME_TICKSPERSEC);
+}
+
+// The path of a glTF file whose node N has keys at these seconds. `values` are those of all keys.
+std::string written_motion(const TemporaryFolder& folder, const std::string& path,
+                           const std::string& interpolation, const std::vector<float>& seconds,
+                           const std::vector<float>& values) {
+    std::ofstream keys(folder / "keys.bin", std::ios::binary);
+    for (const std::vector<float>* part : {&seconds, &values}) {
+        keys.write(reinterpret_cast<const char*>(part->data()),
+                   static_cast<std::streamsize>(part->size() * sizeof(float)));
+    }
+    const std::size_t components = path == "rotation" ? 4 : 3;
+    const auto text = [](std::size_t number) { return std::to_string(number); };
+    std::ofstream(folder / "m.gltf")
+        << R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"name":"N"}],
+        "animations":[{"channels":[{"sampler":0,"target":{"node":0,"path":")"
+        << path << R"("}}],"samplers":[{"input":0,"output":1,"interpolation":")" << interpolation
+        << R"("}]}],"buffers":[{"uri":"keys.bin","byteLength":)"
+        << 4 * (seconds.size() + values.size())
+        << R"(}],"bufferViews":[{"buffer":0,"byteLength":)" + text(4 * seconds.size()) +
+               R"(},{"buffer":0,"byteOffset":)" + text(4 * seconds.size()) + R"(,"byteLength":)" +
+               text(4 * values.size()) +
+               R"(}],"accessors":[{"bufferView":0,"componentType":5126,"type":"SCALAR","count":)" +
+               text(seconds.size()) + R"(},{"bufferView":1,"componentType":5126,"type":"VEC)" +
+               text(components) + R"(","count":)" + text(values.size() / components) + "}]}";
+    return folder / "m.gltf";
+}
+
+TEST(ModelAnimation, FollowsTheInterpolationOfAGltfFile) {
+    const float half = std::sqrt(0.5f);
+    const std::vector<float> spline = {0, 0, 0, 0, 0,  0, 0, 4, 0,   // slopes before, value, behind
+                                       0, 2, 0, 0, 10, 0, 0, 0, 0};  // at the second key
+    const std::vector<float> turn = {0, 0, 0, 0, 0,    0, 0, 1,    0, 0, 0, 0,
+                                     0, 0, 0, 0, half, 0, 0, half, 0, 0, 0, 0};
+    const std::vector<float> rest = {0, 0, 0, 0, 5, 0, 0, 8, 0, 0, -8, 0, 0, 5, 0, 0, 0, 0};
+    const struct {
+        std::string path, interpolation;
+        std::vector<float> values;
+        double seconds;
+        float expected;  // the height, or the angle around x in degrees
+    } cases[] = {
+        {"translation", "LINEAR", {0, 0, 0, 0, 10, 0}, 0.5, 5},
+        {"translation", "STEP", {0, 0, 0, 0, 10, 0}, 0.99, 0},
+        {"translation", "STEP", {0, 0, 0, 0, 10, 0}, 1, 10},
+        {"translation", "CUBICSPLINE", spline, 0.5, 5.25f},
+        {"translation", "CUBICSPLINE", spline, 2, 10},
+        {"translation", "CUBICSPLINE", rest, 0.5, 7},
+        {"rotation", "LINEAR", {0, 0, 0, 1, half, 0, 0, half}, 0.25, 22.5f},
+        {"rotation", "STEP", {0, 0, 0, 1, half, 0, 0, half}, 0.25, 0},
+        {"rotation", "CUBICSPLINE", turn, 0.25, 13.209f},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.path + " " + one.interpolation);
+        const TemporaryFolder folder;
+        ImportedModel scene(
+            written_motion(folder, one.path, one.interpolation, {0, 1}, one.values));
+        const auto ticks = static_cast<TimeValue>(one.seconds * TIME_TICKSPERSEC);
+        const Matrix3 world = scene.find("N").GetNodeTM(ticks) * rotation_x(-90);
+        const float value = one.path == "rotation"
+                                ? std::atan2(world.GetRow(1).z, world.GetRow(1).y) * 57.29578f
+                                : world.GetTrans().y;
+        EXPECT_NEAR(value, one.expected, 1e-3f);
+    }
+}
+
+TEST(ModelAnimation, RunsAtTheRateOfTheFile) {
+    SKIP_WITHOUT_MODELS();
+    const TemporaryFolder folder;
+    const auto keys = [&folder](float first, float second) {
+        return written_motion(folder, "translation", "LINEAR", {first, second}, {0, 0, 0, 1, 1, 1});
+    };
+    std::ofstream(folder / "m.dae") << R"(<COLLADA version="1.4.1"><scene><extra><technique>
+        <frame_rate>25</frame_rate></technique></extra></scene><library_visual_scenes>
+        <visual_scene id="s"><node name="N"/></visual_scene></library_visual_scenes><scene>
+        <instance_visual_scene url="#s"/></scene></COLLADA>)";
+    const struct {
+        std::string what;
+        std::function<std::string()> path;
+        std::optional<double> wanted;
+        int ticks_per_frame;
+        std::size_t warnings;
+    } cases[] = {
+        {"24", [&] { return keys(5 / 24.0f, 1); }, {}, 200, 0},
+        {"60", [&] { return keys(1 / 60.0f, 7 / 60.0f); }, {}, 80, 0},
+        {"whole seconds", [&] { return keys(1, 3); }, {}, 160, 0},
+        {"nothing fits", [&] { return keys(0.01234f, 3); }, {}, 160, 0},
+        {"29.97", [&] { return keys(1001 / 30000.0f, 700.7f / 30); }, {}, 160, 1},
+        {"the user's", [&] { return keys(5 / 24.0f, 1); }, 48, 100, 0},
+        {"COLLADA", [&] { return folder / "m.dae"; }, {}, 192, 0},
+        {"FBX", [&] { return kModels + "FBX/animation_with_skeleton.fbx"; }, {}, 200, 0},
+        {"FBX 25", [&] { return kModels + "FBX/huesitos.fbx"; }, {}, 192, 0},
+    };
+    for (const auto& one : cases) {
+        ImportOptions options;
+        options.frames_per_second = one.wanted;
+        ImportedModel scene(one.path(), options);
+        EXPECT_EQ(scene.host().ticks_per_frame(), one.ticks_per_frame) << one.what;
+        EXPECT_EQ(
+            testing::PrintToString(scene.warnings).find("import-frame-rate") != std::string::npos,
+            one.warnings > 0)
+            << one.what;
+    }
 }
 
 }  // namespace

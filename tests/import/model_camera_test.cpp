@@ -73,6 +73,41 @@ TEST(ModelCamera, HasTheLensOfAGltfFileForAnyAspect) {
     }
 }
 
+// COLLADA gives one angle or both, or an angle and the aspect; Irrlicht the angle from bottom to
+// top in radians.
+TEST(ModelCamera, HasTheLensOfOtherFormats) {
+    const std::string dae_start = R"(<?xml version="1.0"?><COLLADA version="1.4.1"
+        xmlns="http://www.collada.org/2005/11/COLLADASchema"><asset><up_axis>Z_UP</up_axis></asset>
+        <library_cameras><camera id="c"><optics><technique_common>)";
+    const std::string dae_end = R"(</technique_common></optics></camera></library_cameras>
+        <library_visual_scenes><visual_scene id="s"><node id="View" name="View"><instance_camera
+        url="#c"/></node></visual_scene></library_visual_scenes><scene><instance_visual_scene
+        url="#s"/></scene></COLLADA>)";
+    const auto dae = [&](const std::string& kind, const std::string& lens) {
+        return dae_start + "<" + kind + ">" + lens + "<znear>0.5</znear><zfar>90</zfar></" + kind +
+               ">" + dae_end;
+    };
+    const std::tuple<std::string, std::string, float, bool> cases[] = {
+        {"a.dae", dae("perspective", "<xfov>50</xfov>"), 50, false},
+        {"b.dae", dae("perspective", "<yfov sid='y'>40</yfov>"), 40, false},
+        {"c.dae", dae("perspective", "<yfov>40</yfov><aspect_ratio>2</aspect_ratio>"), 72.105f,
+         false},
+        {"d.dae", dae("orthographic", "<xmag>3</xmag><ymag>2</ymag>"), 45, true},
+    };
+    for (const auto& [name, text, degrees, is_orthographic] : cases) {
+        SCOPED_TRACE(name);
+        const TemporaryFolder folder;
+        std::ofstream(folder / name) << text;
+        ImportedModel scene(folder / name);
+        CameraState state;
+        Interval valid = FOREVER;
+        scene.object<CameraObject>("View").EvalCameraState(0, valid, &state);
+        EXPECT_NEAR(state.fov * 57.29578f, degrees, 1e-2f);
+        EXPECT_EQ(state.manualClip ? state.hither : 0, 0.5f);
+        EXPECT_EQ(state.isOrtho != FALSE, is_orthographic);
+    }
+}
+
 TEST(ModelLight, BecomesAnOmniLightWithItsColourAndIntensity) {
     SKIP_WITHOUT_MODELS();
     const std::tuple<const char*, const char*, Point3, float, Point3> cases[] = {

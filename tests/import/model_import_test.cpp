@@ -33,21 +33,27 @@ std::string written(const TemporaryFolder& folder, const std::string& name,
     return folder / name;
 }
 
-// Compares assimp's tree and its matrices, computed with its own types, with the host's.
+// Compares assimp's tree and its matrices, computed with its own types, with the host's. What
+// assimp splits into helpers is one node in the host.
 void expect_same(aiNode* const* expected, unsigned count, const aiMatrix4x4& parent_world,
                  INode& parent, const Matrix3& z_up) {
     ASSERT_EQ(parent.NumberOfChildren(), static_cast<int>(count));
     for (unsigned i = 0; i < count; ++i) {
         INode& node = *parent.GetChildNode(static_cast<int>(i));
-        EXPECT_EQ(utf8_from_units(node.GetName()), expected[i]->mName.C_Str());
-        const aiMatrix4x4 world = parent_world * expected[i]->mTransformation;
+        const aiNode* source = expected[i];
+        aiMatrix4x4 world = parent_world * source->mTransformation;
+        while (std::string(source->mName.C_Str()).find("$AssimpFbx$") != std::string::npos) {
+            source = source->mChildren[0];
+            world *= source->mTransformation;
+        }
+        EXPECT_EQ(utf8_from_units(node.GetName()), source->mName.C_Str());
         for (const aiVector3D& corner : {aiVector3D(), {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}) {
             const aiVector3D p = world * corner;
             const Point3 q = Point3(corner.x, corner.y, corner.z) * node.GetNodeTM(0);
             EXPECT_LT((q - Point3(p.x, p.y, p.z) * z_up).Length(), 1e-5f * (1 + p.Length()))
-                << expected[i]->mName.C_Str();
+                << source->mName.C_Str();
         }
-        expect_same(expected[i]->mChildren, expected[i]->mNumChildren, world, node, z_up);
+        expect_same(source->mChildren, source->mNumChildren, world, node, z_up);
     }
 }
 
@@ -150,6 +156,45 @@ TEST(ModelImport, ReadsAChainOfThirtyThousandNodes) {
     EXPECT_EQ(scene.host().nodes().back()->GetNodeTM(0).GetTrans().x, kDepth);
 }
 
+TEST(ModelImport, CountsWhatMeshesHaveThatIsNotShown) {
+    SKIP_WITHOUT_MODELS();
+    const std::pair<const char*, const char*> cases[] = {
+        {"OBJ/testpoints.obj", ": 24 points"},
+        {"OBJ/testline.obj", ": 18 lines"},
+        {"OBJ/cube_with_vertexcolors.obj", ": 36 colours of vertices"},
+        {"PLY/points.ply", ": 4 points are left out"},
+        {"Collada/cube_with_2UVs.DAE", ": 1 further sets of texture coordinates"},
+    };
+    for (const auto& [file, warning] : cases) {
+        EXPECT_THAT(testing::PrintToString(ImportedModel(kModels + file).warnings),
+                    HasSubstr(warning))
+            << file;
+    }
+}
+
+// A scene keeps the low bytes of a name: that of the first letter is the second name.
+TEST(ModelImport, NumbersNamesThatWouldBecomeOne) {
+    const TemporaryFolder folder;
+    ImportedModel scene(written(
+        folder, "m.gltf", R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0,1,2,3]}],
+        "nodes":[{"name":"\u0141"},{"name":"A"},{"name":"\u6905"},{"name":"A"}]})"));
+    std::vector<std::string> names;
+    for (const auto& node : scene.host().nodes()) {
+        names.push_back(utf8_from_units(node->GetName()));
+    }
+    EXPECT_THAT(names, testing::IsSupersetOf({"\xc5\x81", "A 2", "\xe6\xa4\x85", "A 2"}));
+}
+
+// Textures that lie on a mesh as on a sphere, a cylinder or a plane have no coordinates in the
+// file.
+TEST(ModelImport, ComputesCoordinatesOfProjectedTextures) {
+    SKIP_WITHOUT_MODELS();
+    for (const char* const kind : {"planar", "cylindrical", "spherical"}) {
+        ImportedModel scene(kModels + "LWO/LWO2/MappingModes/earth_" + kind + "_z.lwo");
+        EXPECT_TRUE(scene.object<TriObject>("Layer_0").GetMesh().mapSupport(1)) << kind;
+    }
+}
+
 TEST(ModelImport, FindsTexturesOfTheModelAndWarnsOfOthers) {
     ImportedModel crate(kSamples + "crate.obj");
     EXPECT_THAT(crate.warnings, ElementsAre());
@@ -212,7 +257,7 @@ TEST(ModelImport, WarnsOfWhatItLeavesOutAltogether) {
     model.animation();
     append(model.mCameras, model.mNumCameras).mName = "Lost";
     vsqexport::HeldObjects held;
-    import_cameras(model, vsqexport::NodeIndex(model), held, model.warnings);
+    import_cameras(model, {}, vsqexport::NodeIndex(model), held, model.warnings);
     EXPECT_THAT(
         texts_of(model.warnings),
         testing::ElementsAre(HasSubstr("import-other-animations: animations that move the same as"),

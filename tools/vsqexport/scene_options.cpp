@@ -7,7 +7,9 @@
 #include <optional>
 #include <stdexcept>
 
+#include "importers/sceneapi/dev/installation.h"
 #include "tools/vsqexport/frame_number.h"
+#include "tools/vsqexport/import/host_frame_rate.h"
 #include "tools/vsqexport/scene_source.h"
 
 namespace vsqexport {
@@ -62,6 +64,13 @@ double metres_of(int unit) {
     return 1;
 }
 
+// Where the plug-in puts the maps that it draws. Empty if no renderer is installed.
+std::string textures_folder() {
+    const std::string resources =
+        qor::Installation::get().resource_folder(qor::kOldestRenderer, qor::kNewestRenderer);
+    return resources.empty() ? resources : resources + "/textures";
+}
+
 // Around all meshes, in the scene's units.
 Box3 box_of(memhost::MemoryHost& host) {
     Box3 all;
@@ -75,6 +84,14 @@ Box3 box_of(memhost::MemoryHost& host) {
         }
     }
     return all;
+}
+
+void note_change(const char* code, const std::string& source, const char* text, LossReport& losses,
+                 bool quiet) {
+    if (!quiet) {
+        std::fprintf(stderr, "vsqexport: warning: %s: %s\n", source.c_str(), text);
+    }
+    losses.add_shown({code, "changed", "", source, text, 1});
 }
 
 // A size beyond what anybody models comes from a wrong unit.
@@ -94,10 +111,16 @@ void note_size(const std::string& source, memhost::MemoryHost& host, LossReport&
     char text[160];
     std::snprintf(text, sizeof text,
                   "the scene is %.3g m large; if its unit is wrong, set --unit or --scale", metres);
-    if (!quiet) {
-        std::fprintf(stderr, "vsqexport: warning: %s: %s\n", source.c_str(), text);
+    note_change("import-size", source, text, losses, quiet);
+}
+
+// The range of a scene that is already there is in ticks, so it stays as it is.
+void set_frame_rate(const SceneOptions& options, memhost::SceneBuilder& scene, LossReport& losses,
+                    bool quiet) {
+    scene.host().set_ticks_per_frame(nearest_ticks_per_frame(options.frames_per_second));
+    if (const std::string change = change_of_rate(options.frames_per_second); !change.empty()) {
+        note_change("import-frame-rate", options.scene, change.c_str(), losses, quiet);
     }
-    losses.add_shown({"import-size", "changed", "", source, text, 1});
 }
 
 }  // namespace
@@ -108,16 +131,19 @@ LossReport open_scene(const SceneOptions& options, memhost::SceneBuilder& scene,
         unit = parse_unit(options.unit);
     }
 
-    // The range of a model is counted in frames, so the rate is set before the scene is loaded. A
-    // demo scene sets a rate of its own, which the second call replaces.
-    scene.frames_per_second(options.frames_per_second);
     ImportOptions import = options.import;
+    if (options.frames_per_second != 0) {
+        import.frames_per_second = options.frames_per_second;
+    }
     import.has_unit = unit.has_value();
+    import.texture_folder = textures_folder();
     if (!options.up.empty()) {
         import.up_axis = options.up[0] - 'x';
     }
     LossReport losses = load_scene(options.scene, scene, quiet, import);
-    scene.frames_per_second(options.frames_per_second);
+    if (options.frames_per_second != 0) {
+        set_frame_rate(options, scene, losses, quiet);
+    }
     if (!options.frames.empty()) {
         apply_frames(options.frames, scene);
     }

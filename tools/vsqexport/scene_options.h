@@ -14,11 +14,11 @@ struct SceneOptions {
     std::string scene;                  ///< a model file or demo:NAME
     std::vector<std::string> settings;  ///< KEY=VALUE
     std::string frames;                 ///< FIRST:LAST; empty keeps the scene's own range
-    int frames_per_second = 30;
-    std::string strict_host;  ///< names of rules, separated by commas; empty for none
-    std::string unit;         ///< such as "cm"; empty keeps the scene's own
-    ImportOptions import;     ///< for model files; `has_unit` and `up_axis` follow from the texts
-    std::string up;           ///< "x", "y" or "z"; empty keeps the model's own
+    double frames_per_second = 0;       ///< 0 keeps the scene's own
+    std::string strict_host;            ///< names of rules, separated by commas; empty for none
+    std::string unit;                   ///< such as "cm"; empty keeps the scene's own
+    ImportOptions import;  ///< for model files; `has_unit` and `up_axis` follow from the texts
+    std::string up;        ///< "x", "y" or "z"; empty keeps the model's own
     bool lists_animations = false;  ///< show the animations of the model and do nothing else
 };
 

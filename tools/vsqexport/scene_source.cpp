@@ -43,7 +43,7 @@ LossReport load_scene(const std::string& source, memhost::SceneBuilder& scene, b
         if (!quiet) {
             std::fprintf(stderr, "vsqexport: warning: %s\n", warning.text.c_str());
         }
-        losses.add_shown({warning.code, "lost", "", source, warning.text, 1});
+        losses.add_shown({warning.code, warning.severity, "", source, warning.text, 1});
     }
     return losses;
 #else

@@ -155,8 +155,10 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
         ->allow_extra_args(false)
         ->type_name("KEY=VALUE");
     added->add_option("--frames", options.frames, "The animation range")->type_name("FIRST:LAST");
-    added->add_option("--fps", options.frames_per_second, "Frames per second")
-        ->check(CLI::Range(1, 4800));
+    added
+        ->add_option("--fps", options.frames_per_second,
+                     "Frames per second; by default those of the scene")
+        ->check(CLI::Range(1.0, 4800.0));
     added
         ->add_option("--animation", options.import.animations,
                      "An animation of the model file; by default all that move different things")

@@ -91,6 +91,10 @@ std::optional<ImageSize> read_image_size(const std::wstring& path) {
 }
 
 std::optional<ImageSize> image_size(const std::vector<unsigned char>& bytes) {
+    const char* const head = reinterpret_cast<const char*>(bytes.data());
+    if (bytes.size() >= kSignatureLength && is_other_image({head, kSignatureLength})) {
+        return ImageSize();
+    }
     ImageSize size;
     int channels = 0;
     if (!stbi_info_from_memory(bytes.data(), static_cast<int>(bytes.size()), &size.width,
@@ -122,10 +126,16 @@ std::optional<Image> read_image(const std::wstring& path) {
     return decode_image(bytes);
 }
 
-bool write_png(const std::wstring& path, const Image& image) {
+std::string png_bytes(const Image& image) {
     std::string bytes;
-    if (!stbi_write_png_to_func(append_bytes, &bytes, image.width, image.height, STBI_rgb_alpha,
-                                image.pixels.data(), 0)) {
+    const bool is_encoded = stbi_write_png_to_func(append_bytes, &bytes, image.width, image.height,
+                                                   STBI_rgb_alpha, image.pixels.data(), 0) != 0;
+    return is_encoded ? bytes : std::string();
+}
+
+bool write_png(const std::wstring& path, const Image& image) {
+    const std::string bytes = png_bytes(image);
+    if (bytes.empty()) {
         return false;
     }
     std::ofstream file(file_path(path), std::ios::binary);

@@ -18,14 +18,14 @@ constexpr SlotName kStandardSlotNames[] = {
     {kDiffuseSlot, L"Diffuse Color"},
     {kSpecularColorSlot, L"Specular Color"},
     {kSpecularLevelSlot, L"Specular Level"},
-    {4, L"Glossiness"},
-    {5, L"Self-Illumination"},
+    {kGlossinessSlot, L"Glossiness"},
+    {kSelfIlluminationSlot, L"Self-Illumination"},
     {kOpacitySlot, L"Opacity"},
     {7, L"Filter Color"},
     {kBumpSlot, L"Bump"},
-    {9, L"Reflection"},
+    {kReflectionSlot, L"Reflection"},
     {10, L"Refraction"},
-    {11, L"Displacement"},
+    {kDisplacementSlot, L"Displacement"},
 };
 
 MSTR name_in_language(const std::wstring& name, bool localized) {

@@ -17,8 +17,12 @@ enum StandardSlot : int {
     kDiffuseSlot = 1,
     kSpecularColorSlot = 2,
     kSpecularLevelSlot = 3,
+    kGlossinessSlot = 4,
+    kSelfIlluminationSlot = 5,
     kOpacitySlot = 6,
     kBumpSlot = 8,
+    kReflectionSlot = 9,
+    kDisplacementSlot = 11,
 };
 
 /// The host's Standard material: two colours, shininess, and twenty slots for maps.

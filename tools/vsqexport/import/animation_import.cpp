@@ -9,22 +9,30 @@
 #include "tools/vsqexport/import/animation_choice.h"
 #include "tools/vsqexport/import/left_out.h"
 #include "tools/vsqexport/import/matrix_conversion.h"
+#include "tools/vsqexport/import/pivot_helper.h"
 
 namespace vsqexport {
 namespace {
 
-Matrix3 product(const Matrix3& before, const Matrix3& matrix, const Matrix3& after) {
-    // Multiplying by the identity could change bits.
-    const Matrix3 first = is_identity(before) ? matrix : before * matrix;
-    return is_identity(after) ? first : first * after;
+// Multiplying by the identity could change bits.
+Matrix3 product(const Matrix3& first, const Matrix3& second) {
+    return is_identity(first) ? second : is_identity(second) ? first : first * second;
 }
 
 }  // namespace
 
 ModelAnimation::ModelAnimation(const aiScene& model, const NodeIndex& nodes,
-                               ImportWarnings& warnings, const std::vector<std::string>& wanted) {
+                               ImportWarnings& warnings, const std::vector<std::string>& wanted,
+                               const GltfCurves& curves) {
     for (const aiAnimation* animation : choose_animations(model, wanted, warnings)) {
-        read(*animation, nodes, ticks_per_second(model, *animation), warnings);
+        const auto place =
+            std::find(model.mAnimations, model.mAnimations + model.mNumAnimations, animation);
+        const auto number = static_cast<unsigned>(place - model.mAnimations);
+        const auto curve_of = [&](const std::string& node, const char* path) {
+            const auto found = curves.find({number, node, path});
+            return found == curves.end() ? nullptr : &found->second;
+        };
+        read(*animation, nodes, ticks_per_second(model, *animation), curve_of, warnings);
     }
 
     constexpr double kLongestSeconds = 3600;
@@ -38,7 +46,8 @@ ModelAnimation::ModelAnimation(const aiScene& model, const NodeIndex& nodes,
 }
 
 void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
-                          double file_ticks_per_second, ImportWarnings& warnings) {
+                          double file_ticks_per_second, const CurveOf& curve_of,
+                          ImportWarnings& warnings) {
     LeftOut left_out("motion of", "import-motion");
     int dropped_keys = 0;
     std::set<const aiNode*> own;
@@ -54,8 +63,10 @@ void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
             left_out.add(name, "it has no keys");
             continue;
         }
-        auto motion =
-            std::make_shared<NodeMotion>(channel, node->mTransformation, file_ticks_per_second);
+        const ChannelCurves curves = {curve_of(name, "translation"), curve_of(name, "rotation"),
+                                      curve_of(name, "scale")};
+        auto motion = std::make_shared<NodeMotion>(channel, node->mTransformation,
+                                                   file_ticks_per_second, curves);
         const double end_seconds = motion->end_seconds();
         dropped_keys += motion->dropped_keys();
         if (!own.insert(node).second) {
@@ -70,7 +81,7 @@ void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
         end_seconds_ = std::max(end_seconds_, end_seconds);
     }
     left_out.warn(warnings);
-    read_morphs(animation, file_ticks_per_second, dropped_keys);
+    read_morphs(animation, file_ticks_per_second, curve_of, dropped_keys, warnings);
     if (dropped_keys > 0) {
         warnings.push_back(
             {"import-keys", "keys of its animation are left out: " + std::to_string(dropped_keys) +
@@ -80,14 +91,25 @@ void ModelAnimation::read(const aiAnimation& animation, const NodeIndex& nodes,
 
 // Readers name a channel after the node or the mesh, and some add a star and a number.
 void ModelAnimation::read_morphs(const aiAnimation& animation, double file_ticks_per_second,
-                                 int& dropped_keys) {
+                                 const CurveOf& curve_of, int& dropped_keys,
+                                 ImportWarnings& warnings) {
     for (unsigned i = 0; i < animation.mNumMorphMeshChannels; ++i) {
         const aiMeshMorphAnim& channel = *animation.mMorphMeshChannels[i];
-        const std::string name = channel.mName.C_Str();
-        const auto motion = std::make_shared<MorphMotion>(channel, file_ticks_per_second);
+        const std::string full_name = channel.mName.C_Str();
+        const std::string name = full_name.substr(0, full_name.rfind('*'));
+        const GltfCurve* const curve = curve_of(name, "weights");
+        Interpolation interpolation = curve ? curve->interpolation : Interpolation::kLinear;
+        if (interpolation == Interpolation::kCubic) {
+            interpolation = Interpolation::kLinear;
+            warnings.push_back({"import-motion",
+                                "the weights of \"" + name + "\" lie on a spline: taken as linear",
+                                "changed"});
+        }
+        const auto motion =
+            std::make_shared<MorphMotion>(channel, file_ticks_per_second, interpolation);
         dropped_keys += motion->dropped_keys();
         end_seconds_ = std::max(end_seconds_, motion->end_seconds());
-        morphs_.emplace(name.substr(0, name.rfind('*')), motion);
+        morphs_.emplace(name, motion);
     }
 }
 
@@ -108,16 +130,30 @@ std::shared_ptr<const MorphMotion> ModelAnimation::morph_of(const aiNode& node,
 
 memhost::LocalTransform ModelAnimation::place(const aiNode& node, const Matrix3& before,
                                               const Matrix3& after) const {
-    const auto found = motions_.find(&node);
-    if (found == motions_.end()) {
-        return memhost::LocalTransform(product(before, host_matrix(node.mTransformation), after));
+    struct Step {
+        Matrix3 rest;
+        std::shared_ptr<const NodeMotion> motion;  // null if the node never moves
+    };
+    std::vector<Step> steps;
+    bool is_still = true;
+    for (const aiNode* each = &node; each && (each == &node || is_pivot_helper(*each));
+         each = each->mParent) {
+        std::shared_ptr<const NodeMotion> motion = motion_of(*each);
+        Step step = {motion ? motion->at(0) : host_matrix(each->mTransformation), nullptr};
+        if (motion && !motion->is_still()) {
+            step.motion = std::move(motion);
+            is_still = false;
+        }
+        steps.push_back(std::move(step));
     }
-    const std::shared_ptr<const NodeMotion> motion = found->second;
-    if (motion->is_still()) {
-        return memhost::LocalTransform(product(before, motion->at(0), after));
-    }
-    return memhost::LocalTransform(
-        [motion, before, after](TimeValue t) { return product(before, motion->at(t), after); });
+    const auto at = [steps = std::move(steps), before, after](TimeValue t) {
+        Matrix3 matrix = before;
+        for (const Step& step : steps) {
+            matrix = product(matrix, step.motion ? step.motion->at(t) : step.rest);
+        }
+        return product(matrix, after);
+    };
+    return is_still ? memhost::LocalTransform(at(0)) : memhost::LocalTransform(at);
 }
 
 void ModelAnimation::set_range(memhost::SceneBuilder& scene) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "standins/host/memory/local_transform.h"
 #include "standins/host/memory/scene_builder.h"
+#include "tools/vsqexport/import/gltf_curves.h"
 #include "tools/vsqexport/import/import_warning.h"
 #include "tools/vsqexport/import/morph_motion.h"
 #include "tools/vsqexport/import/node_index.h"
@@ -21,9 +23,10 @@ namespace vsqexport {
 class ModelAnimation {
 public:
     /// `warnings` gets a line for each kind of thing that is left out. `wanted` has the names of
-    /// the animations; none means those that `choose_animations` chooses.
+    /// the animations; none means those that `choose_animations` chooses. `curves` has the curves
+    /// that aren't linear.
     ModelAnimation(const aiScene& model, const NodeIndex& nodes, ImportWarnings& warnings,
-                   const std::vector<std::string>& wanted = {});
+                   const std::vector<std::string>& wanted = {}, const GltfCurves& curves = {});
 
     bool animates(const aiNode& node) const { return motions_.count(&node) != 0; }
 
@@ -33,8 +36,8 @@ public:
     /// The motion of a mesh's morph targets where `node` shows the mesh; null if the file has none.
     std::shared_ptr<const MorphMotion> morph_of(const aiNode& node, const aiMesh& mesh) const;
 
-    /// The node's transform in its parent's space over time. `before` is applied before it, and
-    /// `after` after it.
+    /// The node's transform over time, in the space of the parent that isn't a pivot helper.
+    /// `before` is applied before it, and `after` after it.
     memhost::LocalTransform place(const aiNode& node, const Matrix3& before,
                                   const Matrix3& after) const;
 
@@ -43,9 +46,12 @@ public:
     void set_range(memhost::SceneBuilder& scene) const;
 
 private:
+    using CurveOf = std::function<const GltfCurve*(const std::string& node, const char* path)>;
+
     void read(const aiAnimation& animation, const NodeIndex& nodes, double file_ticks_per_second,
-              ImportWarnings& warnings);
-    void read_morphs(const aiAnimation& animation, double file_ticks_per_second, int& dropped_keys);
+              const CurveOf& curve_of, ImportWarnings& warnings);
+    void read_morphs(const aiAnimation& animation, double file_ticks_per_second,
+                     const CurveOf& curve_of, int& dropped_keys, ImportWarnings& warnings);
 
     std::map<const aiNode*, std::shared_ptr<const NodeMotion>> motions_;
     std::map<std::string, std::shared_ptr<const MorphMotion>> morphs_;  // by node's or mesh's name

@@ -9,6 +9,7 @@
 #include <assimp/anim.h>
 
 #include "standins/host/sdk/max.h"
+#include "tools/vsqexport/import/interpolation.h"
 
 namespace vsqexport {
 
@@ -26,15 +27,19 @@ public:
         const Value* from;
         const Value* to;
         double part;
+        std::size_t to_key = 0;  ///< 0 if both values are of one key
     };
 
-    /// Keys can come in any order. Drops a key that holds NaN or infinity, and returns false.
-    bool add(double time, const Value& value) {
+    void interpolate(Interpolation interpolation) { interpolation_ = interpolation; }
+    bool is_cubic() const { return interpolation_ == Interpolation::kCubic; }
+
+    /// Keys can come in any order. Drops a key that holds NaN or infinity, and returns false. The
+    /// slopes before and behind the key, per tick, are those of a cubic track.
+    bool add(double time, const Value& value, const Value& in = {}, const Value& out = {}) {
         const bool is_sound =
-            std::isfinite(time) &&
-            std::all_of(value.begin(), value.end(), [](double n) { return std::isfinite(n); });
+            std::isfinite(time) && is_finite(value) && is_finite(in) && is_finite(out);
         if (is_sound) {
-            keys_.push_back({time, value});
+            keys_.push_back({time, value, in, out});
         }
         return is_sound;
     }
@@ -42,7 +47,7 @@ public:
     /// Call this after all keys are added. Without any keys, the track has the value `rest`.
     void finish(const Value& rest, aiAnimBehaviour before_first, aiAnimBehaviour behind_last) {
         if (keys_.empty()) {
-            keys_.push_back({0.0, rest});
+            keys_.push_back({0.0, rest, {}, {}});
         }
         std::stable_sort(keys_.begin(), keys_.end(),
                          [](const Key& a, const Key& b) { return a.time < b.time; });
@@ -59,8 +64,12 @@ public:
     }
 
     bool is_still() const {
-        return std::all_of(keys_.begin(), keys_.end(),
-                           [this](const Key& key) { return key.value == keys_[0].value; });
+        for (std::size_t i = 1; i < keys_.size(); ++i) {
+            if (!rests_between(i - 1, i)) {
+                return false;
+            }
+        }
+        return true;
     }
 
     double end() const { return keys_.back().time; }
@@ -83,12 +92,18 @@ public:
         }
         const std::size_t to = next_key(time);
         const double gap = keys_[to].time - keys_[to - 1].time;
-        return {&keys_[to - 1].value, &keys_[to].value,
-                gap > 0.0 ? (time - keys_[to - 1].time) / gap : 1.0};
+        double part = gap > 0.0 ? (time - keys_[to - 1].time) / gap : 1.0;
+        if (interpolation_ == Interpolation::kStep && part < 1.0) {
+            part = 0.0;
+        }
+        return {&keys_[to - 1].value, &keys_[to].value, part, to};
     }
 
     Value between_keys(double time) const {
         const Span span = span_at(time);
+        if (is_cubic() && span.to_key > 0) {
+            return on_spline(span);
+        }
         Value value;
         for (std::size_t i = 0; i < N; ++i) {
             value[i] = (*span.from)[i] * (1.0 - span.part) + (*span.to)[i] * span.part;
@@ -107,15 +122,15 @@ public:
         const bool is_behind = time >= keys_.back().time;
         std::size_t from = is_before ? 0 : is_behind ? keys_.size() - 1 : next_key(time) - 1;
         std::size_t to = is_before || keys_[from].time == time || is_behind ? from : from + 1;
-        if (keys_[from].value != keys_[to].value || (is_before && goes_on(before_first_)) ||
+        if (!rests_between(from, to) || (is_before && goes_on(before_first_)) ||
             (time > keys_.back().time && goes_on(behind_last_))) {
             valid &= Interval(t, t);
             return;
         }
-        while (from > 0 && keys_[from - 1].value == keys_[from].value) {
+        while (from > 0 && rests_between(from - 1, from)) {
             --from;
         }
-        while (to + 1 < keys_.size() && keys_[to + 1].value == keys_[to].value) {
+        while (to + 1 < keys_.size() && rests_between(to, to + 1)) {
             ++to;
         }
         if (from > 0 || goes_on(before_first_)) {
@@ -134,7 +149,36 @@ private:
     struct Key {
         double time;
         Value value;
+        Value in;
+        Value out;
     };
+
+    static bool is_finite(const Value& value) {
+        return std::all_of(value.begin(), value.end(), [](double n) { return std::isfinite(n); });
+    }
+
+    // Whether the value stays the same between neighbouring keys.
+    bool rests_between(std::size_t from, std::size_t to) const {
+        return from == to ||
+               (keys_[from].value == keys_[to].value &&
+                (!is_cubic() || (keys_[from].out == Value{} && keys_[to].in == Value{})));
+    }
+
+    // Hermite's polynomials; the slopes count for the whole span.
+    Value on_spline(const Span& span) const {
+        const Key& from = keys_[span.to_key - 1];
+        const Key& to = keys_[span.to_key];
+        const double gap = to.time - from.time;
+        const double t = span.part;
+        const double rest = 1.0 - t;
+        Value value;
+        for (std::size_t i = 0; i < N; ++i) {
+            value[i] = from.value[i] * (1.0 + 2.0 * t) * rest * rest +
+                       from.out[i] * gap * t * rest * rest + to.value[i] * t * t * (3.0 - 2.0 * t) -
+                       to.in[i] * gap * t * t * rest;
+        }
+        return value;
+    }
 
     static bool goes_on(aiAnimBehaviour behaviour) {
         return behaviour == aiAnimBehaviour_REPEAT || behaviour == aiAnimBehaviour_LINEAR;
@@ -152,6 +196,7 @@ private:
     }
 
     std::vector<Key> keys_;  // ascending, at least one
+    Interpolation interpolation_ = Interpolation::kLinear;
     aiAnimBehaviour before_first_ = aiAnimBehaviour_DEFAULT;
     aiAnimBehaviour behind_last_ = aiAnimBehaviour_DEFAULT;
 };

@@ -137,7 +137,8 @@ void take_coordinates(const std::vector<MeshPart>& parts, const Sources& sources
     const int channel = static_cast<int>(set) + 1;
     bool is_used = false;
     for (const MeshPart& part : parts) {
-        is_used = is_used || part.mesh->HasTextureCoords(set);
+        is_used =
+            is_used || part.mesh->HasTextureCoords(set) || (set == 0 && part.needs_coordinates);
     }
     if (!is_used) {
         return;

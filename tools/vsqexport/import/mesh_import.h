@@ -15,6 +15,7 @@ bool faces_stay_in_range(const aiMesh& mesh);
 struct MeshPart {
     const aiMesh* mesh;
     MtlID material_id;
+    bool needs_coordinates = false;  ///< if it has none, it gets zeros in channel 1
 };
 
 /// The vertex of a source that no triangle uses.

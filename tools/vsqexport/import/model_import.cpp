@@ -16,6 +16,7 @@
 #include <vector>
 
 #include <assimp/config.h>
+#include <assimp/material.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
 #include <assimp/Importer.hpp>
@@ -24,9 +25,14 @@
 #include "tools/vsqexport/import/animation_choice.h"
 #include "tools/vsqexport/import/animation_import.h"
 #include "tools/vsqexport/import/camera_import.h"
+#include "tools/vsqexport/import/collada_text.h"
 #include "tools/vsqexport/import/deep_stack.h"
 #include "tools/vsqexport/import/deforming_parts.h"
+#include "tools/vsqexport/import/distinct_names.h"
+#include "tools/vsqexport/import/frame_rate.h"
+#include "tools/vsqexport/import/gltf_curves.h"
 #include "tools/vsqexport/import/held_objects.h"
+#include "tools/vsqexport/import/host_frame_rate.h"
 #include "tools/vsqexport/import/light_import.h"
 #include "tools/vsqexport/import/material_import.h"
 #include "tools/vsqexport/import/matrix_conversion.h"
@@ -36,6 +42,8 @@
 #include "tools/vsqexport/import/model_unit.h"
 #include "tools/vsqexport/import/node_index.h"
 #include "tools/vsqexport/import/off_file_check.h"
+#include "tools/vsqexport/import/pivot_helper.h"
+#include "tools/vsqexport/import/unshown_parts.h"
 #include "tools/vsqexport/import/up_axis.h"
 
 namespace vsqexport {
@@ -127,12 +135,29 @@ const aiScene& read_scene(Assimp::Importer& importer, const std::string& path_ut
     fail(path_utf8, reason);
 }
 
-// Splits polygons into triangles.
-void split_polygons(Assimp::Importer& importer, const std::string& path_utf8) {
-    const auto split = [&] { return importer.ApplyPostProcessing(aiProcess_Triangulate); };
-    if (!guarded(path_utf8, split)) {
+void process(Assimp::Importer& importer, unsigned steps, const std::string& path_utf8) {
+    if (!guarded(path_utf8, [&] { return importer.ApplyPostProcessing(steps); })) {
         fail(path_utf8, importer.GetErrorString());
     }
+}
+
+// Whether a texture lies on a mesh as on a sphere, a cylinder or a plane, without coordinates in
+// the file.
+bool projects_textures(const aiScene& model) {
+    for (unsigned m = 0; m < model.mNumMaterials; ++m) {
+        const aiMaterial& material = *model.mMaterials[m];
+        for (unsigned p = 0; p < material.mNumProperties; ++p) {
+            const aiMaterialProperty& property = *material.mProperties[p];
+            int mapping = aiTextureMapping_UV;
+            if (std::strcmp(property.mKey.C_Str(), "$tex.mapping") == 0 &&
+                material.Get("$tex.mapping", property.mSemantic, property.mIndex, mapping) ==
+                    AI_SUCCESS &&
+                mapping != aiTextureMapping_UV) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 std::string name_of(const aiNode& node) {
@@ -148,13 +173,25 @@ bool is_wrapper(const aiNode& root) {
     return is_made_up && root.mNumMeshes == 0;
 }
 
+// What assimp's readers don't pass on. Each part is empty for files of another format.
+struct FileText {
+    const ColladaText& collada;
+    GltfCurves curves;
+};
+
+GltfCurves gltf_curves(const aiScene& model, const fs::path& path) {
+    const bool can_have_some = reader_of(model) == kGltf2Reader && model.mNumAnimations > 0;
+    return can_have_some ? read_gltf_curves(path) : GltfCurves();
+}
+
 // Adds a model's nodes to a scene: transforms, meshes with their materials, cameras and lights.
 // Nodes that show the same meshes share one object, unless the meshes have bones or morph targets:
 // the shape of these depends on the node.
 class NodeImport {
 public:
-    NodeImport(const aiScene& model, ModelMaterials& materials, memhost::SceneBuilder& scene,
-               ImportWarnings& warnings, const ImportOptions& options, double scale)
+    NodeImport(const aiScene& model, const FileText& text, ModelMaterials& materials,
+               memhost::SceneBuilder& scene, ImportWarnings& warnings, const ImportOptions& options,
+               double scale)
         : model_(model),
           materials_(materials),
           scene_(scene),
@@ -164,9 +201,9 @@ public:
             scene_from_file_ = scene_from_file_ * memhost::scaling(factor, factor, factor);
         }
         const NodeIndex nodes(model);
-        animation_.emplace(model, nodes, warnings, options.animations);
+        animation_.emplace(model, nodes, warnings, options.animations, text.curves);
         deforming_.emplace(model, nodes, *animation_, warnings);
-        import_cameras(model, nodes, held_, warnings);
+        import_cameras(model, text.collada.lenses, nodes, held_, warnings);
         import_lights(model, nodes, held_, warnings);
     }
 
@@ -204,6 +241,7 @@ private:
     std::optional<ModelAnimation> animation_;
     std::optional<DeformingParts> deforming_;
     HeldObjects held_;
+    DistinctNames names_;
     std::map<std::vector<unsigned>, Content> contents_;  // by the numbers of the meshes
 };
 
@@ -226,11 +264,14 @@ NodeImport::Content NodeImport::content_of(const aiNode& node) {
         }
     }
 
-    content.object = still_object(content.parts);
     std::vector<Mtl*> materials;
     for (const unsigned number : material_numbers) {
         materials.push_back(materials_.get(number));
     }
+    for (MeshPart& part : content.parts) {
+        part.needs_coordinates = materials_.needs_coordinates(part.mesh->mMaterialIndex);
+    }
+    content.object = still_object(content.parts);
     content.material = materials.size() == 1
                            ? materials.front()
                            : &scene_.make<memhost::MultiMaterial>(
@@ -302,7 +343,7 @@ NodeImport::Placed NodeImport::add(const memhost::NodeBuilder& builder, const ai
     if (const auto held = held_.find(&node); held != held_.end()) {
         for (const HeldObject& object : held->second) {
             if (is_taken) {
-                builder.child(object.name)
+                builder.child(names_.told_apart(object.name))
                     .transform(object.node_from_object * own_from_file)
                     .object(object.object);
                 continue;
@@ -325,12 +366,9 @@ void NodeImport::add_below(const Placed& top) {
     while (!left.empty()) {
         const Placed parent = left.back();
         left.pop_back();
-        for (unsigned i = 0; i < parent.node->mNumChildren; ++i) {
-            const aiNode* child = parent.node->mChildren[i];
-            if (!child) {
-                continue;  // some readers count more children than they make
-            }
-            const memhost::NodeBuilder builder = parent.builder.child(name_of(*child));
+        for (const aiNode* child : children_without_helpers(*parent.node)) {
+            const memhost::NodeBuilder builder =
+                parent.builder.child(names_.told_apart(name_of(*child)));
             left.push_back(add(builder, *child, parent.own_from_file));
         }
     }
@@ -348,7 +386,7 @@ void NodeImport::add_all() {
         is_identity(host_matrix(root.mTransformation) * scene_from_file_)) {
         add_below({memhost::NodeBuilder(scene_.host().root()), &root, Matrix3()});
     } else {
-        add_below(add(scene_.node(name_of(root)), root, scene_from_file_));
+        add_below(add(scene_.node(names_.told_apart(name_of(root))), root, scene_from_file_));
     }
 }
 
@@ -366,6 +404,22 @@ void empty_broken_meshes(const aiScene& model, ImportWarnings& warnings) {
     }
 }
 
+// The rate is set before the animation range, which is counted in frames.
+void set_frame_rate(const aiScene& model, const ColladaText& collada, const ImportOptions& options,
+                    memhost::SceneBuilder& scene, ImportWarnings& warnings) {
+    constexpr double kUsual = 30;
+    if (options.frames_per_second) {
+        scene.host().set_ticks_per_frame(nearest_ticks_per_frame(*options.frames_per_second));
+        return;
+    }
+    const double rate = frame_rate_of(model, collada).value_or(kUsual);
+    scene.host().set_ticks_per_frame(nearest_ticks_per_frame(rate));
+    if (const std::string change = change_of_rate(rate);
+        model.mNumAnimations > 0 && !change.empty()) {
+        warnings.push_back({"import-frame-rate", change, "changed"});
+    }
+}
+
 void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
                 ImportWarnings& warnings, const ImportOptions& options) {
     Assimp::Importer importer;
@@ -375,8 +429,12 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
     if (is_wrapper(root) && root.mNumChildren == 0) {
         fail(path_utf8, "it holds no nodes");
     }
+    report_unshown_parts(model, warnings);
     empty_broken_meshes(model, warnings);
-    split_polygons(importer, path_utf8);
+    process(importer, aiProcess_Triangulate, path_utf8);
+    if (projects_textures(model)) {
+        process(importer, aiProcess_GenUVCoords, path_utf8);
+    }
 
     const fs::path path = fs::u8path(path_utf8);
     if (reader_of(model) == k3dsReader) {
@@ -388,9 +446,15 @@ void read_model(const std::string& path_utf8, memhost::SceneBuilder& scene,
         scene.unit(unit->type);
         scale *= unit->count;
     }
-    ModelMaterials materials(model, path.parent_path(), scene, warnings);
+    const ColladaText collada =
+        reader_of(model) == kColladaReader ? read_collada_text(path) : ColladaText();
+    set_frame_rate(model, collada, options, scene, warnings);
+    ModelMaterials materials(model, path, fs::u8path(options.texture_folder), scene, warnings);
     try {
-        NodeImport(model, materials, scene, warnings, options, scale).add_all();
+        NodeImport(model, {collada, gltf_curves(model, path)}, materials, scene, warnings, options,
+                   scale)
+            .add_all();
+        materials.warn();
     } catch (const UnknownAnimation& error) {
         fail(path_utf8, error.what());
     }

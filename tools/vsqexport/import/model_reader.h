@@ -7,6 +7,7 @@
 
 namespace vsqexport {
 
+inline constexpr const char* kColladaReader = "Collada Importer";
 inline constexpr const char* k3dsReader = "Discreet 3DS Importer";
 inline constexpr const char* kFbxReader = "Autodesk FBX Importer";
 inline constexpr const char* kGltf2Reader = "glTF2 Importer";

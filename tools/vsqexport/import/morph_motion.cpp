@@ -4,7 +4,8 @@
 
 namespace vsqexport {
 
-MorphMotion::MorphMotion(const aiMeshMorphAnim& channel, double file_ticks_per_second)
+MorphMotion::MorphMotion(const aiMeshMorphAnim& channel, double file_ticks_per_second,
+                         Interpolation interpolation)
     : file_ticks_per_second_(file_ticks_per_second) {
     for (unsigned i = 0; i < channel.mNumKeys; ++i) {
         const aiMeshMorphKey& key = channel.mKeys[i];
@@ -13,6 +14,7 @@ MorphMotion::MorphMotion(const aiMeshMorphAnim& channel, double file_ticks_per_s
         }
     }
     for (auto& [target, weight] : weights_) {
+        weight.interpolate(interpolation);
         weight.finish({0.0}, aiAnimBehaviour_CONSTANT, aiAnimBehaviour_CONSTANT);
     }
 }

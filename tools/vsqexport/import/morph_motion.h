@@ -13,7 +13,8 @@ namespace vsqexport {
 /// The weights of a mesh's morph targets at any tick of the host.
 class MorphMotion {
 public:
-    MorphMotion(const aiMeshMorphAnim& channel, double file_ticks_per_second);
+    MorphMotion(const aiMeshMorphAnim& channel, double file_ticks_per_second,
+                Interpolation interpolation = Interpolation::kLinear);
 
     int dropped_keys() const { return dropped_keys_; }
 

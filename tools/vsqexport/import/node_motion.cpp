@@ -87,29 +87,60 @@ struct Rest {
     Vector position = {0, 0, 0};
 };
 
+// Files have x, y, z and w, a quaternion here has w first.
+template <std::size_t N>
+std::array<double, N> slope_per_tick(const std::array<double, 4>& per_second,
+                                     double ticks_per_second) {
+    std::array<double, N> slope;
+    for (std::size_t i = 0; i < N; ++i) {
+        slope[i] = per_second[N == 4 ? (i + 3) % 4 : i] / ticks_per_second;
+    }
+    return slope;
+}
+
+// Adds all keys of a component and returns how many were dropped.
+template <std::size_t N, typename Key, typename Convert>
+int add_keys(KeyTrack<N>& track, const Key* keys, unsigned count, const GltfCurve* curve,
+             double ticks_per_second, const Convert& convert) {
+    using Value = std::array<double, N>;
+    const bool is_cubic = curve && curve->interpolation == Interpolation::kCubic;
+    if (curve && (!is_cubic || curve->slopes.size() == count)) {
+        track.interpolate(curve->interpolation);
+    }
+    int dropped = 0;
+    for (unsigned i = 0; i < count; ++i) {
+        Value in{}, out{};
+        if (track.is_cubic()) {
+            in = slope_per_tick<N>(curve->slopes[i].in, ticks_per_second);
+            out = slope_per_tick<N>(curve->slopes[i].out, ticks_per_second);
+        }
+        dropped += !track.add(keys[i].mTime, convert(keys[i].mValue), in, out);
+    }
+    return dropped;
+}
+
 }  // namespace
 
 NodeMotion::NodeMotion(const aiNodeAnim& channel, const aiMatrix4x4& rest_matrix,
-                       double file_ticks_per_second)
+                       double file_ticks_per_second, const ChannelCurves& curves)
     : file_ticks_per_second_(file_ticks_per_second) {
-    for (unsigned i = 0; i < channel.mNumPositionKeys; ++i) {
-        const aiVectorKey& key = channel.mPositionKeys[i];
-        dropped_keys_ += !positions_.add(key.mTime, to_vector(key.mValue));
-    }
-    for (unsigned i = 0; i < channel.mNumRotationKeys; ++i) {
-        const aiQuatKey& key = channel.mRotationKeys[i];
-        dropped_keys_ += !rotations_.add(key.mTime, normalized(to_quaternion(key.mValue)));
-    }
-    for (unsigned i = 0; i < channel.mNumScalingKeys; ++i) {
-        const aiVectorKey& key = channel.mScalingKeys[i];
-        dropped_keys_ += !scales_.add(key.mTime, to_vector(key.mValue));
-    }
+    const auto to_rotation = [](const aiQuaternion& q) { return normalized(to_quaternion(q)); };
+    dropped_keys_ = add_keys(positions_, channel.mPositionKeys, channel.mNumPositionKeys,
+                             curves.position, file_ticks_per_second, to_vector) +
+                    add_keys(rotations_, channel.mRotationKeys, channel.mNumRotationKeys,
+                             curves.rotation, file_ticks_per_second, to_rotation) +
+                    add_keys(scales_, channel.mScalingKeys, channel.mNumScalingKeys, curves.scale,
+                             file_ticks_per_second, to_vector);
     const Rest rest(rest_matrix);
     positions_.finish(rest.position, channel.mPreState, channel.mPostState);
     rotations_.finish(rest.rotation, channel.mPreState, channel.mPostState);
     scales_.finish(rest.scale, channel.mPreState, channel.mPostState);
 
     // A quaternion and its negative are the same rotation; take the one nearer to the previous key.
+    // The slopes of a spline belong to the one in the file.
+    if (rotations_.is_cubic()) {
+        return;
+    }
     rotations_.for_each_pair([](const Quaternion& before, Quaternion& rotation) {
         if (dot(before, rotation) < 0.0) {
             for (double& component : rotation) {
@@ -136,7 +167,8 @@ void NodeMotion::narrow_to_rest(TimeValue t, Interval& valid) const {
 Matrix3 NodeMotion::at(TimeValue t) const {
     const double time = t * file_ticks_per_second_ / TIME_TICKSPERSEC;
     const auto turn = rotations_.span_at(time);
-    const auto [w, x, y, z] = between(*turn.from, *turn.to, turn.part);
+    const auto [w, x, y, z] = rotations_.is_cubic() ? normalized(rotations_.between_keys(time))
+                                                    : between(*turn.from, *turn.to, turn.part);
     const Vector turned_axes[3] = {
         {1.0 - 2.0 * (y * y + z * z), 2.0 * (x * y + z * w), 2.0 * (x * z - y * w)},
         {2.0 * (x * y - z * w), 1.0 - 2.0 * (x * x + z * z), 2.0 * (y * z + x * w)},

@@ -4,20 +4,30 @@
 #include <assimp/matrix4x4.h>
 
 #include "standins/host/sdk/max.h"
+#include "tools/vsqexport/import/gltf_curves.h"
 #include "tools/vsqexport/import/key_track.h"
 
 namespace vsqexport {
 
+/// The curves of a channel that aren't linear; null for those that are.
+struct ChannelCurves {
+    const GltfCurve* position = nullptr;
+    const GltfCurve* rotation = nullptr;
+    const GltfCurve* scale = nullptr;
+};
+
 /// The motion of one node, computed at any tick of the host from assimp's channel of keys.
 ///
-/// Positions and scales are interpolated linearly between keys, rotations along the shorter arc.
+/// Positions and scales are interpolated linearly between keys, rotations along the shorter arc,
+/// unless the file has steps or splines.
 /// Before the first key and after the last, the nearest key holds, unless the channel says that the
 /// motion is extrapolated or repeats.
 class NodeMotion {
 public:
     /// A component without keys stays as it is in `rest`, the node's own matrix. Keys can come in
     /// any order; those that hold NaN or infinity are dropped.
-    NodeMotion(const aiNodeAnim& channel, const aiMatrix4x4& rest, double file_ticks_per_second);
+    NodeMotion(const aiNodeAnim& channel, const aiMatrix4x4& rest, double file_ticks_per_second,
+               const ChannelCurves& curves = {});
 
     int dropped_keys() const { return dropped_keys_; }
 
