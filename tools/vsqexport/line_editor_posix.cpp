@@ -81,7 +81,8 @@ public:
         el_set(editor_, EL_SIGNAL, 1);  // else Ctrl-C would leave the terminal as it is for editing
         el_set(editor_, EL_HIST, ::history, history_);
         el_set(editor_, EL_EDITOR, "emacs");
-        el_set(editor_, EL_ADDFN, "complete", "Completes the word", complete);
+        // With char, libedit would copy the texts and never free them.
+        el_wset(editor_, EL_ADDFN, L"complete", L"Completes the word", complete);
         el_set(editor_, EL_BIND, "^I", "complete", nullptr);
         el_set(editor_, EL_BIND, "^R", "em-inc-search-prev", nullptr);
         el_source(editor_, nullptr);  // the user's own keys
