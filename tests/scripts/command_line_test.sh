@@ -52,6 +52,19 @@ for sample in "$samples"/*.gltf "$samples"/*.dae "$samples"/*.obj; do
     expect 0 0 '' "$vsqinfo" sample.vsq
 done
 
+# Help and version.
+for words in 'help export' 'export --help'; do
+    # shellcheck disable=SC2086  # several words
+    expect 0 0 '' "$vsqexport" $words
+    check "$words: the keys of settings" grep -q -- '--set KEY=VALUE.* HairAndFur, .* Layers$' stdout
+    check "$words: the usage" grep -q '^Usage: vsqexport export ' stdout
+done
+expect 2 1 "no command is named 'nope'" "$vsqexport" help nope
+for words in help --help; do
+    expect 0 0 '' "$vsqexport" $words
+    check "$words: the commands" grep -q '^  session ' stdout
+done
+
 # Standard output gets only the scene.
 expect 0 0 '' "$vsqexport" export demo:hierarchy file.vsq
 expect 0 0 '' "$vsqexport" export demo:hierarchy -

@@ -176,7 +176,10 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
     vsqexport::SceneOptions& options = command.options;
     CLI::App* added = parser.add_subcommand(name, description);
     added->add_option("SCENE", options.scene, "A model file, or demo:NAME")->required();
-    added->add_option("--set", options.settings, "A setting of the export, as KEY=1 or KEY=0")
+    added
+        ->add_option("--set", options.settings,
+                     "A setting of the export, as KEY=1 or KEY=0; the keys are " +
+                         vsqexport::list_setting_keys())
         ->allow_extra_args(false)
         ->type_name("KEY=VALUE");
     added->add_option("--frames", options.frames, "The animation range")->type_name("FIRST:LAST");
@@ -218,6 +221,7 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
 void describe_command_line(CLI::App& parser, CommandLine& command) {
     parser.name("vsqexport");
     parser.allow_windows_style_options(false);  // a path can begin with a slash
+    parser.set_version_flag("--version", "vsqexport " VSQ_VERSION);
     parser.require_subcommand(1);
     CLI::App* exporting =
         add_command(parser, "export", "Write a scene to a .vsq scene file", command);
@@ -248,7 +252,9 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
         ->add_option("--picture", command.picture, "Draw what the renderer received to a PNG file")
         ->type_name("FILE");
     parser.add_subcommand("settings", "Open the settings dialog, or change the settings file")
-        ->add_option("SETTINGS", command.options.settings, "Settings, each as KEY=1 or KEY=0")
+        ->add_option(
+            "SETTINGS", command.options.settings,
+            "Settings, each as KEY=1 or KEY=0; the keys are " + vsqexport::list_setting_keys())
         ->type_name("KEY=VALUE");
     CLI::App* collect = parser.add_subcommand(
         "collect", "Copy scene files and all files that they name to a folder");
@@ -260,6 +266,21 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
         add_command(parser, "session", "Open a scene and take commands, one a line", command);
     session->footer("Commands of a session:\n" + vsqexport::Session::help() + "\n\n" +
                     session->get_footer());
+    parser.add_subcommand("help", "Show the options of a command: help COMMAND");
+}
+
+// `help COMMAND` means `COMMAND --help`.
+std::vector<std::string> help_arguments(const CLI::App& parser,
+                                        const std::vector<std::string>& arguments) {
+    if (arguments.size() == 1) {
+        return {"--help"};
+    }
+    const std::string& name = arguments[1];
+    if (parser.get_subcommands([&](const CLI::App* known) { return known->get_name() == name; })
+            .empty()) {
+        throw CLI::ValidationError("help", "no command is named '" + name + "'");
+    }
+    return {name, "--help"};
 }
 
 int run(const std::string& name, const CommandLine& command) {
@@ -293,11 +314,16 @@ int main(int argc, char** argv) {
     describe_command_line(parser, command);
     try {
         std::vector<std::string> arguments = vsqexport::utf8_arguments(argc, argv);
+        if (!arguments.empty() && arguments[0] == "help") {
+            arguments = help_arguments(parser, arguments);
+        }
         std::reverse(arguments.begin(), arguments.end());  // the parser wants the last one first
         parser.parse(arguments);
     } catch (const CLI::CallForHelp&) {
-        const auto chosen = parser.get_subcommands();
-        std::fputs((chosen.empty() ? parser : *chosen.front()).help().c_str(), stdout);
+        std::fputs(parser.help().c_str(), stdout);
+        return kDone;
+    } catch (const CLI::CallForVersion& version) {
+        std::printf("%s\n", version.what());
         return kDone;
     } catch (const CLI::ParseError& error) {
         complain(std::string(error.what()) + " (see --help)");
