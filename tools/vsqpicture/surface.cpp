@@ -40,7 +40,7 @@ Texture::Sample ColourInput::at(float u, float v, Vec3 vertex_colour) const {
     if (takes_vertex_colour) {
         return {vertex_colour, 1};
     }
-    return texture ? texture->at(u * u_scale, v * v_scale) : Texture::Sample{colour, 1};
+    return texture ? texture->at(u * u_scale, v * v_scale, bytes) : Texture::Sample{colour, 1};
 }
 
 const Surface* SurfaceTable::surface(const ShaderPtr& shader) {
@@ -68,6 +68,7 @@ void SurfaceTable::apply(const Shader& shader, Surface& surface, int depth) {
     } else if (type == "qor_bumpmap") {
         if (const Shader* map = input_of(shader, "bumpmap")) {
             surface.bump = std::make_unique<ColourInput>(colour_of(*map, 0));
+            surface.bump->bytes = Texture::Bytes::kNumbers;
             surface.bump_height = number_in(*map, "bump_height", 0);
         }
         if (const Shader* inner = input_of(shader, "shader")) {
@@ -78,6 +79,7 @@ void SurfaceTable::apply(const Shader& shader, Surface& surface, int depth) {
         if (shader.layers.size() > 1 && shader.layers.front()) {
             surface.opacity =
                 std::make_unique<ColourInput>(input(*shader.layers.front(), "diffuse", {1, 1, 1}));
+            surface.opacity->bytes = Texture::Bytes::kNumbers;
         }
         apply(*shader.layers.back(), surface, depth + 1);
     } else if (type == "qor_point_light" || type == "qor_ies_light" || type == "qor_mesh_light") {

@@ -16,6 +16,7 @@ struct ColourInput {
     float u_scale = 1;
     float v_scale = 1;
     bool takes_vertex_colour = false;
+    Texture::Bytes bytes = Texture::Bytes::kColours;
 
     Texture::Sample at(float u, float v, Vec3 vertex_colour) const;
 };

@@ -29,6 +29,17 @@ const std::array<float, 256>& linear_values() {
     return values;
 }
 
+const std::array<float, 256>& plain_values() {
+    static const std::array<float, 256> values = [] {
+        std::array<float, 256> table;
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            table[i] = static_cast<float>(i) / 255;
+        }
+        return table;
+    }();
+    return values;
+}
+
 int wrapped(int place, int size) {
     const int rest = place % size;
     return rest < 0 ? rest + size : rest;
@@ -50,13 +61,14 @@ Texture::Texture(const std::string& path) {
     image_.pixels = kChecker;
 }
 
-Texture::Sample Texture::pixel(int x, int y) const {
-    const std::array<float, 256>& linear = linear_values();
+Texture::Sample Texture::pixel(int x, int y, Bytes bytes) const {
+    const std::array<float, 256>& linear =
+        bytes == Bytes::kNumbers ? plain_values() : linear_values();
     const std::uint8_t* const rgba = image_.at(x, y);
     return {{linear[rgba[0]], linear[rgba[1]], linear[rgba[2]]}, static_cast<float>(rgba[3]) / 255};
 }
 
-Texture::Sample Texture::at(float u, float v) const {
+Texture::Sample Texture::at(float u, float v, Bytes bytes) const {
     const float repeated_u = u - std::floor(u);
     const float repeated_v = v - std::floor(v);
     if (!(repeated_u >= 0 && repeated_u <= 1 && repeated_v >= 0 && repeated_v <= 1)) {
@@ -65,7 +77,7 @@ Texture::Sample Texture::at(float u, float v) const {
     const float x = repeated_u * static_cast<float>(image_.width) - 0.5f;
     const float y = (1 - repeated_v) * static_cast<float>(image_.height) - 0.5f;
     if (!failure_.empty()) {
-        return pixel(repeated_u < 0.5f ? 0 : 1, repeated_v < 0.5f ? 0 : 1);
+        return pixel(repeated_u < 0.5f ? 0 : 1, repeated_v < 0.5f ? 0 : 1, bytes);
     }
     const int left = static_cast<int>(std::floor(x));
     const int top = static_cast<int>(std::floor(y));
@@ -75,7 +87,7 @@ Texture::Sample Texture::at(float u, float v) const {
     for (int dy = 0; dy < 2; ++dy) {
         for (int dx = 0; dx < 2; ++dx) {
             const Sample corner =
-                pixel(wrapped(left + dx, image_.width), wrapped(top + dy, image_.height));
+                pixel(wrapped(left + dx, image_.width), wrapped(top + dy, image_.height), bytes);
             const float weight =
                 (dx ? right_part : 1 - right_part) * (dy ? lower_part : 1 - lower_part);
             sum.colour += corner.colour * weight;

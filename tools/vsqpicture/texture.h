@@ -16,6 +16,12 @@ public:
         float alpha;
     };
 
+    /// What the bytes of an image mean.
+    enum class Bytes {
+        kColours,  ///< sRGB
+        kNumbers,  ///< from 0 to 1, such as heights
+    };
+
     /// Reads an image of any kind that stb knows, from the path by which a scene names it. Without
     /// such a file it is a magenta and black checker.
     explicit Texture(const std::string& path);
@@ -24,10 +30,10 @@ public:
     const std::string& failure() const { return failure_; }
 
     /// The colour between the four nearest pixels.
-    Sample at(float u, float v) const;
+    Sample at(float u, float v, Bytes bytes = Bytes::kColours) const;
 
 private:
-    Sample pixel(int x, int y) const;
+    Sample pixel(int x, int y, Bytes bytes) const;
 
     Image image_{1, 1};
     std::string failure_;
