@@ -172,6 +172,18 @@ TEST(ModelImport, CountsWhatMeshesHaveThatIsNotShown) {
     }
 }
 
+// The file says: translation, scaling offset and scaling pivot of 0.0019 in y, scaled by 1.0019.
+TEST(ModelImport, FoldsThePivotsOfAnFbxNodeIntoItsMatrix) {
+    SKIP_WITHOUT_MODELS();
+    ImportedModel scene(kModels + "FBX/close_to_identity_transforms.fbx");
+    const MemoryNode& node = *scene.find("Cube3").children().at(0);
+    EXPECT_EQ(utf8_from_units(node.name().c_str()), "Cube1");
+    Interval valid = FOREVER;
+    const Matrix3 local = node.local_transform().at(0, valid);
+    EXPECT_NEAR(local.GetRow(1).y, 1.0019f, 1e-6f);
+    EXPECT_NEAR(local.GetTrans().y, 0.0019 + 0.0019 + 0.0019 - 1.0019 * 0.0019, 1e-7);
+}
+
 // A scene keeps the low bytes of a name: that of the first letter is the second name.
 TEST(ModelImport, NumbersNamesThatWouldBecomeOne) {
     const TemporaryFolder folder;

@@ -58,6 +58,14 @@ class Pieces(unittest.TestCase):
                 self.assertEqual(self.rendered("pieces/s.1-of-3.py"), [3, 4, 5, 6])
                 self.assertEqual(self.rendered("pieces/s.2-of-3.py"), [7, 8, 9, 10])
                 self.assertFalse((self.folder / "pieces" / "s.py").exists())
+                # A script that a machine no longer wrote is made again as well.
+                script = self.folder / "pieces" / "s.1-of-3.py"
+                text = script.read_text()
+                script.write_text(text[:-3])
+                (self.folder / "pieces" / "s0007.vsq").write_bytes(b"")
+                self.export(demo, "pieces", "3:13", "--chunk", "2/3", "--missing")
+                self.export(demo, "pieces", "3:13", "--chunk", "1/3", "--missing")
+                self.assertEqual(script.read_text(), text)
                 # Frames that aren't there or are cut off are made again, and no others.
                 file = self.folder / "whole" / "s0006.vsq"
                 file.write_bytes(file.read_bytes()[:-20])

@@ -159,6 +159,9 @@ printf 'v 0 0 0\nv 1e6 0 0\nv 0 1 0\nf 1 2 3\n' >large.obj
 expect 0 1 'large.obj: the scene is 2.54e\+04 m large' "$vsqexport" export large.obj large.vsq
 expect 0 0 '' "$vsqexport" export large.obj large.vsq --scale 0.01 --up z
 check "the model is scaled" grep -q '^transform 0.01 0 0 0 0 0.01 0 0 0 0 0.01 0 ' large.vsq
+expect 0 1 '23.976 frames a second become 24' "$vsqexport" export demo:motion rate.vsq --fps 23.976 \
+    --report rate.json
+check "the changed rate is noted" grep -q '"import-frame-rate","severity":"changed"' rate.json
 expect 2 1 '--up: w' "$vsqexport" export large.obj large.vsq --up w
 expect 2 1 '--scale are for model files' "$vsqexport" export demo:lights large.vsq --scale 2
 expect 1 1 "no animation 'x'" "$vsqexport" export large.obj large.vsq --animation x

@@ -16,7 +16,7 @@ stop() {
     done
     wait || true
     if (($1 != 0)); then
-        tail -n 20 "$work"/*.log "$work"/pictures/*.log >&2 2>/dev/null || true
+        tail -n 20 "$work"/*.log "$work"/pieces/*.log >&2 2>/dev/null || true
     fi
     rm -rf "$work"
 }
@@ -120,4 +120,13 @@ for number in $(seq 0 59); do
     fi
 done
 [[ $(find "$pictures" -name '*.png' | wc -l) == 59 ]] || fail "there are other pictures"
+
+# The command of the document, as it stands there.
+command=$(sed -n 's#^    \(scripts/slurm/submit .*\)#\1#p' "$project/docs/render-farm.md")
+mill=$project/build/farm/mill
+rm -rf "$mill"*
+(cd "$project" && VSQ_DRAW="${small[*]}" SBATCH_OPTIONS=--wait bash -c "$command") ||
+    fail "failed: $command"
+[[ $(find "$mill-pictures" -name '*.png' | wc -l) == 99 ]] || fail "other pictures: $command"
+rm -rf "$mill"*
 echo "20 pieces of 60 frames: the same files and pictures as the whole"

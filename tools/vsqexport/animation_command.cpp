@@ -45,17 +45,21 @@ AnimationCommand::~AnimationCommand() {
 }
 
 ExportReport AnimationCommand::run() {
-    const std::vector<FrameRun> runs = runs_of(
+    std::vector<FrameRun> runs = runs_of(
         numbers_,
         [this](std::size_t i) { return !options_.only_missing || !is_whole(numbers_[i]); },
         [this](std::size_t i) { return options_.step > 1 && changes_since(numbers_[i]); });
+    const WrittenAnimation all = written(numbers_);
+    if (runs.empty() && !files_.are_rendered_by(all.script, all.first_rendered, numbers_.back())) {
+        runs.push_back({{numbers_.back()}, true});  // only for the script
+    }
     for (const FrameRun& run : runs) {
         write(run);
     }
     if (!runs.empty()) {
         write_script(numbers_);
     }
-    return report_on_animation(written(numbers_), seconds_);
+    return report_on_animation(all, seconds_);
 }
 
 bool AnimationCommand::is_whole(int number) const {

@@ -20,6 +20,23 @@ bool ends_with(const std::string& text, const std::string& ending) {
            text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
 }
 
+const std::string kEndOfScript = "\nmain()\n";
+
+std::string end_in_script(int last_frame) {
+    return "\n    end = " + std::to_string(last_frame) + "\n";
+}
+
+// Empty if there is no such file. Line ends are those of text, as the plug-in writes them.
+std::string text_of(const std::string& script) {
+    const std::filesystem::path path = std::filesystem::u8path(script);
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored)) {
+        return "";
+    }
+    std::ifstream file(path);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
 bool is_scene_file_name(std::string path) {
     std::transform(path.begin(), path.end(), path.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -72,28 +89,30 @@ std::string AnimationFiles::prefix_in_script() const {
     return prefix;
 }
 
+std::string AnimationFiles::path_in_script() const {
+    return "\n        path = \"" + prefix_in_script() + "\" + str(i).zfill(4) + \"" + kEnding +
+           "\"\n";
+}
+
 // If the plug-in couldn't write its script, an older one may still be there.
 std::string AnimationFiles::checked_script(int last_frame) const {
-    const std::filesystem::path path = std::filesystem::u8path(script());
-    std::string text;
-    std::error_code ignored;
-    if (std::filesystem::is_regular_file(path, ignored)) {
-        std::ifstream file(path);  // as text, as the plug-in writes it
-        text.assign(std::istreambuf_iterator<char>(file), {});
-    }
-    const std::string expected[] = {
-        "\n    end = " + std::to_string(last_frame) + "\n",
-        "\n        path = \"" + prefix_in_script() + "\" + str(i).zfill(4) + \"" + kEnding + "\"\n",
-    };
-    for (const std::string& line : expected) {
+    const std::string text = text_of(script());
+    for (const std::string& line : {end_in_script(last_frame), path_in_script()}) {
         if (text.find(line) == std::string::npos) {
             throw std::runtime_error(script() + ": the script was not written");
         }
     }
-    if (!ends_with(text, "\nmain()\n")) {
+    if (!ends_with(text, kEndOfScript)) {
         throw std::runtime_error(script() + ": the script is incomplete");
     }
     return text;
+}
+
+bool AnimationFiles::are_rendered_by(const std::string& script, int first, int last) const {
+    const std::string text = text_of(script);
+    return text.find("\n    start = " + std::to_string(first) + end_in_script(last)) !=
+               std::string::npos &&
+           text.find(path_in_script()) != std::string::npos && ends_with(text, kEndOfScript);
 }
 
 void AnimationFiles::check_script(int last_frame) const {

@@ -30,6 +30,10 @@ public:
     /// to `last_frame` of these files.
     void check_script(int last_frame) const;
 
+    /// Whether the file `script` is whole and renders the frames of these files from `first` to
+    /// `last`.
+    bool are_rendered_by(const std::string& script, int first, int last) const;
+
     /// What the script of these files does if it renders those of `other` instead: every `step`-th
     /// frame from `first` to `last`. Throws as `check_script` does.
     std::string script_for(const AnimationFiles& other, int last_frame, int first, int last,
@@ -37,6 +41,7 @@ public:
 
 private:
     std::string prefix_in_script() const;
+    std::string path_in_script() const;
     std::string checked_script(int last_frame) const;
 
     std::string base_;  // the path without ".vsq"
