@@ -4,6 +4,7 @@
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "plugins/3dsmax/export/matrix_inverse.h"
+#include "plugins/3dsmax/export/motion_samples.h"
 #include "plugins/3dsmax/export/motion_track.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
@@ -36,12 +37,10 @@ bool SameNumbers(const qorMatrix& a, const qorMatrix& b) {
     return true;
 }
 
-// The node's matrix relative to `parent`, or to the world if `parent` is null.
-Matrix3 MatrixIn(INode* parent, const Matrix3& world_from_node, TimeValue t,
-                 const NodeNotes& notes) {
-    return parent == nullptr ? world_from_node
-                             : world_from_node * InverseOrIdentity(parent->GetNodeTM(t), notes,
-                                                                   "the matrix of its parent");
+Matrix3 InSpaceOf(const Matrix3& world_from_parent, const Matrix3& world_from_node,
+                  const NodeNotes& notes) {
+    return world_from_node *
+           InverseOrIdentity(world_from_parent, notes, "the matrix of its parent");
 }
 
 }  // namespace
@@ -50,7 +49,9 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
     Interval valid = FOREVER;
     const Matrix3 world_from_node = node->GetNodeTM(timing_.time, &valid);
     INode* parent = relative_to_parent ? node->GetParentNode() : nullptr;
-    const Matrix3 matrix = MatrixIn(parent, world_from_node, timing_.time, NotesOf(node));
+    const Matrix3 matrix = parent == nullptr ? world_from_node
+                                             : InSpaceOf(parent->GetNodeTM(timing_.time),
+                                                         world_from_node, NotesOf(node));
     scene_->transform(ToSceneMatrix(matrix));
 
     if (notes_ != nullptr && !IsFinite(matrix)) {
@@ -72,10 +73,17 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
 void SceneExporter::EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base) {
     const Matrix3 inverse_base = InverseOrIdentity(base, NotesOf(node), "its own matrix");
     qor::FBXAnimation track = MakeMotionTrack(NarrowName(node->GetName()), timing_);
+    motion_->prepare(node);
+    const Matrix3* own = motion_->of(node);
+    const Matrix3* above = parent == nullptr ? nullptr : motion_->of(parent);
     bool moves = false;
     qorMatrix before = {};
     for (const TimeValue t : timing_.Times()) {
-        const Matrix3 local = MatrixIn(parent, node->GetNodeTM(t), t, NotesOf(node));
+        Matrix3 local = own != nullptr ? *own++ : node->GetNodeTM(t);
+        if (parent != nullptr) {
+            local =
+                InSpaceOf(above != nullptr ? *above++ : parent->GetNodeTM(t), local, NotesOf(node));
+        }
         const qorMatrix change = ToSceneMatrix(local * inverse_base);
         const bool is_first = t == timing_.rangeStart;
         if (is_first || !SameNumbers(change, before)) {
