@@ -26,11 +26,17 @@ CHECKED = exactly(("failure",), file=TEXT, kind={"enum": ["scene", "mesh"]}, sum
 CHECKS = exactly(report={"const": "vsqinfo"}, version={"const": 1}, files={"items": CHECKED})
 SUMMARY = {"type": ["object", "null"], "required": ["file", "bytes", "seconds", "contents", "mesh_files"]}
 ALL = exactly(("error",), summary=SUMMARY, report=REPORT, error=TEXT)
+NUMBER = {"type": "number", "minimum": 0}
+ENDED = exactly(("error", "seconds", "summary", "report"), source=TEXT, target=TEXT, seconds=NUMBER, error=TEXT,
+                outcome={"enum": ["whole", "lossy", "failed", "cancelled"]}, summary=SUMMARY, report=REPORT)
+BATCH = exactly(report={"const": "vsqexport-batch"}, version={"const": 1}, seconds=NUMBER, jobs=COUNT,
+                counts={"additionalProperties": COUNT}, files={"items": ENDED, "minItems": 1})
+KINDS = {"vsqexport": REPORT, "vsqinfo": CHECKS, "vsqexport-batch": BATCH}
 RANKS = NOTE["properties"]["severity"]["enum"]
 
 with open(sys.argv[1], encoding="utf-8") as file:
     document = json.load(file)
-validate(document, ALL if "summary" in document else CHECKS if document["report"] == "vsqinfo" else REPORT)
+validate(document, ALL if "summary" in document else KINDS[document["report"]])
 report = document["report"] if "summary" in document else document
 ranks = [RANKS.index(note["severity"]) for note in report.get("notes", [])]
 assert ranks == sorted(ranks), "the worst notes come first"

@@ -8,6 +8,7 @@ import subprocess
 import sys
 import tempfile
 import termios
+import time
 
 program, samples = sys.argv[1:]
 UP = "\x1b[A"
@@ -29,9 +30,13 @@ def session(locale, home, rows):
         os.execv(program, [program, "session", f"{samples}/awkward-names.gltf"])
     modes = termios.tcgetattr(terminal)
     for keys, answer in [("", "> "), *rows]:
+        # The editor shows its prompt before it takes the keys over from the terminal, which would
+        # swallow some.
+        until = time.monotonic() + 20
+        while keys and termios.tcgetattr(terminal)[3] & termios.ICANON and time.monotonic() < until:
+            time.sleep(0.01)
         os.write(terminal, keys.encode())
         shown = b""
-        # Keys that come before the next prompt would be the terminal's own.
         end = b"> " if keys.endswith("\r") and keys != "quit\r" else b""
         while (answer.encode() not in shown or not shown.endswith(end)) and \
                 select.select([terminal], [], [], 20)[0]:

@@ -3,9 +3,11 @@
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <set>
 #include <stdexcept>
 
 #include "tools/vsqexport/arguments.h"
+#include "tools/vsqexport/batch_export.h"
 #include "tools/vsqexport/export_target.h"
 #include "tools/vsqexport/exporting_commands.h"
 #include "tools/vsqexport/frame_number.h"
@@ -36,6 +38,8 @@ struct CommandLine {
     std::string picture;
     std::string piece;
     vsqexport::AnimationOptions animation;
+    vsqexport::BatchOptions batch;  // without what is in the members above
+    std::vector<std::string> more_scenes;
     bool force = false;
     std::vector<std::string> collected;  // scenes, then the folder
     vsqexport::ReportOptions report;
@@ -84,7 +88,28 @@ int run_and_tell(Host& host, const CommandLine& command, const char* name,
     return command.report.strict && told.has_losses ? kLost : kDone;
 }
 
+int run_batch(const CommandLine& command) {
+    vsqexport::BatchOptions batch = command.batch;
+    batch.sources = {command.options.scene};
+    if (!command.target.empty()) {
+        batch.sources.push_back(command.target);
+    }
+    batch.sources.insert(batch.sources.end(), command.more_scenes.begin(),
+                         command.more_scenes.end());
+    const vsqexport::BatchResult result = vsqexport::export_batch(batch, command.report);
+    if (result.cancelled > 0) {
+        return kCancelled;
+    }
+    return result.failed > 0 ? kFailed : result.strict > 0 ? kLost : kDone;
+}
+
 int run_export(const CommandLine& command) {
+    if (!command.batch.out_folder.empty()) {
+        return run_batch(command);
+    }
+    if (!command.more_scenes.empty()) {
+        throw std::invalid_argument("more than one scene needs --to OUT_DIR");
+    }
     const std::string& source = command.options.scene;
     if (command.report.json && vsqexport::is_standard_output(command.target)) {
         throw std::invalid_argument("--json can't be used if the scene goes to standard output");
@@ -158,6 +183,26 @@ int run_collect(const CommandLine& command) {
     return collected.missing.empty() ? kDone : kFailed;
 }
 
+// The options of a command line as they can be given to another process, but for `left_out`.
+std::vector<std::string> options_of(const CLI::App& command,
+                                    const std::set<std::string>& left_out) {
+    std::vector<std::string> words;
+    for (const CLI::Option* option : command.get_options()) {
+        const std::string name = option->get_name();
+        if (option->count() == 0 || option->get_positional() || left_out.count(name) > 0) {
+            continue;
+        }
+        if (option->get_items_expected_max() == 0) {
+            words.push_back(name);
+            continue;
+        }
+        for (const std::string& value : option->results()) {
+            words.push_back(name + "=" + value);
+        }
+    }
+    return words;
+}
+
 // Changes the file if there are values. Otherwise opens the dialog, which only a person can answer.
 int run_settings(const CommandLine& command) {
     const std::string folder = vsqexport::user_settings_folder();
@@ -226,6 +271,20 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
     CLI::App* exporting =
         add_command(parser, "export", "Write a scene to a .vsq scene file", command);
     exporting->add_option("OUT", command.target, "The scene file; - for standard output");
+    exporting->add_option("MORE", command.more_scenes, "With --to, OUT and these are scenes, too");
+    exporting
+        ->add_option("--to", command.batch.out_folder,
+                     "Export each scene, and each model file below a folder, to a file in OUT_DIR")
+        ->type_name("OUT_DIR");
+    exporting
+        ->add_option("--jobs", command.batch.jobs,
+                     "With --to, how many at a time; by default one for each processor")
+        ->check(CLI::Range(1, 1024));
+    exporting
+        ->add_option("--timeout", command.batch.timeout,
+                     "With --to, end an export that takes longer")
+        ->check(CLI::PositiveNumber)
+        ->type_name("SECONDS");
     CLI::App* animation = add_command(
         parser, "animation",
         "Write each frame to a .vsq scene file of its own, and a script that renders them",
@@ -295,7 +354,8 @@ int run(const std::string& name, const CommandLine& command) {
         std::fputs(vsqexport::list_of_animations(command.options.scene).c_str(), stdout);
         return kDone;
     }
-    if (command.target.empty() && (name == "export" || name == "animation")) {
+    if (command.target.empty() && command.batch.out_folder.empty() &&
+        (name == "export" || name == "animation")) {
         throw std::invalid_argument("OUT is required (see --help)");
     }
     for (const auto& known : kCommands) {
@@ -330,11 +390,14 @@ int main(int argc, char** argv) {
         return kMisused;
     }
 
+    const CLI::App& chosen = *parser.get_subcommands().front();
+    command.batch.passed_on = options_of(
+        chosen, {"--to", "--jobs", "--timeout", "--report", "--json", "--quiet", "--animations"});
     if (command.report.quiet) {
         vsqexport::ProgressBar::silence_all();
     }
     try {
-        return run(parser.get_subcommands().front()->get_name(), command);
+        return run(chosen.get_name(), command);
     } catch (const vsqexport::Cancelled& cancelled) {
         complain(cancelled.what());
         return kCancelled;
