@@ -16,6 +16,9 @@
 class MotionSamples {
 public:
     static constexpr std::size_t kMaxBytes = std::size_t{64} << 20;
+    /// What the host looks at for so many nodes stays in the processor's cache from one frame to
+    /// the next.
+    static constexpr std::size_t kMaxNodes = 1024;
 
     /// A node of which matrices are needed, and its parent, or null if the parent's aren't.
     struct Need {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
@@ -37,10 +38,19 @@ bool SameNumbers(const qorMatrix& a, const qorMatrix& b) {
     return true;
 }
 
-Matrix3 InSpaceOf(const Matrix3& world_from_parent, const Matrix3& world_from_node,
-                  const NodeNotes& notes) {
-    return world_from_node *
-           InverseOrIdentity(world_from_parent, notes, "the matrix of its parent");
+constexpr const char* kOfParent = "the matrix of its parent";
+
+bool SameBits(const Matrix3& a, const Matrix3& b) {
+    for (int row = 0; row < 4; ++row) {
+        const Point3 of_a = a.GetRow(row);
+        const Point3 of_b = b.GetRow(row);
+        const float numbers_of_a[] = {of_a.x, of_a.y, of_a.z};
+        const float numbers_of_b[] = {of_b.x, of_b.y, of_b.z};
+        if (std::memcmp(numbers_of_a, numbers_of_b, sizeof numbers_of_a) != 0) {
+            return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace
@@ -49,9 +59,10 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
     Interval valid = FOREVER;
     const Matrix3 world_from_node = node->GetNodeTM(timing_.time, &valid);
     INode* parent = relative_to_parent ? node->GetParentNode() : nullptr;
-    const Matrix3 matrix = parent == nullptr ? world_from_node
-                                             : InSpaceOf(parent->GetNodeTM(timing_.time),
-                                                         world_from_node, NotesOf(node));
+    const Matrix3 matrix =
+        parent == nullptr ? world_from_node
+                          : world_from_node * InverseOrIdentity(parent->GetNodeTM(timing_.time),
+                                                                NotesOf(node), kOfParent);
     scene_->transform(ToSceneMatrix(matrix));
 
     if (notes_ != nullptr && !IsFinite(matrix)) {
@@ -76,13 +87,19 @@ void SceneExporter::EmitTransformAnimation(INode* node, INode* parent, const Mat
     motion_->prepare(node);
     const Matrix3* own = motion_->of(node);
     const Matrix3* above = parent == nullptr ? nullptr : motion_->of(parent);
+    Matrix3 last_parent;
+    Matrix3 parent_from_world;  // many parents rest, so it is computed only when it changes
     bool moves = false;
     qorMatrix before = {};
     for (const TimeValue t : timing_.Times()) {
         Matrix3 local = own != nullptr ? *own++ : node->GetNodeTM(t);
         if (parent != nullptr) {
-            local =
-                InSpaceOf(above != nullptr ? *above++ : parent->GetNodeTM(t), local, NotesOf(node));
+            const Matrix3 world_from_parent = above != nullptr ? *above++ : parent->GetNodeTM(t);
+            if (t == timing_.rangeStart || !SameBits(world_from_parent, last_parent)) {
+                last_parent = world_from_parent;
+                parent_from_world = InverseOrIdentity(world_from_parent, NotesOf(node), kOfParent);
+            }
+            local = local * parent_from_world;
         }
         const qorMatrix change = ToSceneMatrix(local * inverse_base);
         const bool is_first = t == timing_.rangeStart;
