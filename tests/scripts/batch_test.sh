@@ -1,6 +1,6 @@
 #!/bin/bash
 # batch_test.sh VSQEXPORT VSQINFO FOLDER: exports many scenes at once, and checks the lines, the exit
-# status, the report and the files, also after Ctrl-C. FOLDER has check_report.py.
+# status, the report and the files, also after Ctrl-C. FOLDER is the one of this script.
 set -u
 vsqexport=$1
 vsqinfo=$2
@@ -70,10 +70,14 @@ demos=(demo:materials demo:deforming demo:lights)
 batch 0 '1 whole, 2 lossy' "${demos[@]}" --unit mm --set Bones=1 --set cameras=1 --jobs 1
 check "the settings" test "$(grep -c '^flags 1$' out/lights.vsq)" -gt 0
 check "the options" grep -q '"meter_scale" 1000,' out/lights.vsq
-check "the scenes" "$vsqinfo" --checks out/{materials,deforming,lights}.vsq >all
+check "the scenes" "$vsqinfo" out/{materials,deforming,lights}.vsq >all
 check "where the files are" test "$(cd out && echo *.resources *.resources/*/ *.resources/*/*/)" = \
     'deforming.resources materials.resources deforming.resources/Animations/ deforming.resources/textures/ materials.resources/textures/ deforming.resources/Animations/3ds max/'
 batch 3 '1 whole, 2 lossy' "${demos[@]}" --strict
+
+cp "$scripts/../../samples/flag.gltf" 'Ω.gltf'
+batch 0 '1 whole' 'Ω.gltf' # its picture is inside the model
+check "its picture is found" test "$("$vsqinfo" out/Ω.vsq | grep -c texture-missing)" = 0
 
 # A scene is only replaced by a whole one, and other files only with --force.
 echo mine >out/one.vsq
