@@ -91,12 +91,20 @@ slow=("$vsqexport" export --to out --report out.json demo:deforming demo:changin
     --jobs 2 --frames 0:90000)
 rm -r out && batch 0 '2 whole, 2 lossy' "${slow[@]:6:4}"
 before=$(find out; cat out/*.vsq | md5sum)
-for signal in INT TERM; do
+for signal in INT TERM HUP; do
     "${slow[@]}" >lines 2>errors &
     sleep 0.4
+    if [[ $signal == HUP ]]; then # this one doesn't hear the first
+        read -r child <"/proc/$!/task/$!/children"
+        kill -STOP "${child%% *}"
+        kill -$signal $!
+        sleep 0.4
+    fi
+    SECONDS=0
     kill -$signal $!
     wait $!
     check "$signal: exit status" test $? = 130
+    check "$signal: it ends at once" test $SECONDS -lt 4
     check "$signal: the summary" grep -q ': 4 cancelled$' lines
     check "$signal: the report" "$scripts/check_report.py" out.json
     check "$signal: the files" test "$before" = "$(find out; cat out/*.vsq | md5sum)"
