@@ -15,7 +15,7 @@ failures=0
 check() {
     local text=$1
     shift
-    "$@" || { echo "FAILED: $text" && failures=$((failures + 1)); }
+    "$@" || { echo "FAILED: $text" >&2 && failures=$((failures + 1)); }
 }
 
 # batch CODE SUMMARY ARGUMENT...: a batch to the folder `out`, with its report.
