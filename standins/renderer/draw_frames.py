@@ -7,6 +7,7 @@ import re
 import runpy
 import sys
 
+sys.dont_write_bytecode = True  # the folder of this program may be another user's
 import qor
 
 CANCELLED = 130

@@ -27,7 +27,8 @@ constexpr std::chrono::milliseconds kTimeBetweenLooks(20);
 constexpr char kHelp[] =
     "velmora               runs a renderer that makes no pictures: it saves each scene that\n"
     "                      arrives over the live link to a .vsq file. Ctrl-C ends it.\n"
-    "velmora --stop [PID]  ends the user's running renderers, or only the one with that id\n";
+    "velmora --stop [PID]  ends the user's running renderers, or only the one with that id\n"
+    "velmora --version     prints the version of this program; it stands in for Velmora 11\n";
 
 // A renderer removes its announcement last, so it has ended once that is gone.
 bool stop(const velmora::RunningRenderer& renderer) {
@@ -47,10 +48,17 @@ bool stop(const velmora::RunningRenderer& renderer) {
 
 int stop_renderers(const std::vector<velmora::RunningRenderer>& renderers) {
     int result = kDone;
+    if (renderers.empty()) {
+        std::puts("no renderer is running");
+    }
     for (const velmora::RunningRenderer& renderer : renderers) {
-        if (!stop(renderer)) {
+        const auto process_id = static_cast<long long>(renderer.process_id);
+        if (stop(renderer)) {
+            std::printf("stopped Velmora %d.%d (process %lld, port %d)\n", renderer.version_major,
+                        renderer.version_minor, process_id, renderer.port);
+        } else {
             std::fprintf(stderr, "velmora: the renderer with process id %lld doesn't end\n",
-                         static_cast<long long>(renderer.process_id));
+                         process_id);
             result = kFailed;
         }
     }
@@ -83,6 +91,10 @@ int run(const std::vector<std::string>& arguments) {
     }
     if (arguments.size() == 1 && (arguments[0] == "--help" || arguments[0] == "-h")) {
         std::printf("%s\n%s", kHelp, velmora::kSettingsHelp);
+        return kDone;
+    }
+    if (arguments.size() == 1 && arguments[0] == "--version") {
+        std::puts("velmora " VSQ_VERSION);
         return kDone;
     }
     if (arguments[0] == "--stop" && arguments.size() == 1) {

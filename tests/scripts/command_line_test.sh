@@ -52,6 +52,19 @@ for sample in "$samples"/*.gltf "$samples"/*.dae "$samples"/*.obj; do
     expect 0 0 '' "$vsqinfo" sample.vsq
 done
 
+# Help and version.
+for words in 'help export' 'export --help'; do
+    # shellcheck disable=SC2086  # several words
+    expect 0 0 '' "$vsqexport" $words
+    check "$words: the keys of settings" grep -q -- '--set KEY=VALUE.* HairAndFur, .* Layers$' stdout
+    check "$words: the usage" grep -q '^Usage: vsqexport export ' stdout
+done
+expect 2 1 "no command is named 'nope'" "$vsqexport" help nope
+for words in help --help; do
+    expect 0 0 '' "$vsqexport" $words
+    check "$words: the commands" grep -q '^  session ' stdout
+done
+
 # Standard output gets only the scene.
 expect 0 0 '' "$vsqexport" export demo:hierarchy file.vsq
 expect 0 0 '' "$vsqexport" export demo:hierarchy -
@@ -232,6 +245,37 @@ limited() {
     (trap '' XFSZ && ulimit -f "$1" && shift && "$@")
 }
 mkdir Animations
+
+# A scene can be moved with all its files, and knows which mesh files it has made.
+expect 0 0 '' "$vsqexport" export demo:deforming d.vsq
+expect 0 0 '' "$vsqexport" export demo:materials m.vsq
+expect 0 0 '' "$vsqexport" collect d.vsq m.vsq collected
+mv collected moved
+expect 0 0 '' "$vsqinfo" moved/d.vsq moved/m.vsq
+check "no file is missing" bash -c '! grep -E "missing|lost" stdout'
+check "all files are named without a folder" bash -c '! grep -aE "^\"(file|texture)\" .*/" moved/*.vsq'
+check "a mesh file is copied" cmp Animations/*/Flag_Stripes.qorT moved/Flag_Stripes.qorT
+expect 1 1 'moved/d.vsq: it is there already' "$vsqexport" collect d.vsq moved
+mv textures/Stripes_diffuse.png kept.png
+expect 1 1 'd.vsq: .*Stripes_diffuse.png. can.t be opened' "$vsqexport" collect d.vsq moved --force
+mv kept.png textures/Stripes_diffuse.png
+expect 1 1 'it is in that folder already' "$vsqexport" collect d.vsq . --force
+expect 2 1 'one or more scenes and a folder' "$vsqexport" collect d.vsq
+meshes() {
+    (cd Animations/* && ls *.qorT)
+}
+check "three mesh files" test "$(meshes | wc -l)" = 3
+meshes >first
+expect 0 0 '' "$vsqexport" export demo:deforming d.vsq
+check "an export adds mesh files" test "$(meshes | wc -l)" = 6
+echo x >>Animations/*/Flag_Stripes.qorT
+expect 0 0 '' "$vsqexport" export demo:deforming d.vsq --clean
+check "those of earlier exports are removed, but not what has changed since" \
+    test "$(meshes | comm -12 - first)" = Flag_Stripes.qorT
+check "those of the last one are there" test "$(meshes | wc -l)" = 4
+expect 0 0 '' "$vsqinfo" d.vsq
+rm -r Animations/*
+
 expect 1 3 'Failed writing tag data.*Flag_Stripes.qorT: offset 65536: the file ends' \
     limited 64 "$vsqexport" export demo:deforming full.vsq --frames 0:40
 expect 1 2 'File too large.*full0000.vsq: could not close file' \

@@ -54,7 +54,7 @@ cmp export.png render.png || fail "Export and Render differ"
 printf '%s\n' 'picture early.png' render 'picture a.png' 'move Gate 0 0 40' update 'picture b.png' \
     'hide Gate' update 'picture c.png' render 'picture d.png' |
     "$bin/vsqexport" session demo:motion --quiet >/dev/null 2>errors
-[[ $(<errors) == 'vsqexport: nothing was sent to the renderer yet' ]] || fail "a session: $(<errors)"
+[[ $(<errors) == 'vsqexport: line 1: nothing was sent to the renderer yet' ]] || fail "a session: $(<errors)"
 cmp -s a.png export.png || fail "the first picture of a session"
 cmp -s a.png b.png && fail "the moved node can't be seen"
 cmp -s b.png c.png || fail "a hidden node stays until the next render"

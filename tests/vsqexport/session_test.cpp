@@ -28,13 +28,14 @@ protected:
 TEST_F(SessionTest, ReportsEdits) {
     const std::pair<const char*, const char*> lines[] = {
         {"", ""},
+        {" #quit", ""},
         {"nodes", "  Lid\n    T\u00f6n (hidden)\n  Left Arm\n  Lid\n    5\" disc"},
         {"unhide T\u00f6n", "'T\u00f6n' is shown"},
         {" hide \t\"Left Arm\"\r", "'Left Arm' is hidden"},
         {"move Lid 1 -2.5 3e1", "'Lid' stands at 1 -2.5 3e1"},
         {"rename \"5\"\" disc\" \"a \"\"b\"\"\"", "'5\" disc' is now 'a \"b\"'"},
         {"delete Lid", "'Lid' is deleted"},
-        {"frame 12", "frame 12"},
+        {"frame 12 # it's 5\"", "frame 12"},
         {"nodes", "  Left Arm (hidden)\n  Lid\n    a \"b\"\n  T\u00f6n"},
         {"quit", ""},
     };
@@ -60,6 +61,8 @@ TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
         {"HIDE Lid", "no command is named 'HIDE' (help lists the commands)"},
         {"\"\"", "no command is named '' (help lists the commands)"},
         {"hide", "hide takes NODE"},
+        {"hide \"#1\"", "no node is named '#1' (nodes lists the nodes)"},
+        {"hide Lid#", "no node is named 'Lid#' (nodes lists the nodes)"},
         {"hide Left Arm", "hide takes NODE"},
         {"update now", "update takes nothing"},
         {"hide \"Left Arm", "a quotation mark is not closed"},
@@ -86,6 +89,40 @@ TEST_F(SessionTest, RefusesAWrongCommandInOneLineAndChangesNothing) {
     EXPECT_EQ(session_.carry_out("animation \"" + folder / "a.vsq" + "\""),
               "animation: 2 frames, " + folder / "a0000.vsq" + " to " + folder / "a0001.vsq" +
                   ", and the script " + folder / "a.py");
+}
+
+TEST_F(SessionTest, CompletesCommandsAndNames) {
+    scene_.node(L"#1 T\u00f6\u00f6");
+    scene_.node(L"#1 T\u00f6\u00e4");
+    scene_.node(L"Two\nlines");
+    struct {
+        const char* line;
+        const char* text;  // in place of the last word
+        size_t choices;
+    } const rows[] = {
+        {"", "", 15},
+        {"un", "unhide ", 0},
+        {"re", "ren", 2},
+        {"d", "delete ", 0},
+        {"x", "x", 0},
+        {"move Le", "\"Left Arm\" ", 0},
+        {"move Lid", "Lid ", 0},
+        {"move \"L", "\"L", 2},
+        {"move \"5", "\"5\"\" disc\" ", 0},
+        {"hide \"", "\"", 6},
+        {"hide \"#", "\"#1 T\u00f6", 2},
+        {"hide Tw", "Tw", 0},
+        {"rename T", "T\u00f6n ", 0},
+        {"rename Lid T", "T", 0},
+        {"move Lid 1 ", "", 0},
+        {"export L", "L", 0},
+        {"hide #", "", 0},
+    };
+    for (const auto& [line, text, choices] : rows) {
+        const vsqexport::Completion completion = session_.complete(line);
+        EXPECT_EQ(completion.text, text) << line;
+        EXPECT_EQ(completion.choices.size(), choices) << line;
+    }
 }
 
 }  // namespace

@@ -158,7 +158,7 @@ void AnimationCommand::write_script(const std::vector<int>& numbers) {
         files_, last_in_script_, animation.first_rendered, numbers.back(), options_.step);
     UnfinishedFile script(animation.script);
     errno = 0;
-    std::ofstream file(std::filesystem::u8path(script.path()), std::ios::binary);
+    std::ofstream file(std::filesystem::u8path(script.path()));
     file << text;
     file.close();
     if (!file) {

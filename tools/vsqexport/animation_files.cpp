@@ -78,7 +78,7 @@ std::string AnimationFiles::checked_script(int last_frame) const {
     std::string text;
     std::error_code ignored;
     if (std::filesystem::is_regular_file(path, ignored)) {
-        std::ifstream file(path, std::ios::binary);
+        std::ifstream file(path);  // as text, as the plug-in writes it
         text.assign(std::istreambuf_iterator<char>(file), {});
     }
     const std::string expected[] = {

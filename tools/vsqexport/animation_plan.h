@@ -13,6 +13,7 @@ struct AnimationOptions {
     int pieces = 1;
     int step = 1;               ///< every n-th frame
     bool only_missing = false;  ///< only frames whose files aren't there or aren't whole
+    bool clean = false;         ///< remove the mesh files of earlier exports to the same target
 
     /// Takes "K/N". Throws `std::invalid_argument` with one line.
     void set_piece(const std::string& text);

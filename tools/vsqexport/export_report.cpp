@@ -7,6 +7,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <numeric>
+#include <set>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -143,6 +144,7 @@ ExportReport report_on_file(const std::string& path, double seconds,
                           {"seconds", seconds},
                           {"contents", contents_json(summary)},
                           {"mesh_files", std::move(mesh_files)}});
+    report.mesh_files.assign(summary.library_paths.begin(), summary.library_paths.end());
     report.brief = counted(summary.objects, "object", "objects") + ", " +
                    counted(summary.cameras, "camera", "cameras") + ", " +
                    counted(summary.node_matrices, "matrix of a node", "matrices of nodes");
@@ -164,6 +166,7 @@ ExportReport report_on_animation(const WrittenAnimation& written, double seconds
     std::string first_contents;
     Json first_contents_json;
     Json mesh_files = Json::array();
+    std::set<std::string> files;
     std::map<std::string, int> frames_with_warning;
     for (const int number : written.numbers) {
         const std::string path = written.files.frame(number);
@@ -174,12 +177,14 @@ ExportReport report_on_animation(const WrittenAnimation& written, double seconds
             first_contents_json = contents_json(summary);
         }
         read_libraries(path, summary, mesh_files);
+        files.insert(summary.library_paths.begin(), summary.library_paths.end());
         for (const std::string& warning : warnings_of(summary)) {
             ++frames_with_warning[warning];
         }
     }
 
     ExportReport report;
+    report.mesh_files.assign(files.begin(), files.end());
     const std::string first_file = written.files.frame(written.numbers.front());
     const std::string last_file = written.files.frame(written.numbers.back());
     const std::string names =

@@ -9,10 +9,11 @@ namespace vsqexport {
 
 /// Texts about an export for the user.
 struct ExportReport {
-    std::string summary;   ///< lines: file, size and time; contents; mesh files
-    std::string brief;     ///< "3 objects, 1 camera, 7 matrices of nodes"
-    std::string warnings;  ///< one per line; empty if there are none
-    std::string json;      ///< what the summary says, as a JSON object; docs/report.md describes it
+    std::string summary;                  ///< lines: file, size and time; contents; mesh files
+    std::string brief;                    ///< "3 objects, 1 camera, 7 matrices of nodes"
+    std::string warnings;                 ///< one per line; empty if there are none
+    std::vector<std::string> mesh_files;  ///< their paths, in the bytes of the scene
+    std::string json;  ///< what the summary says, as a JSON object; docs/report.md describes it
 };
 
 /// Reads a written scene file back, and the mesh files that it refers to. `path` is UTF-8 and names

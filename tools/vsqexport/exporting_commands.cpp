@@ -4,6 +4,7 @@
 
 #include "tools/vsqexport/animation_command.h"
 #include "tools/vsqexport/export_target.h"
+#include "tools/vsqexport/mesh_file_list.h"
 #include "tools/vsqexport/unfinished_file.h"
 #include "tools/vsqexport/watched_command.h"
 
@@ -22,7 +23,7 @@ std::uint64_t newest_own_scene(const RunningRenderer& renderer) {
 }  // namespace
 
 std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginCommands& plugin,
-                                         const std::string& target) {
+                                         const std::string& target, bool clean) {
     if (is_standard_output(target) || !can_be_replaced(target)) {
         const std::ofstream kept_open = wait_for_reader(target);
         const Outcome outcome = carry_out(host, [&] {
@@ -43,12 +44,19 @@ std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginComman
     }
     ExportReport report = report_on_file(unfinished.path(), outcome.seconds, target);
     unfinished.finish();
+    MeshFileList(target).update(report.mesh_files, clean);
     return report;
 }
 
 ExportReport export_animation(memhost::MemoryHost& host, PluginCommands& plugin,
                               const std::string& target, const AnimationOptions& options) {
-    return AnimationCommand(host, plugin, target, options).run();
+    ExportReport report = AnimationCommand(host, plugin, target, options).run();
+    // Pieces are exported at the same time, so each has a list of its own.
+    const std::string listed =
+        options.pieces > 1 ? AnimationFiles(target).script_of_piece(options.piece, options.pieces)
+                           : target;
+    MeshFileList(listed).update(report.mesh_files, options.clean);
+    return report;
 }
 
 std::string SentScene::renderer_text() const {

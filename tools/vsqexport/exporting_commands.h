@@ -23,9 +23,10 @@ public:
 
 /// Export. The scene is written beside the target and takes its place when it's whole, so a command
 /// that fails or is cancelled leaves the target as it was. Returns nothing for a target that can't
-/// be read back, such as standard output, which is written directly.
+/// be read back, such as standard output, which is written directly. With `clean`, the mesh files
+/// that earlier exports to the same target have made are removed afterwards.
 std::optional<ExportReport> export_scene(memhost::MemoryHost& host, PluginCommands& plugin,
-                                         const std::string& target);
+                                         const std::string& target, bool clean = false);
 
 /// Export Animation. `target` ends in ".vsq"; the files of the frames have a number before that,
 /// counted from the start of the animation range. Each frame takes the place of an older one when

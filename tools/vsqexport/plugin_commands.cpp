@@ -84,7 +84,7 @@ std::vector<GUP*>& utilities() {
 }  // namespace
 
 PluginCommands::PluginCommands(memhost::MemoryHost& host, const std::string& settings_folder)
-    : host_(host) {
+    : host_(host), settings_folder_(settings_folder) {
     host_.set_config_folder(memhost::units_from_utf8(settings_folder));
     ClassDesc& class_desc = plugin_library().class_desc();
     plugin_ = static_cast<GUP*>(class_desc.Create(FALSE));

@@ -31,6 +31,9 @@ public:
     /// Opens the settings dialog, which only a person can answer.
     [[nodiscard]] std::vector<std::string> settings();
 
+    /// The folder with the settings file that the plug-in has read.
+    const std::string& settings_folder() const { return settings_folder_; }
+
     /// The report that the last command has handed over, as JSON; empty if it handed over none, or
     /// if it has been taken already.
     std::string take_report() { return std::exchange(report_, {}); }
@@ -39,6 +42,7 @@ private:
     std::vector<std::string> press(const wchar_t* entry);
 
     memhost::MemoryHost& host_;
+    const std::string settings_folder_;
     GUP* plugin_;
     std::map<std::string, std::string> shown_names_;
     std::string report_;

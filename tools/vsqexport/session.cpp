@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <iostream>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
@@ -13,7 +14,9 @@
 #include "tools/vsqexport/exporting_commands.h"
 #include "tools/vsqexport/frame_number.h"
 #include "tools/vsqexport/interruption.h"
+#include "tools/vsqexport/line_editor.h"
 #include "tools/vsqexport/picture_program.h"
+#include "tools/vsqexport/settings_file.h"
 #include "tools/vsqexport/terminal.h"
 #include "tools/vsqinfo/display_text.h"
 
@@ -64,7 +67,8 @@ const Session::Command Session::kCommands[] = {
     {"rename", "NODE NAME", "give the node another name", &Session::rename},
     {"frame", "N", "go to that frame", &Session::go_to_frame},
     {"nodes", "", "list the nodes of the scene", &Session::list_nodes},
-    {"settings", "", "open the settings dialog", &Session::settings},
+    {"settings", "", "open the settings dialog; in a pipe, list the settings file",
+     &Session::settings},
     {"help", "", "list the commands", &Session::list_commands},
     {"quit", "", "end the session", &Session::quit},
 };
@@ -108,8 +112,9 @@ std::string Session::help() {
     }
     return list +
            "Put a name with blanks in quotation marks. If several nodes share a name, it means\n"
-           "the first one in the list of nodes. When a session starts, the whole scene is new, so\n"
-           "the first update sends everything.";
+           "the first one in the list of nodes. A word that begins with # begins a comment. At a\n"
+           "terminal, Tab completes commands and names, and arrows recall earlier lines. When a\n"
+           "session starts, the whole scene is new, so the first update sends everything.";
 }
 
 std::string Session::render(const Words&) {
@@ -252,6 +257,12 @@ std::string Session::list_nodes(const Words&) {
 }
 
 std::string Session::settings(const Words&) {
+    // At the terminal, the dialog reads standard input. In a pipe, those are the next commands.
+    if (!input_is_terminal()) {
+        std::string list = list_settings(plugin_.settings_folder());
+        list.pop_back();
+        return list;
+    }
     throw_if_told(plugin_.settings());
     return "";
 }
@@ -265,34 +276,71 @@ std::string Session::quit(const Words&) {
     return "";
 }
 
-// Skips the root, which users can't name.
-MemoryNode& Session::node_named(const std::string& name) const {
-    const std::wstring units = memhost::units_from_utf8(name);
+std::vector<MemoryNode*> Session::named_nodes() const {
+    std::vector<MemoryNode*> nodes;
     std::vector<MemoryNode*> waiting(host_.root().children().rbegin(),
                                      host_.root().children().rend());
     while (!waiting.empty()) {
-        MemoryNode* node = waiting.back();
+        nodes.push_back(waiting.back());
         waiting.pop_back();
+        const std::vector<MemoryNode*>& children = nodes.back()->children();
+        waiting.insert(waiting.end(), children.rbegin(), children.rend());
+    }
+    return nodes;
+}
+
+MemoryNode& Session::node_named(const std::string& name) const {
+    const std::wstring units = memhost::units_from_utf8(name);
+    for (MemoryNode* node : named_nodes()) {
         if (node->name() == units) {
             return *node;
         }
-        waiting.insert(waiting.end(), node->children().rbegin(), node->children().rend());
     }
     throw std::invalid_argument("no node is named " + shown(name) + " (nodes lists the nodes)");
 }
 
+Completion Session::complete(const std::string& line) const {
+    const CommandLineWords typed = split_command(line);
+    if (typed.is_in_comment) {
+        return {};
+    }
+    const size_t position = typed.words.size() - (typed.is_in_word ? 1 : 0);
+    std::vector<std::string> choices;
+    for (const Command& command : kCommands) {
+        if (position == 0) {
+            choices.push_back(command.name);
+        } else if (typed.words[0] == command.name) {
+            const Words wanted = command_words(command.arguments);
+            if (position <= wanted.size() && wanted[position - 1] == "NODE") {
+                for (const MemoryNode* node : named_nodes()) {
+                    choices.push_back(memhost::utf8_from_units(node->name()));
+                }
+            }
+        }
+    }
+    const size_t begin = typed.is_in_word ? typed.last_begin : line.size();
+    return complete_word(line.substr(begin), typed.is_in_word ? typed.words.back() : "",
+                         typed.is_in_quotes, std::move(choices));
+}
+
 int run_session(Session& session) {
     const bool has_person = input_is_terminal();
-    bool failed = false;
-    std::string line;
-    while (!session.is_over()) {
+    const std::unique_ptr<LineEditor> editor = open_line_editor(
+        kPrompt, [&session](const std::string& line) { return session.complete(line); });
+    const auto read = [&](std::string& line) {
+        if (editor) {
+            return editor->read(line);
+        }
         if (has_person) {
             std::fputs(kPrompt, stdout);
             std::fflush(stdout);
         }
-        if (!std::getline(std::cin, line)) {
-            break;
-        }
+        return static_cast<bool>(std::getline(std::cin, line));
+    };
+    bool failed = false;
+    size_t number = 0;
+    for (std::string line; !session.is_over() && read(line);) {
+        ++number;
         try {
             const std::string answer = session.carry_out(line);
             if (!answer.empty()) {
@@ -302,8 +350,9 @@ int run_session(Session& session) {
             std::fputs(session.take_remarks().c_str(), stderr);
         } catch (const std::exception& error) {
             failed = true;
+            const std::string place = has_person ? "" : "line " + std::to_string(number) + ": ";
             std::fputs(session.take_remarks().c_str(), stderr);
-            std::fprintf(stderr, "vsqexport: %s\n", error.what());
+            std::fprintf(stderr, "vsqexport: %s%s\n", place.c_str(), error.what());
         }
     }
     if (has_person) {

@@ -9,6 +9,7 @@
 #include "standins/host/memory/memory_host.h"
 #include "tools/vsqexport/plugin_commands.h"
 #include "tools/vsqexport/reported_command.h"
+#include "tools/vsqexport/word_completion.h"
 
 namespace vsqexport {
 
@@ -35,6 +36,9 @@ public:
     /// several lines, and an empty command returns an empty text. Delivers the host's events before
     /// it returns. Throws an exception with one line if the command is wrong or fails.
     std::string carry_out(const std::string& line);
+
+    /// Completes the last word of a line that a person is typing: a command, or the name of a node.
+    Completion complete(const std::string& line) const;
 
     /// What the last command has to say on standard error.
     std::string take_remarks() { return std::exchange(remarks_, {}); }
@@ -80,6 +84,8 @@ private:
     std::string report(const char* name,
                        const std::function<std::optional<ExportReport>()>& command);
     std::string set_hidden(const Words& words, bool hidden);
+    // The nodes below the root, which users can't name, in the order of the tree.
+    std::vector<memhost::MemoryNode*> named_nodes() const;
     memhost::MemoryNode& node_named(const std::string& name) const;
 
     memhost::MemoryHost& host_;
@@ -92,9 +98,9 @@ private:
     bool is_over_ = false;
 };
 
-/// Runs a session on standard input and output, with a prompt on a terminal. Returns 0, or, if no
-/// terminal was there for a person to see it, 1 if a command failed and else 3 if one had strict
-/// losses.
+/// Runs a session on standard input and output, with a prompt on a terminal. Without a terminal,
+/// errors name their line, and the result is 1 if a command failed and else 3 if one had strict
+/// losses. Otherwise it is 0.
 int run_session(Session& session);
 
 }  // namespace vsqexport

@@ -47,15 +47,14 @@ Change parse_setting(const std::string& setting) {
         throw std::invalid_argument("a setting is KEY=VALUE, not '" + setting + "'");
     }
     const std::string key = setting.substr(0, equals);
-    std::string known;
     for (const Qor::OptionKey& one : Qor::kOptionKeys) {
         if (key == one.key) {
             return {memhost::units_from_utf8(one.section), memhost::units_from_utf8(key),
                     parse_switch(key, setting.substr(equals + 1))};
         }
-        known += (known.empty() ? "" : ", ") + std::string(one.key);
     }
-    throw std::invalid_argument("no setting is named '" + key + "' (known: " + known + ")");
+    throw std::invalid_argument("no setting is named '" + key + "' (known: " + list_setting_keys() +
+                                ")");
 }
 
 fs::path new_temporary_folder() {
@@ -95,6 +94,14 @@ void change_settings(const std::string& folder, const std::vector<std::string>& 
             throw std::runtime_error(memhost::utf8_from_units(file) + ": it can't be written");
         }
     }
+}
+
+std::string list_setting_keys() {
+    std::string list;
+    for (const Qor::OptionKey& one : Qor::kOptionKeys) {
+        list += (list.empty() ? "" : ", ") + std::string(one.key);
+    }
+    return list;
 }
 
 std::string list_settings(const std::string& folder) {

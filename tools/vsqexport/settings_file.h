@@ -15,6 +15,9 @@ std::string user_settings_folder();
 /// `std::runtime_error` if the file can't be written.
 void change_settings(const std::string& folder, const std::vector<std::string>& settings);
 
+/// The keys of all settings, with commas between them.
+std::string list_setting_keys();
+
 /// The settings in force, each on a line KEY=VALUE; defaults for those that the file doesn't set.
 std::string list_settings(const std::string& folder);
 

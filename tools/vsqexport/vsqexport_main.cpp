@@ -15,6 +15,7 @@
 #include "tools/vsqexport/picture_program.h"
 #include "tools/vsqexport/progress_bar.h"
 #include "tools/vsqexport/reported_command.h"
+#include "tools/vsqexport/scene_collection.h"
 #include "tools/vsqexport/scene_options.h"
 #include "tools/vsqexport/scene_source.h"
 #include "tools/vsqexport/session.h"
@@ -40,6 +41,7 @@ struct CommandLine {
     vsqexport::BatchOptions batch;  // without what is in the members above
     std::vector<std::string> more_scenes;
     bool force = false;
+    std::vector<std::string> collected;  // scenes, then the folder
     vsqexport::ReportOptions report;
 };
 
@@ -116,7 +118,8 @@ int run_export(const CommandLine& command) {
     Host host(command.options);
     return run_and_tell(host, command, "export", [&] {
         vsqexport::check_export_target(command.target, source, command.force);
-        return vsqexport::export_scene(host.scene.host(), host.plugin, command.target);
+        return vsqexport::export_scene(host.scene.host(), host.plugin, command.target,
+                                       command.animation.clean);
     });
 }
 
@@ -163,6 +166,23 @@ int run_session(const CommandLine& command) {
     return vsqexport::run_session(session);
 }
 
+int run_collect(const CommandLine& command) {
+    std::vector<std::string> scenes = command.collected;
+    if (scenes.size() < 2) {
+        throw std::invalid_argument("collect takes one or more scenes and a folder");
+    }
+    const std::string folder = scenes.back();
+    scenes.pop_back();
+    const vsqexport::Collected collected = vsqexport::collect_scenes(scenes, folder, command.force);
+    std::printf("%s: %llu files, %llu bytes\n", folder.c_str(),
+                static_cast<unsigned long long>(collected.files),
+                static_cast<unsigned long long>(collected.bytes));
+    for (const std::string& line : collected.missing) {
+        complain(line);
+    }
+    return collected.missing.empty() ? kDone : kFailed;
+}
+
 // The options of a command line as they can be given to another process, but for `left_out`.
 std::vector<std::string> options_of(const CLI::App& command,
                                     const std::set<std::string>& left_out) {
@@ -201,7 +221,10 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
     vsqexport::SceneOptions& options = command.options;
     CLI::App* added = parser.add_subcommand(name, description);
     added->add_option("SCENE", options.scene, "A model file, or demo:NAME")->required();
-    added->add_option("--set", options.settings, "A setting of the export, as KEY=1 or KEY=0")
+    added
+        ->add_option("--set", options.settings,
+                     "A setting of the export, as KEY=1 or KEY=0; the keys are " +
+                         vsqexport::list_setting_keys())
         ->allow_extra_args(false)
         ->type_name("KEY=VALUE");
     added->add_option("--frames", options.frames, "The animation range")->type_name("FIRST:LAST");
@@ -243,6 +266,7 @@ CLI::App* add_command(CLI::App& parser, const char* name, const char* descriptio
 void describe_command_line(CLI::App& parser, CommandLine& command) {
     parser.name("vsqexport");
     parser.allow_windows_style_options(false);  // a path can begin with a slash
+    parser.set_version_flag("--version", "vsqexport " VSQ_VERSION);
     parser.require_subcommand(1);
     CLI::App* exporting =
         add_command(parser, "export", "Write a scene to a .vsq scene file", command);
@@ -278,6 +302,8 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
     animation->add_flag("--missing", command.animation.only_missing,
                         "Only frames whose files are not there or not whole");
     for (CLI::App* writing : {exporting, animation}) {
+        writing->add_flag("--clean", command.animation.clean,
+                          "Remove the mesh files that earlier exports to OUT have made");
         writing->add_flag("--force", command.force, "Replace files that no export has written");
     }
     add_command(parser, "render", "Send a scene to the renderer, which is started if none runs",
@@ -285,12 +311,35 @@ void describe_command_line(CLI::App& parser, CommandLine& command) {
         ->add_option("--picture", command.picture, "Draw what the renderer received to a PNG file")
         ->type_name("FILE");
     parser.add_subcommand("settings", "Open the settings dialog, or change the settings file")
-        ->add_option("SETTINGS", command.options.settings, "Settings, each as KEY=1 or KEY=0")
+        ->add_option(
+            "SETTINGS", command.options.settings,
+            "Settings, each as KEY=1 or KEY=0; the keys are " + vsqexport::list_setting_keys())
         ->type_name("KEY=VALUE");
+    CLI::App* collect = parser.add_subcommand(
+        "collect", "Copy scene files and all files that they name to a folder");
+    collect
+        ->add_option("FILES", command.collected, "One or more scene files, and at last the folder")
+        ->required();
+    collect->add_flag("--force", command.force, "Replace files in the folder");
     CLI::App* session =
         add_command(parser, "session", "Open a scene and take commands, one a line", command);
     session->footer("Commands of a session:\n" + vsqexport::Session::help() + "\n\n" +
                     session->get_footer());
+    parser.add_subcommand("help", "Show the options of a command: help COMMAND");
+}
+
+// `help COMMAND` means `COMMAND --help`.
+std::vector<std::string> help_arguments(const CLI::App& parser,
+                                        const std::vector<std::string>& arguments) {
+    if (arguments.size() == 1) {
+        return {"--help"};
+    }
+    const std::string& name = arguments[1];
+    if (parser.get_subcommands([&](const CLI::App* known) { return known->get_name() == name; })
+            .empty()) {
+        throw CLI::ValidationError("help", "no command is named '" + name + "'");
+    }
+    return {name, "--help"};
 }
 
 int run(const std::string& name, const CommandLine& command) {
@@ -299,7 +348,7 @@ int run(const std::string& name, const CommandLine& command) {
         int (*run)(const CommandLine&);
     } kCommands[] = {
         {"export", run_export},   {"animation", run_animation}, {"render", run_render},
-        {"session", run_session}, {"settings", run_settings},
+        {"session", run_session}, {"settings", run_settings},   {"collect", run_collect},
     };
     if (command.options.lists_animations) {
         std::fputs(vsqexport::list_of_animations(command.options.scene).c_str(), stdout);
@@ -325,11 +374,16 @@ int main(int argc, char** argv) {
     describe_command_line(parser, command);
     try {
         std::vector<std::string> arguments = vsqexport::utf8_arguments(argc, argv);
+        if (!arguments.empty() && arguments[0] == "help") {
+            arguments = help_arguments(parser, arguments);
+        }
         std::reverse(arguments.begin(), arguments.end());  // the parser wants the last one first
         parser.parse(arguments);
     } catch (const CLI::CallForHelp&) {
-        const auto chosen = parser.get_subcommands();
-        std::fputs((chosen.empty() ? parser : *chosen.front()).help().c_str(), stdout);
+        std::fputs(parser.help().c_str(), stdout);
+        return kDone;
+    } catch (const CLI::CallForVersion& version) {
+        std::printf("%s\n", version.what());
         return kDone;
     } catch (const CLI::ParseError& error) {
         complain(std::string(error.what()) + " (see --help)");

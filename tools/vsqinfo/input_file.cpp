@@ -48,4 +48,9 @@ std::ifstream open_input_file(const std::string& path) {
     return stream;
 }
 
+void remove_file(const std::string& path) {
+    std::error_code ignored;
+    fs::remove(path_of(path), ignored);
+}
+
 }  // namespace vsqinfo

@@ -9,4 +9,7 @@ namespace vsqinfo {
 /// a mesh file. Throws `UnreadableFile` if the file is missing, is a folder, or can't be opened.
 std::ifstream open_input_file(const std::string& path);
 
+/// Removes the file at `path`, in the same form. It need not be there.
+void remove_file(const std::string& path);
+
 }  // namespace vsqinfo

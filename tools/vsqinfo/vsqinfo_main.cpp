@@ -72,6 +72,7 @@ int run(std::vector<std::string> words) {
                  "vsqinfo");
     // Otherwise a path that begins with a slash would be an option on Windows.
     app.allow_windows_style_options(false);
+    app.set_version_flag("--version", "vsqinfo " VSQ_VERSION);
     Arguments arguments;
     app.add_option("FILE", arguments.files,
                    "Scene files (.vsq) or mesh files (.qorT); - is standard input");

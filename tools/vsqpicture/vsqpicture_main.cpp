@@ -64,6 +64,7 @@ void draw_file(const Arguments& arguments) {
 
 int main(int argc, char** argv) {
     CLI::App app("Draws what a scene file shows.", "vsqpicture");
+    app.set_version_flag("--version", "vsqpicture " VSQ_VERSION);
     Arguments arguments;
     vsqpicture::PictureRequest& request = arguments.request;
     std::vector<std::string> files;
