@@ -260,6 +260,7 @@ mv textures/Stripes_diffuse.png kept.png
 expect 1 1 'd.vsq: .*Stripes_diffuse.png. can.t be opened' "$vsqexport" collect d.vsq moved --force
 mv kept.png textures/Stripes_diffuse.png
 expect 1 1 'it is in that folder already' "$vsqexport" collect d.vsq . --force
+expect 1 1 'Stripes_diffuse.png: it is in that folder already' "$vsqexport" collect d.vsq textures --force
 expect 2 1 'one or more scenes and a folder' "$vsqexport" collect d.vsq
 meshes() {
     (cd Animations/* && ls *.qorT)

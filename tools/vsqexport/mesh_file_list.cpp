@@ -30,12 +30,12 @@ std::string list_beside(const std::string& target) {
 }
 
 std::string absolute(const std::string& path) {
-    return fs::absolute(fs::u8path(path)).lexically_normal().u8string();
+    return fs::absolute(vsqinfo::input_path(path)).lexically_normal().u8string();
 }
 
 // Where the plug-in writes mesh files.
 bool is_in_a_resource_folder(const std::string& path) {
-    const fs::path folder = fs::u8path(path).parent_path();
+    const fs::path folder = vsqinfo::input_path(path).parent_path();
     return folder.filename() == "3ds max" && folder.parent_path().filename() == "Animations" &&
            path == absolute(path);
 }
@@ -45,7 +45,7 @@ bool is_in_a_resource_folder(const std::string& path) {
 std::string mark_of(const std::string& path) {
     std::error_code ignored;
     if (!is_in_a_resource_folder(path) ||
-        !fs::is_regular_file(fs::symlink_status(fs::u8path(path), ignored))) {
+        !fs::is_regular_file(fs::symlink_status(vsqinfo::input_path(path), ignored))) {
         return {};
     }
     try {
@@ -55,11 +55,12 @@ std::string mark_of(const std::string& path) {
     }
     std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a
     std::uint64_t size = 0;
-    std::ifstream file(fs::u8path(path), std::ios::binary);
+    std::ifstream file(vsqinfo::input_path(path), std::ios::binary);
     for (std::istreambuf_iterator<char> c(file), end; c != end; ++c, ++size) {
         hash = (hash ^ static_cast<unsigned char>(*c)) * 0x100000001B3u;
     }
-    const auto changed = fs::last_write_time(fs::u8path(path), ignored).time_since_epoch().count();
+    const auto changed =
+        fs::last_write_time(vsqinfo::input_path(path), ignored).time_since_epoch().count();
     return std::to_string(size) + "-" + std::to_string(hash) + "-" + std::to_string(changed);
 }
 
