@@ -152,14 +152,13 @@ void run_limit(benchmark::State& state, const Scene& scene) {
     const std::vector<char> bytes = exported_bytes(scene, path);
     const Mesh mesh =
         scene.triangles == 0 ? Mesh() : mesh_scenes::surface(scene.triangles, scene.shading);
-    std::vector<Point3> normals;
-    std::vector<char> copy;
     for (auto _ : state) {
+        std::vector<Point3> normals;
         if (scene.triangles > 0) {
             plain_normals(mesh, normals);
             benchmark::DoNotOptimize(normals.data());
         }
-        copy.assign(bytes.begin(), bytes.end());
+        const std::vector<char> copy(bytes);
         write_in_one_go(path, copy.data(), copy.size());
     }
     std::remove(path.c_str());
