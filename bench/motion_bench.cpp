@@ -1,5 +1,7 @@
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
+#include <map>
 #include <memory>
 
 #include "bench/bench_table.h"
@@ -16,6 +18,7 @@ constexpr int kNodes = 10'000;
 constexpr int kFrames = 100;
 constexpr int kTicksPerFrame = 160;
 constexpr int kNumbersOfAKey = 16;
+constexpr int kFramesOfAChain = 50;
 
 // The nodes have no geometry, so that only matrices are written. A light of an unknown kind writes
 // nothing, but counts as content of its node.
@@ -41,6 +44,37 @@ memhost::SceneBuilder& moving_nodes() {
     return *the_nodes;
 }
 
+// A chain of nodes, each below the one before. Only the last has content.
+memhost::SceneBuilder& chain_of(int nodes) {
+    static auto& scenes = *new std::map<int, std::unique_ptr<memhost::SceneBuilder>>;
+    auto& scene = scenes[nodes];
+    if (!scene) {
+        scene = std::make_unique<memhost::SceneBuilder>();
+        scene->animation_frames(0, kFramesOfAChain - 1);
+        const auto light = std::make_shared<memhost::PlainObject>(LIGHT_CLASS_ID);
+        const auto turn = [](TimeValue t) {
+            return memhost::translation(1, 0, static_cast<float>(t) * 1e-4f);
+        };
+        memhost::NodeBuilder last = scene->node(L"Node").motion(turn);
+        for (int i = 1; i < nodes; ++i) {
+            last = last.child(L"Node").motion(turn);
+        }
+        last.object(light);
+    }
+    return *scene;
+}
+
+void export_chain(benchmark::State& state, int nodes) {
+    const std::string path = scratch_path("chain.vsq");
+    memhost::MemoryHost& host = chain_of(nodes).host();
+    const auto options = std::make_shared<Qor::Options>(&host);
+    for (auto _ : state) {
+        SceneExporter exporter(&host, host.GetRootNode(), options, {});
+        exporter.Run(path, false, true, false);
+    }
+    std::remove(path.c_str());
+}
+
 void report_numbers(benchmark::State& state) {
     state.counters["million numbers/s"] =
         benchmark::Counter(static_cast<double>(kNodes) * kFrames * kNumbersOfAKey / 1e6,
@@ -51,11 +85,16 @@ void export_motion(benchmark::State& state) {
     const std::string path = scratch_path("motion.vsq");
     memhost::MemoryHost& host = moving_nodes().host();
     const auto options = std::make_shared<Qor::Options>(&host);
+    const std::uint64_t changes = host.time_changes();
+    const std::uint64_t evaluations = host.evaluations();
     for (auto _ : state) {
         SceneExporter exporter(&host, host.GetRootNode(), options, {});
         exporter.Run(path, false, true, false);
     }
     report_numbers(state);
+    const auto runs = static_cast<double>(state.iterations());
+    state.counters["changes of time"] = static_cast<double>(host.time_changes() - changes) / runs;
+    state.counters["evaluations"] = static_cast<double>(host.evaluations() - evaluations) / runs;
     std::remove(path.c_str());
 }
 
@@ -92,10 +131,23 @@ void print_motion(benchmark::State& state) {
     std::remove(path.c_str());
 }
 
+void export_chain_of_1000(benchmark::State& state) {
+    export_chain(state, 1000);
+}
+
+void export_chain_of_2000(benchmark::State& state) {
+    export_chain(state, 2000);
+}
+
+BENCHMARK(export_chain_of_1000)->Name("motion/chain of 1,000")->Unit(benchmark::kMillisecond);
+BENCHMARK(export_chain_of_2000)->Name("motion/chain of 2,000")->Unit(benchmark::kMillisecond);
 BENCHMARK(export_motion)->Name("motion/10,000 nodes")->Unit(benchmark::kMillisecond);
 BENCHMARK(print_motion)->Name("motion/10,000 nodes, snprintf")->Unit(benchmark::kMillisecond);
 
 const bool kCompared = compare({"10,000 nodes over 100 frames against snprintf and one fwrite",
                                 "motion/10,000 nodes", "motion/10,000 nodes, snprintf", 1.0 / 3});
+
+const bool kChainsCompared = compare({"a chain of 2,000 moving nodes against 1,000",
+                                      "motion/chain of 2,000", "motion/chain of 1,000", 2.5});
 
 }  // namespace

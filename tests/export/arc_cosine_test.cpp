@@ -6,12 +6,14 @@
 #include <cstring>
 #include <limits>
 #include <random>
+#include <vector>
 
 namespace {
 
 void expect_exact(float x) {
     const float wanted = static_cast<float>(std::acos(static_cast<double>(x)));
-    const float given = NarrowedArcCosine(x);
+    float given = x;
+    NarrowArcCosines(&given, 1);
     ASSERT_EQ(std::memcmp(&given, &wanted, sizeof given), 0) << x;
 }
 
@@ -32,7 +34,11 @@ TEST(ArcCosine, HasTheBitsOfTheNarrowedDoubleResult) {
     for (int i = 0; i < 1000000; ++i) {
         expect_exact(number(random));
     }
-    EXPECT_TRUE(std::isnan(NarrowedArcCosine(std::numeric_limits<float>::quiet_NaN())));
+    std::vector<float> several(1001, std::numeric_limits<float>::quiet_NaN());
+    several[600] = 0.25f;
+    NarrowArcCosines(several.data(), several.size());
+    EXPECT_EQ(several[600], static_cast<float>(std::acos(0.25)));
+    EXPECT_TRUE(std::isnan(several[599]) && std::isnan(several[1000]));
 }
 
 }  // namespace

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <set>
 #include <sstream>
 
+#include "plugins/3dsmax/export/motion_samples.h"
 #include "tests/support/exported_scene.h"
 #include "tests/support/readable_arrays.h"
 
@@ -130,6 +133,99 @@ TEST(NodeMotion, IsRelativeToAParentThatMoves) {
             text_after_matrix(exported_nodes(scene)),
             (child_moves ? slides : "") + "}\ntransform " + moved_by("0") + "\n" + slides + "}\n");
     }
+}
+
+// Adds `count` nodes that move, side by side or each below the one before.
+std::vector<NodeBuilder> add_moving(SceneBuilder& scene, int count, bool are_chained) {
+    std::vector<NodeBuilder> nodes;
+    for (int i = 0; i < count; ++i) {
+        const NodeBuilder node =
+            nodes.empty() || !are_chained ? scene.node(L"n") : nodes.back().child(L"n");
+        nodes.push_back(with_content(node).motion(slide));
+    }
+    return nodes;
+}
+
+// The host sets itself to a new time as often as there are frames, and computes a matrix once for
+// each node and frame.
+TEST(NodeMotion, IsSampledFrameByFrame) {
+    constexpr int kNodes = 40, kFrames = 30;
+    const auto add_cameras = [](SceneBuilder& scene) {
+        for (int i = 0; i < kNodes; ++i) {
+            scene.node(L"c").motion(slide).camera();
+        }
+    };
+    const struct {
+        const char* what;
+        std::function<void(SceneBuilder&)> build;
+        std::uint64_t frames;  // to which the host is set
+        bool layers = false;
+    } cases[] = {
+        {"side by side", [](SceneBuilder& s) { add_moving(s, kNodes, false); }, kFrames},
+        {"a chain", [](SceneBuilder& s) { add_moving(s, kNodes, true); }, kFrames},
+        {"layers", [](SceneBuilder& s) { add_moving(s, kNodes, true); }, kFrames, true},
+        {"cameras", add_cameras, kFrames},
+        {"hidden", [](SceneBuilder& s) { add_moving(s, 1, false)[0].hidden(); }, 0},
+        {"empty", [](SceneBuilder& s) { s.node(L"n").motion(slide); }, 0},
+        {"above content",
+         [](SceneBuilder& s) { with_content(s.node(L"n").motion(slide).child(L"n")); }, kFrames},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(one.what);
+        SceneBuilder scene;
+        scene.animation_frames(0, kFrames - 1);
+        one.build(scene);
+        Qor::Options options(&scene.host());
+        options.Layers = one.layers;
+        const std::uint64_t changes = scene.host().time_changes();
+        const std::uint64_t evaluations = scene.host().evaluations();
+        exported(scene, options);
+        constexpr std::uint64_t kOfTheWalk = 3;
+        EXPECT_GE(scene.host().time_changes() - changes, one.frames);
+        EXPECT_LE(scene.host().time_changes() - changes, one.frames + kOfTheWalk);
+        EXPECT_LE(scene.host().evaluations() - evaluations,
+                  (kNodes + 1) * (one.frames + kOfTheWalk));
+    }
+}
+
+TEST(NodeMotion, IsNotSampledForAnUpdateWithoutChanges) {
+    for (const bool has_changed : {false, true}) {
+        SceneBuilder scene;
+        scene.animation_frames(0, 20);
+        INode* const node = &add_moving(scene, 3, false)[1].node();
+        const std::uint64_t changes = scene.host().time_changes();
+        const TemporaryFolder folder;
+        SceneExporter exporter(&scene.host(), scene.host().GetRootNode(),
+                               std::make_shared<Qor::Options>(&scene.host()),
+                               has_changed ? std::set<INode*>{node} : std::set<INode*>());
+        exporter.Run(folder / "scene.vsq", true, true, false);
+        EXPECT_EQ(scene.host().time_changes() - changes > 20, has_changed);
+    }
+}
+
+TEST(MotionSamples, TakeBatchesOfBoundedMemory) {
+    constexpr int kFrames = 10;
+    SceneBuilder scene;
+    const std::vector<NodeBuilder> nodes = add_moving(scene, 7, true);
+    std::vector<MotionSamples::Need> needs;
+    for (std::size_t i = nodes.size(); i-- > 0;) {
+        needs.push_back({&nodes[i].node(), nodes[i].node().GetParentNode()});
+    }
+    MotionSamples samples(3 * kFrames * sizeof(Matrix3));
+    samples.plan(needs, {0, (kFrames - 1) * kFrame, 0, kFrame});
+    const std::uint64_t changes = scene.host().time_changes();
+    for (const MotionSamples::Need& need : needs) {
+        samples.prepare(need.node);
+        for (INode* const node : {need.node, need.parent}) {
+            const Matrix3* const of_node = samples.of(node);
+            ASSERT_NE(of_node, nullptr);
+            EXPECT_EQ(of_node[7].GetTrans().x, node->GetNodeTM(7 * kFrame).GetTrans().x);
+        }
+    }
+    // Two nodes and the parent of the second fit: 4 batches. The comparison sets the time as well.
+    EXPECT_LE(scene.host().time_changes() - changes, 4u * kFrames + needs.size());
+    samples.prepare(scene.host().GetRootNode());
+    EXPECT_EQ(samples.of(&nodes[6].node()), nullptr) << "of the first batch";
 }
 
 }  // namespace

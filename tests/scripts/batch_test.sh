@@ -1,6 +1,6 @@
 #!/bin/bash
 # batch_test.sh VSQEXPORT VSQINFO FOLDER: exports many scenes at once, and checks the lines, the exit
-# status, the report and the files, also after Ctrl-C. FOLDER has check_report.py.
+# status, the report and the files, also after Ctrl-C. FOLDER is the one of this script.
 set -u
 vsqexport=$1
 vsqinfo=$2
@@ -15,7 +15,7 @@ failures=0
 check() {
     local text=$1
     shift
-    "$@" || { echo "FAILED: $text" && failures=$((failures + 1)); }
+    "$@" || { echo "FAILED: $text" >&2 && failures=$((failures + 1)); }
 }
 
 # batch CODE SUMMARY ARGUMENT...: a batch to the folder `out`, with its report.
@@ -43,6 +43,9 @@ printf 'solid s\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\nver
 echo text >in/readme.txt
 mkdir in/empty in/bad
 : >in/bad/empty.obj
+triangle ./-dash.obj
+batch 0 '1 whole' -- -dash.obj
+rm -r out
 batch 1 '7 whole, 2 failed' in/ one.obj in/a.obj in/other/../b.c.obj one.obj
 check "the names" diff - <(cd out && find . -type f -o -type d -empty | LC_ALL=C sort) <<'END'
 ./A.OBJ.vsq
@@ -67,10 +70,14 @@ demos=(demo:materials demo:deforming demo:lights)
 batch 0 '1 whole, 2 lossy' "${demos[@]}" --unit mm --set Bones=1 --set cameras=1 --jobs 1
 check "the settings" test "$(grep -c '^flags 1$' out/lights.vsq)" -gt 0
 check "the options" grep -q '"meter_scale" 1000,' out/lights.vsq
-check "the scenes" "$vsqinfo" --checks out/{materials,deforming,lights}.vsq >all
-check "where the files are" test "$(cd out && echo *.resources/*/ *.resources/*/*/)" = \
-    'deforming.resources/Animations/ deforming.resources/textures/ materials.resources/textures/ deforming.resources/Animations/3ds max/'
+check "the scenes" "$vsqinfo" out/{materials,deforming,lights}.vsq >all
+check "where the files are" test "$(cd out && echo *.resources *.resources/*/ *.resources/*/*/)" = \
+    'deforming.resources materials.resources deforming.resources/Animations/ deforming.resources/textures/ materials.resources/textures/ deforming.resources/Animations/3ds max/'
 batch 3 '1 whole, 2 lossy' "${demos[@]}" --strict
+
+cp "$scripts/../../samples/flag.gltf" 'Ω.gltf'
+batch 0 '1 whole' 'Ω.gltf' # its picture is inside the model
+check "its picture is found" test "$("$vsqinfo" out/Ω.vsq | grep -c texture-missing)" = 0
 
 # A scene is only replaced by a whole one, and other files only with --force.
 echo mine >out/one.vsq
@@ -80,17 +87,25 @@ batch 0 '1 whole' one.obj --force
 check "it is replaced" "$vsqinfo" out/one.vsq >all
 
 # Ctrl-C, other signals, and no end: the earlier scene and its files stay, and nothing else.
-slow=("$vsqexport" export --to out --report out.json demo:deforming demo:lights demo:motion --jobs 1
-    --frames 0:90000)
-rm -r out && batch 0 '2 whole, 1 lossy' "${slow[@]:6:3}"
+slow=("$vsqexport" export --to out --report out.json demo:deforming demo:changing demo:lights demo:motion
+    --jobs 2 --frames 0:90000)
+rm -r out && batch 0 '2 whole, 2 lossy' "${slow[@]:6:4}"
 before=$(find out; cat out/*.vsq | md5sum)
-for signal in INT TERM; do
+for signal in INT TERM HUP; do
     "${slow[@]}" >lines 2>errors &
     sleep 0.4
+    if [[ $signal == HUP ]]; then # this one doesn't hear the first
+        read -r child <"/proc/$!/task/$!/children"
+        kill -STOP "${child%% *}"
+        kill -$signal $!
+        sleep 0.4
+    fi
+    SECONDS=0
     kill -$signal $!
     wait $!
     check "$signal: exit status" test $? = 130
-    check "$signal: the summary" grep -q ': 3 cancelled$' lines
+    check "$signal: it ends at once" test $SECONDS -lt 4
+    check "$signal: the summary" grep -q ': 4 cancelled$' lines
     check "$signal: the report" "$scripts/check_report.py" out.json
     check "$signal: the files" test "$before" = "$(find out; cat out/*.vsq | md5sum)"
     check "$signal: something is left: $(ls tmp)" test -z "$(ls tmp)"
@@ -98,17 +113,18 @@ done
 batch 1 '1 failed' demo:deforming --frames 0:90000 --timeout 0.4
 check "no end" grep -q 'demo:deforming: no end in 0.4 seconds' errors
 check "no end: the files" test "$before" = "$(find out; cat out/*.vsq | md5sum)"
-(ulimit -c 0 && exec "$vsqexport" export --to out demo:deforming demo:lights --jobs 1 --frames 0:90000 >lines 2>errors) &
-for _ in {1..100}; do
-    read -r child <"/proc/$!/task/$!/children"
-    [[ -n $child ]] && break
+"$vsqexport" export --to out demo:changing demo:lights --jobs 1 --frames 0:90000 >lines 2>errors &
+for _ in {1..200}; do
+    [[ -n $(find out -name '.changing.*.part.vsq') ]] && break
     sleep 0.02
 done
-kill -ABRT "$child"
+read -r child <"/proc/$!/task/$!/children"
+kill -KILL "$child"
 wait $!
 check "a crash: exit status" test $? = 1
-check "a crash" grep -q 'demo:deforming: crashed with signal 6' errors
+check "a crash" grep -q 'demo:changing: crashed with signal 9' errors
 check "a crash: the others" grep -q ': 1 lossy, 1 failed$' lines
+check "a crash: something is left" test -z "$(find out -name '*.part*')"
 
 # What can't begin.
 while IFS='|' read -r code pattern arguments; do

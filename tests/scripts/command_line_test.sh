@@ -263,6 +263,7 @@ mv textures/Stripes_diffuse.png kept.png
 expect 1 1 'd.vsq: .*Stripes_diffuse.png. can.t be opened' "$vsqexport" collect d.vsq moved --force
 mv kept.png textures/Stripes_diffuse.png
 expect 1 1 'it is in that folder already' "$vsqexport" collect d.vsq . --force
+expect 1 1 'Stripes_diffuse.png: it is in that folder already' "$vsqexport" collect d.vsq textures --force
 expect 2 1 'one or more scenes and a folder' "$vsqexport" collect d.vsq
 meshes() {
     (cd Animations/* && ls *.qorT)
@@ -276,6 +277,16 @@ expect 0 0 '' "$vsqexport" export demo:deforming d.vsq --clean
 check "those of earlier exports are removed, but not what has changed since" \
     test "$(meshes | comm -12 - first)" = Flag_Stripes.qorT
 check "those of the last one are there" test "$(meshes | wc -l)" = 4
+# A name that has become free belongs to the scene that takes it, and nothing else is removed.
+rm Animations/*/* .d.vsq.meshes
+expect 0 0 '' "$vsqexport" export demo:deforming d.vsq
+cp -p Animations/*/Crate_Wood.qorT elsewhere.qorT
+sed -i "s| [^ ]*Animations/3ds max/Crate_Wood.*| $PWD/elsewhere.qorT|" .d.vsq.meshes
+rm Animations/*/*
+expect 0 0 '' "$vsqexport" export demo:deforming other.vsq
+expect 0 0 '' "$vsqexport" export demo:deforming d.vsq --clean
+expect 0 0 '' "$vsqinfo" other.vsq # its mesh files stay
+check "a file outside of the resource folder stays" test -e elsewhere.qorT
 expect 0 0 '' "$vsqinfo" d.vsq
 rm -r Animations/*
 

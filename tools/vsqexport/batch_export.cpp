@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -238,9 +237,11 @@ void Batch::take_result(std::size_t index, const EndedProcess& process) {
         const std::string reason = std::generic_category().message(process.code);
         return record(index, "failed", "its process can't be started: " + reason);
     }
+    if (process.how == How::kInterrupted) {
+        return record(index, "cancelled", "cancelled");
+    }
     if (process.how == How::kKilled) {
-        return process.code == SIGINT ? record(index, "cancelled", "cancelled")
-                                      : record(index, "failed", "crashed with signal " + code);
+        return record(index, "failed", "crashed with signal " + code);
     }
     const Json printed =
         Json::parse(contents_of(scratch_.file(index, ".out")), nullptr, false);  // may be nothing

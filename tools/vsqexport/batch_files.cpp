@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -93,6 +94,20 @@ fs::path with_ending(const fs::path& name, const std::string& ending) {
     return fs::path(name).concat(ending);
 }
 
+// A scene holds paths of pictures with one byte for each character, so the name is plain ASCII.
+std::string resources_name(const fs::path& name) {
+    std::string plain;
+    for (const char c : name.filename().u8string()) {
+        const int byte = static_cast<unsigned char>(c);
+        char text[4] = {c};
+        if (byte >= 0x80) {
+            std::snprintf(text, sizeof text, "_%02x", byte);
+        }
+        plain += text;
+    }
+    return plain + ".resources";
+}
+
 fs::path without_extension(const fs::path& name) {
     return fs::path(name).replace_extension();
 }
@@ -127,7 +142,7 @@ std::vector<BatchFile> batch_files(const std::vector<std::string>& sources,
         }
         const fs::path target = fs::u8path(out_folder) / name;
         files.push_back({source.path, with_ending(target, ".vsq").u8string(),
-                         with_ending(target, ".resources").u8string()});
+                         (target.parent_path() / resources_name(name)).u8string()});
     }
     return files;
 }

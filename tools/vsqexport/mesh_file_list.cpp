@@ -1,9 +1,11 @@
 #include "tools/vsqexport/mesh_file_list.h"
 
-#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <set>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -19,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kFirstLine[] = "mesh files of vsqexport, version 1";
+constexpr char kFirstLine[] = "mesh files of vsqexport, version 2";
 
 std::string list_beside(const std::string& target) {
     const fs::path path = fs::u8path(target);
@@ -27,13 +29,39 @@ std::string list_beside(const std::string& target) {
     return (path.parent_path() / fs::u8path(name)).u8string();
 }
 
-// 0 unless the path is that of a sound mesh file.
-std::uint64_t size_of_mesh_file(const std::string& path) {
-    try {
-        return vsqinfo::read_qort_file(path).file_size;
-    } catch (const std::runtime_error&) {
-        return 0;
+std::string absolute(const std::string& path) {
+    return fs::absolute(vsqinfo::input_path(path)).lexically_normal().u8string();
+}
+
+// Where the plug-in writes mesh files.
+bool is_in_a_resource_folder(const std::string& path) {
+    const fs::path folder = vsqinfo::input_path(path).parent_path();
+    return folder.filename() == "3ds max" && folder.parent_path().filename() == "Animations" &&
+           path == absolute(path);
+}
+
+// What tells a mesh file from another one that has its path later. Empty unless the path is that of
+// a sound mesh file in a resource folder.
+std::string mark_of(const std::string& path) {
+    std::error_code ignored;
+    if (!is_in_a_resource_folder(path) ||
+        !fs::is_regular_file(fs::symlink_status(vsqinfo::input_path(path), ignored))) {
+        return {};
     }
+    try {
+        vsqinfo::read_qort_file(path);
+    } catch (const std::runtime_error&) {
+        return {};
+    }
+    std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a
+    std::uint64_t size = 0;
+    std::ifstream file(vsqinfo::input_path(path), std::ios::binary);
+    for (std::istreambuf_iterator<char> c(file), end; c != end; ++c, ++size) {
+        hash = (hash ^ static_cast<unsigned char>(*c)) * 0x100000001B3u;
+    }
+    const auto changed =
+        fs::last_write_time(vsqinfo::input_path(path), ignored).time_since_epoch().count();
+    return std::to_string(size) + "-" + std::to_string(hash) + "-" + std::to_string(changed);
 }
 
 }  // namespace
@@ -44,32 +72,36 @@ MeshFileList::MeshFileList(const std::string& target) : path_(list_beside(target
     if (!std::getline(list, line) || line != kFirstLine) {
         return;
     }
-    std::uint64_t size = 0;
-    while (list >> size && list.get() == ' ' && std::getline(list, line)) {
-        sizes_[line] = size;
+    std::string mark;
+    while (list >> mark && list.get() == ' ' && std::getline(list, line)) {
+        marks_[line] = mark;
     }
 }
 
 void MeshFileList::update(const std::vector<std::string>& new_files, bool clean) {
-    const std::map<std::string, std::uint64_t> earlier = std::move(sizes_);
-    sizes_.clear();
-    for (const auto& [file, size] : earlier) {
-        const bool is_new = std::find(new_files.begin(), new_files.end(), file) != new_files.end();
-        if (is_new || size_of_mesh_file(file) != size) {
+    const std::map<std::string, std::string> earlier = std::move(marks_);
+    marks_.clear();
+    std::set<std::string> now;
+    for (const std::string& file : new_files) {
+        now.insert(absolute(file));
+    }
+    for (const auto& [file, mark] : earlier) {
+        if (now.count(file) > 0 || mark_of(file) != mark) {
             continue;
         }
         if (clean) {
             vsqinfo::remove_file(file);
         } else {
-            sizes_[file] = size;
+            marks_[file] = mark;
         }
     }
-    for (const std::string& file : new_files) {
-        if (file.find('\n') == std::string::npos) {
-            sizes_[file] = size_of_mesh_file(file);
+    for (const std::string& file : now) {
+        const std::string mark = file.find('\n') == std::string::npos ? mark_of(file) : "";
+        if (!mark.empty()) {
+            marks_[file] = mark;
         }
     }
-    if (sizes_.empty()) {
+    if (marks_.empty()) {
         remove_file(path_);
         return;
     }
@@ -77,8 +109,8 @@ void MeshFileList::update(const std::vector<std::string>& new_files, bool clean)
     errno = 0;
     std::ofstream list(fs::u8path(unfinished.path()), std::ios::binary);
     list << kFirstLine << '\n';
-    for (const auto& [file, size] : sizes_) {
-        list << size << ' ' << file << '\n';
+    for (const auto& [file, mark] : marks_) {
+        list << mark << ' ' << file << '\n';
     }
     list.close();
     if (!list) {

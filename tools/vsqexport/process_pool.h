@@ -18,7 +18,13 @@ struct ProcessCall {
 };
 
 struct EndedProcess {
-    enum class How { kExited, kKilled, kTimedOut, kNotStarted } how = How::kNotStarted;
+    enum class How {
+        kExited,
+        kKilled,
+        kInterrupted,
+        kTimedOut,
+        kNotStarted
+    } how = How::kNotStarted;
     int code = 0;  ///< the exit status, the signal, or the system's error
     double seconds = 0;
 };

@@ -141,7 +141,7 @@ struct Running {
     bool timed_out = false;
 };
 
-EndedProcess ended(const Running& running, int status) {
+EndedProcess ended(const Running& running, int status, bool is_interrupted) {
     EndedProcess result;
     result.seconds = std::chrono::duration<double>(Clock::now() - running.started).count();
     if (running.timed_out) {
@@ -150,7 +150,7 @@ EndedProcess ended(const Running& running, int status) {
         result.how = EndedProcess::How::kExited;
         result.code = WEXITSTATUS(status);
     } else {
-        result.how = EndedProcess::How::kKilled;
+        result.how = is_interrupted ? EndedProcess::How::kInterrupted : EndedProcess::How::kKilled;
         result.code = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     }
     return result;
@@ -214,7 +214,7 @@ public:
             }
             const Running one = running_[i];
             running_.erase(running_.begin() + static_cast<std::ptrdiff_t>(i));
-            end_(one.index, ended(one, status));
+            end_(one.index, ended(one, status, is_interrupted()));
         }
     }
 

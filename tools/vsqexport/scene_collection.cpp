@@ -162,7 +162,12 @@ void Collection::choose_name(const std::string& scene, const std::string& path) 
         return;
     }
     const vsqinfo::FileSearch search = vsqinfo::FileSearch::beside(scene);
-    if (search.open(path)) {
+    if (const std::optional<fs::path> found = search.find(path)) {
+        // A copy could replace it before it's copied itself.
+        std::error_code ignored;
+        if (fs::equivalent(fs::absolute(*found).parent_path(), fs::u8path(folder_), ignored)) {
+            fail(path, "it is in that folder already");
+        }
         file->second = names_.distinct(plain_name(path));
     } else {
         missing_.push_back(vsqinfo::display_text(scene) + ": " + search.missing_text(path));

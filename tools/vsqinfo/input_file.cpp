@@ -8,13 +8,12 @@
 #include "tools/vsqinfo/utf8_length.h"
 
 namespace vsqinfo {
-namespace {
 
 namespace fs = std::filesystem;
 
 // A mesh file can be named after a node, whose name need not be UTF-8. Where file names are bytes,
 // the file has exactly that name; on Windows such a byte becomes the character of its number.
-fs::path path_of(const std::string& bytes) {
+fs::path input_path(const std::string& bytes) {
     if constexpr (std::is_same_v<fs::path::value_type, char>) {
         return bytes;
     }
@@ -33,10 +32,8 @@ fs::path path_of(const std::string& bytes) {
     return fs::u8path(utf8);
 }
 
-}  // namespace
-
 std::ifstream open_input_file(const std::string& path) {
-    const fs::path file = path_of(path);
+    const fs::path file = input_path(path);
     std::error_code error;
     if (fs::is_directory(file, error)) {
         throw UnreadableFile("is a folder");
@@ -50,7 +47,7 @@ std::ifstream open_input_file(const std::string& path) {
 
 void remove_file(const std::string& path) {
     std::error_code ignored;
-    fs::remove(path_of(path), ignored);
+    fs::remove(input_path(path), ignored);
 }
 
 }  // namespace vsqinfo

@@ -1,5 +1,7 @@
 #pragma once
 
-/// The arc cosine, in radians, of a number from -1 to 1. Gives the same bits as
-/// `static_cast<float>(std::acos(x))` for a double `x`, in a third of the time.
-float NarrowedArcCosine(float x);
+#include <cstddef>
+
+/// Replaces numbers from -1 to 1 by their arc cosines, in radians. Gives the same bits as
+/// `static_cast<float>(std::acos(x))` for a double `x`.
+void NarrowArcCosines(float* numbers, std::size_t count);

@@ -6,6 +6,7 @@
 #include "model/light_camera.h"
 #include "model/light_viewset.h"
 #include "plugins/3dsmax/export/light_converter.h"
+#include "plugins/3dsmax/export/motion_samples.h"
 #include "plugins/3dsmax/export/motion_track.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
@@ -97,10 +98,14 @@ void SetLens(qor::LightCamera& camera, const CameraState& state) {
 }
 
 // A camera's track holds whole matrices, one per frame. A node's track holds changes.
-std::shared_ptr<qor::Animation> SampleMotion(INode* node, const FrameTiming& timing) {
+std::shared_ptr<qor::Animation> MotionOf(INode* node, const FrameTiming& timing,
+                                         MotionSamples& motion) {
+    motion.prepare(node);
+    const Matrix3* sample = motion.of(node);
     auto track = std::make_shared<qor::FBXAnimation>(MakeMotionTrack("", timing));
     for (const TimeValue t : timing.Times()) {
-        track->add_key(timing.KeyTimestamp(t), ToSceneMatrix(node->GetNodeTM(t)));
+        track->add_key(timing.KeyTimestamp(t),
+                       ToSceneMatrix(sample != nullptr ? *sample++ : node->GetNodeTM(t)));
     }
     return track;
 }
@@ -143,7 +148,7 @@ void SceneExporter::ExportCamera(INode* node) {
     camera->set_position(0, 0, 0);
     SetLens(*camera, at_time.state);
     if (animated) {
-        camera->set_animation(SampleMotion(node, timing_));
+        camera->set_animation(MotionOf(node, timing_, *motion_));
     }
     scene_->emit(*camera);
 }

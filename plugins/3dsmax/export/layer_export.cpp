@@ -25,12 +25,20 @@ void BeginFlaggedGroup(qor::qorSceneapi_oo& scene, const std::string& name) {
 
 }  // namespace
 
-void SceneExporter::CountLayerNodes() {
-    ForEachLayer([this](ILayerProperties* layer) {
+std::vector<INode*> SceneExporter::LayerNodes() const {
+    std::vector<INode*> all;
+    ForEachLayer([&all](ILayerProperties* layer) {
         Tab<INode*> nodes;
         layer->Nodes(nodes);
-        node_count_ += static_cast<std::uint32_t>(nodes.Count());
+        for (int i = 0; i < nodes.Count(); ++i) {
+            all.push_back(nodes[i]);
+        }
     });
+    return all;
+}
+
+void SceneExporter::CountLayerNodes() {
+    node_count_ += static_cast<std::uint32_t>(LayerNodes().size());
 }
 
 // A layer's nodes are written side by side, wherever they are in the tree, so they have world

@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 
 #include "importers/sceneapi/dev/qorsceneapi_oo.h"
 #include "plugins/3dsmax/export/matrix_inverse.h"
+#include "plugins/3dsmax/export/motion_samples.h"
 #include "plugins/3dsmax/export/motion_track.h"
 #include "plugins/3dsmax/export/narrow_name.h"
 #include "plugins/3dsmax/export/scene_exporter.h"
@@ -36,12 +38,19 @@ bool SameNumbers(const qorMatrix& a, const qorMatrix& b) {
     return true;
 }
 
-// The node's matrix relative to `parent`, or to the world if `parent` is null.
-Matrix3 MatrixIn(INode* parent, const Matrix3& world_from_node, TimeValue t,
-                 const NodeNotes& notes) {
-    return parent == nullptr ? world_from_node
-                             : world_from_node * InverseOrIdentity(parent->GetNodeTM(t), notes,
-                                                                   "the matrix of its parent");
+constexpr const char* kOfParent = "the matrix of its parent";
+
+bool SameBits(const Matrix3& a, const Matrix3& b) {
+    for (int row = 0; row < 4; ++row) {
+        const Point3 of_a = a.GetRow(row);
+        const Point3 of_b = b.GetRow(row);
+        const float numbers_of_a[] = {of_a.x, of_a.y, of_a.z};
+        const float numbers_of_b[] = {of_b.x, of_b.y, of_b.z};
+        if (std::memcmp(numbers_of_a, numbers_of_b, sizeof numbers_of_a) != 0) {
+            return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace
@@ -50,7 +59,10 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
     Interval valid = FOREVER;
     const Matrix3 world_from_node = node->GetNodeTM(timing_.time, &valid);
     INode* parent = relative_to_parent ? node->GetParentNode() : nullptr;
-    const Matrix3 matrix = MatrixIn(parent, world_from_node, timing_.time, NotesOf(node));
+    const Matrix3 matrix =
+        parent == nullptr ? world_from_node
+                          : world_from_node * InverseOrIdentity(parent->GetNodeTM(timing_.time),
+                                                                NotesOf(node), kOfParent);
     scene_->transform(ToSceneMatrix(matrix));
 
     if (notes_ != nullptr && !IsFinite(matrix)) {
@@ -72,10 +84,23 @@ void SceneExporter::EmitNodeTransform(INode* node, bool relative_to_parent, bool
 void SceneExporter::EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base) {
     const Matrix3 inverse_base = InverseOrIdentity(base, NotesOf(node), "its own matrix");
     qor::FBXAnimation track = MakeMotionTrack(NarrowName(node->GetName()), timing_);
+    motion_->prepare(node);
+    const Matrix3* own = motion_->of(node);
+    const Matrix3* above = parent == nullptr ? nullptr : motion_->of(parent);
+    Matrix3 last_parent;
+    Matrix3 parent_from_world;  // many parents rest, so it is computed only when it changes
     bool moves = false;
     qorMatrix before = {};
     for (const TimeValue t : timing_.Times()) {
-        const Matrix3 local = MatrixIn(parent, node->GetNodeTM(t), t, NotesOf(node));
+        Matrix3 local = own != nullptr ? *own++ : node->GetNodeTM(t);
+        if (parent != nullptr) {
+            const Matrix3 world_from_parent = above != nullptr ? *above++ : parent->GetNodeTM(t);
+            if (t == timing_.rangeStart || !SameBits(world_from_parent, last_parent)) {
+                last_parent = world_from_parent;
+                parent_from_world = InverseOrIdentity(world_from_parent, NotesOf(node), kOfParent);
+            }
+            local = local * parent_from_world;
+        }
         const qorMatrix change = ToSceneMatrix(local * inverse_base);
         const bool is_first = t == timing_.rangeStart;
         if (is_first || !SameNumbers(change, before)) {

@@ -10,6 +10,7 @@
 #include "plugins/3dsmax/export/hair_scripts.h"
 #include "plugins/3dsmax/export/light_converter.h"
 #include "plugins/3dsmax/export/mesh_part.h"
+#include "plugins/3dsmax/export/motion_samples.h"
 #include "plugins/3dsmax/export/unit_scale.h"
 
 namespace {
@@ -43,7 +44,8 @@ SceneExporter::SceneExporter(Interface* host, INode* root_node,
       options_(std::move(options)),
       changed_nodes_(std::move(changed_nodes)),
       lights_(std::make_unique<LightConverter>(options_, host, notes)),
-      mesh_parts_(std::make_unique<MeshPartBuilder>()) {
+      mesh_parts_(std::make_unique<MeshPartBuilder>()),
+      motion_(std::make_unique<MotionSamples>()) {
     const Interval range = host->GetAnimRange();
     timing_ = {range.Start(), range.End(), host->GetTime(), GetTicksPerFrame()};
 }
@@ -105,6 +107,7 @@ void SceneExporter::ExportPass(bool adjust_camera, bool adjust_environment,
     if (options_->HairAndFur && !RunHairScript()) {
         NotesOf(nullptr).add(Note::kHairScriptFailed, "the script that makes the splines");
     }
+    PlanMotion();
     EmitModule(*scene_, adjust_camera, adjust_environment);
 
     scene_->begin_group("object");

@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "plugins/3dsmax/export/export_notes.h"
 #include "plugins/3dsmax/export/frame_timing.h"
@@ -20,6 +21,7 @@ class ConvertedObject;
 class LightConverter;
 class MaterialTable;
 class MeshPartBuilder;
+class MotionSamples;
 class SiblingNames;
 
 /// Carries out one Render, Update, Export or Export Animation command from start to end.
@@ -65,6 +67,7 @@ private:
     bool ExportNode(INode* node, bool child_content);
     void ExportCameras(INode* node);
     void CountLayerNodes();
+    std::vector<INode*> LayerNodes() const;
     void ExportLayers();
     bool ExportLayerNode(INode* node);
     void ReportProgress(INode* node);
@@ -84,6 +87,8 @@ private:
     bool NodeIsWanted(INode* node) const;
     void EmitNodeTransform(INode* node, bool relative_to_parent, bool has_content);
     void EmitTransformAnimation(INode* node, INode* parent, const Matrix3& base);
+    void PlanMotion();
+    bool MayHaveContent(INode* node, Object* object) const;
 
     // What this class notes itself. These do nothing without notes.
     NodeNotes NotesOf(INode* node) const { return {notes_, node}; }
@@ -105,6 +110,7 @@ private:
     std::set<INode*> changed_nodes_;
     std::unique_ptr<LightConverter> lights_;
     std::unique_ptr<MeshPartBuilder> mesh_parts_;  // reuses its storage for each mesh
+    std::unique_ptr<MotionSamples> motion_;
     Box3 scene_box_;  // of all meshes and shapes so far, in world space
     bool animation_ = false;
     bool update_ = false;

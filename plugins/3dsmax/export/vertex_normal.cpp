@@ -1,11 +1,19 @@
 #include "plugins/3dsmax/export/vertex_normal.h"
 
+#include <algorithm>
+
 #include "plugins/3dsmax/export/arc_cosine.h"
 
 namespace {
 
 constexpr int kEndOfChain = -1;
 constexpr int kUnused = -2;  // the first record of a chain, before it has a normal
+
+// `edge_in` leads to the corner and `edge_out` away from it, both of unit length.
+float CornerCosine(const Point3& edge_in, const Point3& edge_out) {
+    const float cosine = edge_out % edge_in;
+    return cosine < -1.0f ? -1.0f : cosine > 1.0f ? 1.0f : cosine;
+}
 
 // The sides of a face, in the order of its corners: side 0 leads from corner 0 to corner 1. Each
 // side is used by two corners, so its length is computed once.
@@ -23,11 +31,12 @@ struct FaceSides {
         }
     }
 
-    // 0 if a side at the corner has no length, so that the corner has no weight.
-    float angle(int corner) const {
+    // The cosine of the angle by which the outline turns at the corner. 1 if a side there has no
+    // length: then the angle is 0, and the corner has no weight.
+    float cosine(int corner) const {
         const int in = corner == 0 ? 2 : corner - 1;
-        return has_length[in] && has_length[corner] ? CornerAngle(direction[in], direction[corner])
-                                                    : 0.0f;
+        return has_length[in] && has_length[corner] ? CornerCosine(direction[in], direction[corner])
+                                                    : 1.0f;
     }
 
     Point3 normal;  // its length is twice the face's area
@@ -37,16 +46,6 @@ struct FaceSides {
 
 }  // namespace
 
-float CornerAngle(const Point3& edge_in, const Point3& edge_out) {
-    float cosine = edge_out % edge_in;
-    if (cosine < -1.0f) {
-        cosine = -1.0f;
-    } else if (cosine > 1.0f) {
-        cosine = 1.0f;
-    }
-    return NarrowedArcCosine(cosine);
-}
-
 void VertexNormals::compute(const CopiedMesh& copy) {
     const Mesh& mesh = copy.mesh;
     mesh_ = &mesh;
@@ -54,24 +53,29 @@ void VertexNormals::compute(const CopiedMesh& copy) {
     records_.clear();
 
     const size_t vertex_count = static_cast<size_t>(mesh.numVerts);
-    for (int f = 0; f < mesh.numFaces; ++f) {
-        const Face& face = mesh.faces[f];
-        bool smoothed[3] = {true, true, true};
-        if (spec_ != nullptr) {
+    constexpr int kBlock = 256;  // of faces, so that arc cosines are computed several at a time
+    Point3 face_normals[kBlock];
+    float angles[3 * kBlock];
+    for (int first = 0; first < mesh.numFaces; first += kBlock) {
+        const int count = std::min(kBlock, mesh.numFaces - first);
+        for (int i = 0; i < count; ++i) {
+            const FaceSides sides(mesh, mesh.faces[first + i]);
+            face_normals[i] = sides.normal;
             for (int corner = 0; corner < 3; ++corner) {
-                smoothed[corner] = explicit_normal(f, corner) == kNoExplicitNormal;
-            }
-            if (!smoothed[0] && !smoothed[1] && !smoothed[2]) {
-                continue;
+                angles[3 * i + corner] = sides.cosine(corner);
             }
         }
-        if (records_.empty()) {
-            records_.assign(vertex_count, {Point3(0.0f, 0.0f, 0.0f), 0, kUnused});
-        }
-        const FaceSides sides(mesh, face);
-        for (int corner = 0; corner < 3; ++corner) {
-            if (smoothed[corner]) {
-                add(face.v[corner], sides.normal * sides.angle(corner), face.smGroup);
+        NarrowArcCosines(angles, 3 * static_cast<size_t>(count));
+        for (int i = 0; i < count; ++i) {
+            const Face& face = mesh.faces[first + i];
+            for (int corner = 0; corner < 3; ++corner) {
+                if (spec_ != nullptr && explicit_normal(first + i, corner) != kNoExplicitNormal) {
+                    continue;
+                }
+                if (records_.empty()) {
+                    records_.assign(vertex_count, {Point3(0.0f, 0.0f, 0.0f), 0, kUnused});
+                }
+                add(face.v[corner], face_normals[i] * angles[3 * i + corner], face.smGroup);
             }
         }
     }

@@ -49,10 +49,6 @@ private:
     std::vector<VertexNormal> records_;  // one chain head per vertex, then the others
 };
 
-/// The weight of a corner's normal: the angle by which the outline of the face turns at the corner,
-/// in radians. `edge_in` leads to the corner and `edge_out` away from it, both of unit length.
-float CornerAngle(const Point3& edge_in, const Point3& edge_out);
-
 // The id of this corner's explicit normal, regardless of the face's other corners.
 inline int VertexNormals::explicit_normal(int face, int corner) const {
     const int id = face < spec_->GetNumFaces() ? spec_->GetNormalIndex(face, corner) : -1;

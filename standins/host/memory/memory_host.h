@@ -124,6 +124,18 @@ public:
 
     /// Called by nodes. Every world matrix has to be computed again.
     void transforms_changed() { ++transform_version_; }
+
+    /// A node's matrix or object is asked for at `t`. `computes` is true if it isn't known yet.
+    void note_evaluation(TimeValue t, bool computes) {
+        time_changes_ += t == evaluated_at_ ? 0u : 1u;
+        evaluated_at_ = t;
+        evaluations_ += computes ? 1u : 0u;
+    }
+    /// How often nodes were asked at another time than just before. A genuine host then evaluates
+    /// what depends on the time anew.
+    std::uint64_t time_changes() const { return time_changes_; }
+    /// How many matrices of nodes were computed.
+    std::uint64_t evaluations() const { return evaluations_; }
     std::uint64_t transform_version() const { return transform_version_; }
 
     /// How often `GetCancel` has returned true since the host was made. A caller that gets true
@@ -177,6 +189,9 @@ private:
     MemoryMenuManager menus_{actions_};
     Notifications notifications_;
     ScriptRunner scripts_;
+    TimeValue evaluated_at_ = TIME_NegInfinity;
+    std::uint64_t time_changes_ = 0;
+    std::uint64_t evaluations_ = 0;
     std::uint64_t transform_version_ = 1;  // a node that was never evaluated has 0
     View view_;
     TimeValue time_ = 0;

@@ -93,6 +93,7 @@ bool MemoryNode::knows_world_at(TimeValue t) const {
 
 // The parent's matrix must be known.
 void MemoryNode::compute_world_at(TimeValue t) {
+    host_.note_evaluation(t, true);
     Interval valid = parent_ ? parent_->world_.valid : FOREVER;
     Matrix3 matrix = local_.at(t, valid);
     if (parent_) {
@@ -102,6 +103,7 @@ void MemoryNode::compute_world_at(TimeValue t) {
 }
 
 const MemoryNode::WorldMatrix& MemoryNode::world_at(TimeValue t) {
+    host_.note_evaluation(t, false);
     if (knows_world_at(t)) {
         return world_;
     }
@@ -136,6 +138,7 @@ INode* MemoryNode::GetChildNode(int i) {
 }
 
 const ObjectState& MemoryNode::EvalWorldState(TimeValue t, BOOL) {
+    host_.note_evaluation(t, false);
     state_ = ObjectState(timed_object_ ? timed_object_->evaluate(t) : object_.get());
     return state_;
 }

@@ -22,17 +22,24 @@ FileSearch FileSearch::beside(const std::string& path) {
     return folder.empty() ? FileSearch({""}) : FileSearch({folder, ""});
 }
 
-std::optional<std::ifstream> FileSearch::open(const std::string& bytes) const {
+std::optional<std::filesystem::path> FileSearch::find(const std::string& bytes) const {
     const std::vector<std::string> folders =
         is_absolute(bytes) ? std::vector<std::string>{""} : folders_;
     for (const std::string& folder : folders) {
+        const std::string path = folder.empty() ? bytes : folder + "/" + bytes;
         try {
-            return open_input_file(folder.empty() ? bytes : folder + "/" + bytes);
+            open_input_file(path);
+            return input_path(path);
         } catch (const UnreadableFile&) {
             // The next folder may have it.
         }
     }
     return std::nullopt;
+}
+
+std::optional<std::ifstream> FileSearch::open(const std::string& bytes) const {
+    const std::optional<std::filesystem::path> path = find(bytes);
+    return path ? std::optional(std::ifstream(*path, std::ios::binary)) : std::nullopt;
 }
 
 std::string FileSearch::missing_text(const std::string& bytes) const {

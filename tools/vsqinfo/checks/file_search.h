@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string>
@@ -19,6 +20,9 @@ public:
 
     /// Opens the file that a scene names by those bytes; nothing if there is none.
     std::optional<std::ifstream> open(const std::string& bytes) const;
+
+    /// The path of what `open` opens; nothing if there is none.
+    std::optional<std::filesystem::path> find(const std::string& bytes) const;
 
     /// Why `open` gave nothing, in one line: the path, and the folders that were searched.
     std::string missing_text(const std::string& bytes) const;
