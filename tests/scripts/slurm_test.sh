@@ -123,7 +123,7 @@ done
 
 # The command of the document, as it stands there.
 command=$(sed -n 's#^    \(scripts/slurm/submit .*\)#\1#p' "$project/docs/render-farm.md")
-mill=$project/build/farm/mill
+mill=$project/build/pieces/mill
 rm -rf "$mill"*
 (cd "$project" && VSQ_DRAW="${small[*]}" SBATCH_OPTIONS=--wait bash -c "$command") ||
     fail "failed: $command"
