@@ -6,6 +6,7 @@ dies, hangs or answers nonsense. BIN is the folder of the programs."""
 import os
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -184,6 +185,16 @@ LINK_FAULTS = [(f"{kind}-after={sent}", LOOKS if sent < 64 else 3 * LINK_LIMIT)
                for kind in ("die", "hang", "nonsense") for sent in (0, 64, 500, 5000, 15000)]
 
 
+def end_renderers_of(run):
+    """A command that finds no answer starts a renderer of its own, which outlives it."""
+    for process in Path("/proc").glob("[0-9]*"):
+        try:
+            if str(run.folder).encode() in (process / "environ").read_bytes():
+                os.kill(int(process.name), signal.SIGKILL)
+        except OSError:
+            continue  # it has ended, or belongs to somebody else
+
+
 def link_faults_of(fault, limit):
     """What is wrong with how a render took a renderer with that fault. One that answers nonsense may
     have received the whole scene."""
@@ -214,7 +225,7 @@ def link_faults_of(fault, limit):
         if seconds > limit + LIMIT:
             found.append(f"took {seconds:.1f} s")
     finally:
-        renderer.kill()
+        end_renderers_of(run)
         renderer.wait()
         run.close()
     return found
