@@ -56,7 +56,8 @@ void MotionSamples::sample(std::size_t batch) {
     const auto move_to_places = [&](std::size_t end) {
         const std::size_t count = (end - 1) % kFramesAtATime + 1;
         for (std::size_t i = 0; i < nodes.size(); ++i) {
-            std::copy_n(&taken[i * kFramesAtATime], count, &matrices_[i * frames_ + end - count]);
+            std::copy_n(taken.data() + i * kFramesAtATime, count,
+                        matrices_.data() + i * frames_ + end - count);
         }
     };
     std::size_t frame = 0;
@@ -75,5 +76,6 @@ void MotionSamples::sample(std::size_t batch) {
 
 const Matrix3* MotionSamples::of(INode* node) const {
     const auto place = places_.find(node);
-    return place == places_.end() ? nullptr : &matrices_[place->second];
+    // There can be no frames, and then no matrices to point at.
+    return place == places_.end() ? nullptr : matrices_.data() + place->second;
 }
