@@ -15,7 +15,9 @@ if(MSVC)
     target_compile_definitions(vsq_warnings INTERFACE _CRT_SECURE_NO_WARNINGS)
 else()
     target_compile_options(vsq_warnings INTERFACE
-        -Wall -Wextra -Wpedantic -Wshadow -Werror -ffp-contract=off)
+        -Wall -Wextra -Wpedantic -Wshadow -Werror -ffp-contract=off
+        # Log statements name their source files; a package must not tell where it was built.
+        -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
 endif()
 if(WIN32)
     target_compile_definitions(vsq_warnings INTERFACE UNICODE _UNICODE NOMINMAX)

@@ -22,7 +22,12 @@ done
 for program in deb/usr/lib/vsqexport/{vsqexport,VSQExportR2023.dle}; do
     [[ $(objdump -p "$program" | awk '$1 ~ /R(UN)?PATH/ { print $2 }') == "\$ORIGIN" ]] || fail "$program: its library path"
 done
-grep -rlF "${2%/build/*}" deb tar && fail 'these files know the folder of the build'
+checkout=${2%/build/*}
+known=(-e "$checkout/build/")
+for folder in platform importers model plugins standins tools; do
+    known+=(-e "$checkout/$folder/")
+done
+grep -rlF "${known[@]}" deb tar && fail 'these files know the folder of the build'
 
 # work PREFIX USER: what a user does. Prints what went wrong.
 work() {
