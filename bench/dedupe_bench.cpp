@@ -28,7 +28,7 @@ struct Corners {
             for (int corner = 0; corner < 3; ++corner) {
                 const UVVert& uv = coordinates[faces[f].t[corner]];
                 host_vertices.push_back(mesh.faces[f].v[corner]);
-                keys.push_back({normals.lookup(f, corner), uv.x, uv.y});
+                keys.push_back({normals.normal(f, corner, normals.record(f, corner)), uv.x, uv.y});
                 places.push_back(mesh.verts[mesh.faces[f].v[corner]]);
             }
         }
@@ -52,16 +52,12 @@ void find_by_host_vertex(benchmark::State& state, Shading shading) {
     VertexKeyTable table;
     for (auto _ : state) {
         const size_t vertices = static_cast<size_t>(corners.mesh.numVerts);
-        table.begin(vertices, count, vertices, true);
+        table.begin(corners.mesh, Matrix3(), count, vertices, true);
         std::vector<int> indices(count);
         for (size_t i = 0; i < count; ++i) {
             indices[i] = table.find_or_add(corners.host_vertices[i], corners.keys[i]);
         }
-        std::vector<Point3> places;
-        places.reserve(table.host_vertices().size());
-        for (const DWORD host_vertex : table.host_vertices()) {
-            places.push_back(corners.mesh.verts[host_vertex]);
-        }
+        const std::vector<float> places = table.take_positions();
         benchmark::DoNotOptimize(indices.data());
         benchmark::DoNotOptimize(places.data());
     }

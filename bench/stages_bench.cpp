@@ -43,7 +43,7 @@ void compute_normals(benchmark::State& state) {
     for (auto _ : state) {
         VertexNormals normals;
         normals.compute(prepared().copy);
-        benchmark::DoNotOptimize(normals.lookup(0, 0));
+        benchmark::DoNotOptimize(normals.record(0, 0));
     }
 }
 

@@ -33,6 +33,7 @@ void MeshPartBuilder::begin(const CopiedMesh& copy, const MaterialTable& table) 
     mesh_ = &copy.mesh;
     table_ = &table;
     normals_.compute(copy);
+    earlier_vertices_ = 0;
     sort_faces();
 }
 
@@ -86,7 +87,7 @@ bool MeshPartBuilder::build(int part, const Matrix3& node_from_object,
                             qor::TriangleObject& object) {
     Coordinates coordinates;
     const bool coordinates_are_sound = choose_coordinates(part, coordinates);
-    std::vector<int> triangles = find_vertices(part, coordinates);
+    std::vector<int> triangles = find_vertices(part, node_from_object, coordinates);
     object.set_arrays(std::exchange(storage_, {}));
     object.set_triangles(std::move(triangles));
     fill_arrays(node_from_object, object);
@@ -96,7 +97,8 @@ bool MeshPartBuilder::build(int part, const Matrix3& node_from_object,
 void MeshPartBuilder::keep_storage_of(qor::TriangleObject& object) {
     storage_ = object.take_arrays();
     storage_.clear();
-    keys_.keep_storage(std::move(storage_.normals), std::move(storage_.uv_tex));
+    keys_.keep_storage(std::move(storage_.vertices), std::move(storage_.normals),
+                       std::move(storage_.uv_tex));
 }
 
 // False if an index of a texture coordinate is out of range.
@@ -125,11 +127,12 @@ bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) con
 }
 
 // Finds or adds the output vertex of each corner, and returns their numbers.
-std::vector<int> MeshPartBuilder::find_vertices(int part, const Coordinates& coordinates) {
+std::vector<int> MeshPartBuilder::find_vertices(int part, const Matrix3& node_from_object,
+                                                const Coordinates& coordinates) {
     const FaceRange faces = faces_of(part);
     const size_t corners = 3 * (faces.end - faces.begin);
     const size_t vertices = static_cast<size_t>(mesh_->numVerts);
-    keys_.begin(vertices, corners, std::max(vertices, normals_.count()),
+    keys_.begin(*mesh_, node_from_object, corners, std::max(vertices, normals_.count()),
                 coordinates.verts != nullptr);
 
     std::vector<int> triangles = std::move(storage_.triangles);
@@ -138,25 +141,33 @@ std::vector<int> MeshPartBuilder::find_vertices(int part, const Coordinates& coo
     for_each_face(part, [this, &coordinates, &next](int f) {
         const Face& face = mesh_->faces[f];
         for (int corner = 0; corner < 3; ++corner) {
-            VertexKey key = {normals_.lookup(f, corner), 0.0f, 0.0f};
+            const DWORD place = coordinates.verts == nullptr ? 0 : coordinates.faces[f].t[corner];
+            VertexNormal* const record = normals_.record(f, corner);
+            if (record != nullptr && record->output_vertex >= earlier_vertices_ &&
+                record->place == place) {
+                *next++ = record->output_vertex - earlier_vertices_;
+                continue;
+            }
+            VertexKey key = {normals_.normal(f, corner, record), 0.0f, 0.0f};
             if (coordinates.verts != nullptr) {
-                const UVVert& place = coordinates.verts[coordinates.faces[f].t[corner]];
-                const Point3 moved = place * coordinates.transform;
+                const Point3 moved = coordinates.verts[place] * coordinates.transform;
                 key.u = moved.x;
                 key.v = moved.y;
             }
-            *next++ = keys_.find_or_add(face.v[corner], key);
+            const int number = keys_.find_or_add(face.v[corner], key);
+            if (record != nullptr) {
+                record->output_vertex = earlier_vertices_ + number;
+                record->place = place;
+            }
+            *next++ = number;
         }
     });
+    earlier_vertices_ += static_cast<int>(keys_.count());
     return triangles;
 }
 
 void MeshPartBuilder::fill_arrays(const Matrix3& node_from_object, qor::TriangleObject& object) {
-    object.reserve_vertices(keys_.host_vertices().size());
-    for (const DWORD host_vertex : keys_.host_vertices()) {
-        const Point3 position = mesh_->verts[host_vertex] * node_from_object;
-        object.add_vertex(position.x, position.y, position.z);
-    }
+    object.set_vertices(keys_.take_positions());
     object.set_uv_tex(keys_.take_coordinates());
 
     std::vector<float> normals = keys_.take_normals();

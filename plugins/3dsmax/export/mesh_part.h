@@ -77,12 +77,14 @@ private:
     template <typename Visit>
     void for_each_face(int part, Visit visit) const;
     bool choose_coordinates(int part, Coordinates& coordinates) const;
-    std::vector<int> find_vertices(int part, const Coordinates& coordinates);
+    std::vector<int> find_vertices(int part, const Matrix3& node_from_object,
+                                   const Coordinates& coordinates);
     void fill_arrays(const Matrix3& node_from_object, qor::TriangleObject& object);
 
     const Mesh* mesh_ = nullptr;
     const MaterialTable* table_ = nullptr;
     VertexNormals normals_;
+    int earlier_vertices_ = 0;  // output vertices of the mesh's parts before the current one
     VertexKeyTable keys_;
     qor::TriangleArrays storage_;        // empty arrays of the last object
     std::vector<int> faces_by_part_;     // face numbers by part, if there are several

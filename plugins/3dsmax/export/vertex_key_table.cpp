@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -161,13 +162,18 @@ bool needs_open_places(const VertexKey& key) {
 
 }  // namespace
 
-void VertexKeyTable::begin(size_t host_vertices, size_t corners, size_t expected,
-                           bool has_coordinates) {
-    // Only the host vertices of the last part need a reset.
-    for (const DWORD host_vertex : host_vertices_) {
-        heads_[host_vertex] = kNone;
+void VertexKeyTable::begin(const Mesh& mesh, const Matrix3& transform, size_t corners,
+                           size_t expected, bool has_coordinates) {
+    base_ += static_cast<int>(count_);
+    if (corners > static_cast<size_t>(std::numeric_limits<int>::max() - base_)) {
+        std::fill(heads_.begin(), heads_.end(), kNone);
+        base_ = 0;
     }
-    host_vertices_.clear();
+    count_ = 0;
+    mesh_ = &mesh;
+    transform_ = transform;
+    const size_t host_vertices = static_cast<size_t>(mesh.numVerts);
+    positions_.clear();
     next_.clear();
     normals_.clear();
     coordinates_.clear();
@@ -181,7 +187,7 @@ void VertexKeyTable::begin(size_t host_vertices, size_t corners, size_t expected
 }
 
 void VertexKeyTable::make_room(size_t vertices) {
-    host_vertices_.reserve(vertices);
+    positions_.reserve(3 * vertices);
     next_.reserve(vertices);
     normals_.reserve(3 * vertices);
     if (has_coordinates_) {
@@ -190,7 +196,41 @@ void VertexKeyTable::make_room(size_t vertices) {
     room_ = vertices;
 }
 
-void VertexKeyTable::keep_storage(std::vector<float> normals, std::vector<float> coordinates) {
+// Lengthens the arrays by so little that the new elements stay in the processor's cache until they
+// are written.
+void VertexKeyTable::extend() {
+    constexpr size_t kStep = 1024;
+    if (count_ == room_) {
+        // Not more than twice what is used: some systems count memory that was asked for.
+        make_room(std::min(corners_, 2 * room_ + 1));
+    }
+    const size_t length = std::min(room_, count_ + kStep);
+    positions_.resize(3 * length);
+    next_.resize(length);
+    normals_.resize(3 * length);
+    if (has_coordinates_) {
+        coordinates_.resize(2 * length);
+    }
+}
+
+std::vector<float> VertexKeyTable::take_positions() {
+    positions_.resize(3 * count_);
+    return std::move(positions_);
+}
+
+std::vector<float> VertexKeyTable::take_normals() {
+    normals_.resize(3 * count_);
+    return std::move(normals_);
+}
+
+std::vector<float> VertexKeyTable::take_coordinates() {
+    coordinates_.resize(has_coordinates_ ? 2 * count_ : 0);
+    return std::move(coordinates_);
+}
+
+void VertexKeyTable::keep_storage(std::vector<float> positions, std::vector<float> normals,
+                                  std::vector<float> coordinates) {
+    positions_ = std::move(positions);
     normals_ = std::move(normals);
     coordinates_ = std::move(coordinates);
 }

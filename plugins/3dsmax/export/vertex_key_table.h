@@ -35,21 +35,25 @@ public:
     /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices.
     /// `expected` is how many output vertices there will probably be. Without texture coordinates
     /// only the normals are compared.
-    void begin(size_t host_vertices, size_t corners, size_t expected, bool has_coordinates);
+    void begin(const Mesh& mesh, const Matrix3& transform, size_t corners, size_t expected,
+               bool has_coordinates);
 
     /// The number of the output vertex with that key, which is added if there is none yet.
     int find_or_add(DWORD host_vertex, const VertexKey& key);
 
-    /// The host vertex of each output vertex.
-    const std::vector<DWORD>& host_vertices() const { return host_vertices_; }
+    /// How many output vertices there are.
+    size_t count() const { return count_; }
 
     /// Three floats per vertex. Taking an array ends the part.
-    std::vector<float> take_normals() { return std::move(normals_); }
+    std::vector<float> take_positions();
+    /// Three floats per vertex.
+    std::vector<float> take_normals();
     /// Two floats per vertex, or none without texture coordinates.
-    std::vector<float> take_coordinates() { return std::move(coordinates_); }
+    std::vector<float> take_coordinates();
 
     /// Gives back arrays that were taken, to reuse their memory.
-    void keep_storage(std::vector<float> normals, std::vector<float> coordinates);
+    void keep_storage(std::vector<float> positions, std::vector<float> normals,
+                      std::vector<float> coordinates);
 
 private:
     static constexpr int kNone = -1;
@@ -72,18 +76,26 @@ private:
     bool matches(int found, const VertexKey& wanted) const;
     int add(DWORD host_vertex, const VertexKey& key);
     void make_room(size_t vertices);
+    void extend();
     int find_or_add_in_crowd(DWORD host_vertex, const VertexKey& key);
     int find_in_crowd(Crowd& crowd, const VertexKey& key) const;
     void list_in_open_places(Crowd& crowd, int number) const;
     VertexKey key_of(int number) const;
     int first_match(const std::vector<int>& candidates, const VertexKey& key, int best) const;
 
-    std::vector<int> heads_;  // the first vertex of each host vertex, or kNone
-    std::vector<DWORD> host_vertices_;
+    const Mesh* mesh_ = nullptr;
+    Matrix3 transform_;
+    // The first vertex of each host vertex, plus `base_`. Numbers below `base_` are of earlier
+    // parts, so a small part of a large mesh needn't reset them.
+    std::vector<int> heads_;
+    int base_ = 0;
+    // These arrays are a little longer than `count_`, so that an added vertex is just written.
+    std::vector<float> positions_;
     std::vector<int> next_;  // the next vertex of the same host vertex, or kNone
     std::vector<float> normals_;
     std::vector<float> coordinates_;
     std::unordered_map<DWORD, Crowd> crowds_;
+    size_t count_ = 0;
     size_t room_ = 0;  // vertices that the arrays are reserved for
     size_t corners_ = 0;
     bool has_coordinates_ = false;
@@ -92,7 +104,9 @@ private:
 inline int VertexKeyTable::find_or_add(DWORD host_vertex, const VertexKey& key) {
     int length = 0;
     int last = kNone;
-    for (int i = heads_[host_vertex]; i != kNone; i = next_[static_cast<size_t>(i)]) {
+    const int head = heads_[host_vertex];
+    for (int i = head < base_ ? kNone : head - base_; i != kNone;
+         i = next_[static_cast<size_t>(i)]) {
         if (matches(i, key)) {
             return i;
         }
@@ -104,7 +118,7 @@ inline int VertexKeyTable::find_or_add(DWORD host_vertex, const VertexKey& key) 
     }
     const int number = add(host_vertex, key);
     if (last == kNone) {
-        heads_[host_vertex] = number;
+        heads_[host_vertex] = base_ + number;
     } else {
         next_[static_cast<size_t>(last)] = number;
     }
@@ -127,19 +141,23 @@ inline bool VertexKeyTable::matches(int found, const VertexKey& wanted) const {
 }
 
 inline int VertexKeyTable::add(DWORD host_vertex, const VertexKey& key) {
-    if (host_vertices_.size() == room_) {
-        // Not more than twice what is used: some systems count memory that was asked for.
-        make_room(std::min(corners_, 2 * room_));
+    if (count_ == next_.size()) {
+        extend();
     }
-    const int number = static_cast<int>(host_vertices_.size());
-    host_vertices_.push_back(host_vertex);
-    next_.push_back(kNone);
-    normals_.push_back(key.normal.x);
-    normals_.push_back(key.normal.y);
-    normals_.push_back(key.normal.z);
+    const size_t number = count_++;
+    next_[number] = kNone;
+    const Point3 place = mesh_->verts[host_vertex] * transform_;
+    float* const position = &positions_[3 * number];
+    position[0] = place.x;
+    position[1] = place.y;
+    position[2] = place.z;
+    float* const normal = &normals_[3 * number];
+    normal[0] = key.normal.x;
+    normal[1] = key.normal.y;
+    normal[2] = key.normal.z;
     if (has_coordinates_) {
-        coordinates_.push_back(key.u);
-        coordinates_.push_back(key.v);
+        coordinates_[2 * number] = key.u;
+        coordinates_[2 * number + 1] = key.v;
     }
-    return number;
+    return static_cast<int>(number);
 }

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int kEndOfChain = -1;
-constexpr int kUnused = -2;  // the first record of a chain, before it has a normal
+// The first record of a chain is followed by this one as long as it has no normal.
+VertexNormal unused = {Point3(0.0f, 0.0f, 0.0f), 0, nullptr, VertexNormal::kRaw, 0};
 
 // `edge_in` leads to the corner and `edge_out` away from it, both of unit length.
 float CornerCosine(const Point3& edge_in, const Point3& edge_out) {
@@ -50,12 +50,16 @@ void VertexNormals::compute(const CopiedMesh& copy) {
     const Mesh& mesh = copy.mesh;
     mesh_ = &mesh;
     spec_ = copy.specified_normals;
-    records_.clear();
+    heads_.clear();
+    other_count_ = 0;
+    may_share_groups_ = false;
 
     const size_t vertex_count = static_cast<size_t>(mesh.numVerts);
     constexpr int kBlock = 256;  // of faces, so that arc cosines are computed several at a time
-    Point3 face_normals[kBlock];
-    float angles[3 * kBlock];
+    face_normals_.resize(kBlock);
+    angles_.resize(3 * kBlock);
+    Point3* const face_normals = face_normals_.data();
+    float* const angles = angles_.data();
     for (int first = 0; first < mesh.numFaces; first += kBlock) {
         const int count = std::min(kBlock, mesh.numFaces - first);
         for (int i = 0; i < count; ++i) {
@@ -72,97 +76,96 @@ void VertexNormals::compute(const CopiedMesh& copy) {
                 if (spec_ != nullptr && explicit_normal(first + i, corner) != kNoExplicitNormal) {
                     continue;
                 }
-                if (records_.empty()) {
-                    records_.assign(vertex_count, {Point3(0.0f, 0.0f, 0.0f), 0, kUnused});
+                if (heads_.empty()) {
+                    heads_.assign(vertex_count, {Point3(0.0f, 0.0f, 0.0f), 0, &unused, VertexNormal::kRaw, 0});
                 }
                 add(face.v[corner], face_normals[i] * angles[3 * i + corner], face.smGroup);
             }
         }
     }
 
-    const size_t head_count = records_.empty() ? 0 : vertex_count;
-    for (size_t i = 0; i < head_count; ++i) {
-        finish(static_cast<int>(i));
+    if (may_share_groups_) {
+        for (VertexNormal& head : heads_) {
+            merge_chain(head);
+        }
     }
 }
 
 void VertexNormals::add(DWORD vertex, const Point3& weighted_normal, DWORD groups) {
-    VertexNormal& head = records_[vertex];
-    if (head.next == kUnused) {
+    VertexNormal& head = heads_[vertex];
+    if (head.next == &unused) {
         head.normal += weighted_normal;
         head.smoothing = groups;
-        head.next = kEndOfChain;
+        head.next = nullptr;
         return;
     }
     if (groups == 0) {
-        add_without_groups(vertex, weighted_normal);
+        add_without_groups(head, weighted_normal);
         return;
     }
     // The chain is short, since each record in it has a group that the records before it lacked.
-    for (int i = static_cast<int>(vertex);;) {
-        VertexNormal& record = records_[static_cast<size_t>(i)];
-        if ((record.smoothing & groups) != 0) {
-            record.normal += weighted_normal;
-            record.smoothing |= groups;
+    VertexNormal* record = &head;
+    while ((record->smoothing & groups) == 0) {
+        if (record->next == nullptr) {
+            record->next = new_record(weighted_normal, groups);
             return;
         }
-        if (record.next == kEndOfChain) {
-            append(i, weighted_normal, groups);
-            return;
-        }
-        i = record.next;
+        record = record->next;
     }
+    record->normal += weighted_normal;
+    may_share_groups_ |= (groups & ~record->smoothing) != 0;
+    record->smoothing |= groups;
 }
 
 // A face without groups needs a record of its own at the end of the chain. Of these records after
 // the head, `lookup` can reach only the last, so a new one replaces the one before it. Otherwise a
 // vertex shared by very many such faces would have an equally long chain.
-void VertexNormals::add_without_groups(DWORD vertex, const Point3& weighted_normal) {
-    int before = static_cast<int>(vertex);
-    while (true) {
-        const int next = records_[static_cast<size_t>(before)].next;
-        if (next == kEndOfChain) {
-            append(before, weighted_normal, 0);
-            return;
-        }
-        VertexNormal& record = records_[static_cast<size_t>(next)];
-        if (record.smoothing == 0) {
-            // Move the record to the end.
-            int last = next;
-            while (records_[static_cast<size_t>(last)].next != kEndOfChain) {
-                last = records_[static_cast<size_t>(last)].next;
-            }
-            if (last != next) {
-                records_[static_cast<size_t>(before)].next = record.next;
-                records_[static_cast<size_t>(last)].next = next;
-                record.next = kEndOfChain;
-            }
-            record.normal = weighted_normal;
-            return;
-        }
-        before = next;
+void VertexNormals::add_without_groups(VertexNormal& head, const Point3& weighted_normal) {
+    VertexNormal** link = &head.next;
+    while (*link != nullptr && (*link)->smoothing != 0) {
+        link = &(*link)->next;
     }
+    VertexNormal* const record = *link;
+    if (record == nullptr) {
+        *link = new_record(weighted_normal, 0);
+        return;
+    }
+    // Move the record to the end.
+    *link = record->next;
+    while (*link != nullptr) {
+        link = &(*link)->next;
+    }
+    *link = record;
+    record->next = nullptr;
+    record->normal = weighted_normal;
 }
 
-void VertexNormals::append(int last, const Point3& normal, DWORD groups) {
-    records_[static_cast<size_t>(last)].next = static_cast<int>(records_.size());
-    records_.push_back({normal, groups, kEndOfChain});
+VertexNormal* VertexNormals::new_record(const Point3& normal, DWORD groups) {
+    if (other_count_ == kChunk * other_chunks_.size()) {
+        other_chunks_.emplace_back(new VertexNormal[kChunk]);
+    }
+    VertexNormal& record = other_chunks_[other_count_ / kChunk][other_count_ % kChunk];
+    ++other_count_;
+    record.normal = normal;
+    record.smoothing = groups;
+    record.next = nullptr;
+    record.output_vertex = VertexNormal::kRaw;
+    return &record;
 }
 
-// Merges each record with later ones that share a group with it. Two groups can have been joined
-// after each already had a record.
-void VertexNormals::finish(int head) {
-    for (int i = head; i >= 0; i = records_[static_cast<size_t>(i)].next) {
-        VertexNormal& record = records_[static_cast<size_t>(i)];
-        for (int* link = &record.next; *link >= 0;) {
-            VertexNormal& other = records_[static_cast<size_t>(*link)];
-            if ((record.smoothing & other.smoothing) != 0) {
-                record.normal += other.normal;
+// Merges each record of a vertex with later ones that share a group with it. Two groups can have
+// been joined after each already had a record.
+void VertexNormals::merge_chain(VertexNormal& head) {
+    for (VertexNormal* record = &head; record != nullptr; record = record->next) {
+        VertexNormal** link = &record->next;
+        while (*link != nullptr) {
+            const VertexNormal& other = **link;
+            if ((record->smoothing & other.smoothing) != 0) {
+                record->normal += other.normal;
                 *link = other.next;
             } else {
-                link = &other.next;
+                link = &(*link)->next;
             }
         }
-        record.normal = Normalize(record.normal);
     }
 }

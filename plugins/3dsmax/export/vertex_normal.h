@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "plugins/3dsmax/export/copied_mesh.h"
@@ -7,9 +8,18 @@
 /// The normal for those corners of a vertex that share a smoothing group. The records of a vertex
 /// form a chain.
 struct VertexNormal {
-    Point3 normal;    ///< a weighted sum of face normals, normalised at the end
-    DWORD smoothing;  ///< the union of the groups that went into it
-    int next;         ///< the next record of the vertex, or negative
+    Point3 normal;       ///< a weighted sum of face normals; normalised when it is first used
+    DWORD smoothing;     ///< the union of the groups that went into it
+    VertexNormal* next;  ///< the next record of the vertex, or null
+
+    /// What is known about the last corner that used the normal: the number of its output vertex,
+    /// and the index of its texture coordinates. `kRaw` means that no corner has used it yet, and
+    /// `kUnknown` that its output vertex isn't known.
+    int output_vertex;
+    DWORD place;
+
+    static constexpr int kRaw = -2;
+    static constexpr int kUnknown = -1;
 };
 
 /// The normals of a mesh, computed from its smoothing groups. A corner with an explicit normal in
@@ -30,23 +40,34 @@ public:
     void compute(const CopiedMesh& copy);
 
     /// How many different normals the corners of all vertices have at least, without explicit ones.
-    size_t count() const { return records_.size(); }
+    size_t count() const { return heads_.size() + other_count_; }
 
-    /// The normal of a face's corner, in the mesh's space.
-    Point3 lookup(int face, int corner) const;
+    /// The record for a face's corner, or null if the corner has an explicit normal.
+    VertexNormal* record(int face, int corner);
+
+    /// The normal of a face's corner, in the mesh's space. `record` is the one for it.
+    Point3 normal(int face, int corner, VertexNormal* record);
 
 private:
     static constexpr int kNoExplicitNormal = -1;
+    static constexpr size_t kChunk = 1024;  // records
 
     void add(DWORD vertex, const Point3& weighted_normal, DWORD groups);
-    void add_without_groups(DWORD vertex, const Point3& weighted_normal);
-    void append(int last, const Point3& normal, DWORD groups);
-    void finish(int head);
+    void add_without_groups(VertexNormal& head, const Point3& weighted_normal);
+    VertexNormal* new_record(const Point3& normal, DWORD groups);
+    void merge_chain(VertexNormal& head);
     int explicit_normal(int face, int corner) const;
+    int explicit_normal_of_vertex(int face, int corner) const;
 
     const Mesh* mesh_ = nullptr;
     MeshNormalSpec* spec_ = nullptr;
-    std::vector<VertexNormal> records_;  // one chain head per vertex, then the others
+    std::vector<VertexNormal> heads_;  // one per vertex, or none if all normals are explicit
+    // All other records, in chunks of one size: they stay where they are as their number grows.
+    std::vector<std::unique_ptr<VertexNormal[]>> other_chunks_;
+    size_t other_count_ = 0;
+    std::vector<Point3> face_normals_;  // of a block of faces
+    std::vector<float> angles_;         // at their corners
+    bool may_share_groups_ = false;     // whether two records of a vertex may share a group
 };
 
 // The id of this corner's explicit normal, regardless of the face's other corners.
@@ -56,24 +77,38 @@ inline int VertexNormals::explicit_normal(int face, int corner) const {
     return counts ? id : kNoExplicitNormal;
 }
 
-inline Point3 VertexNormals::lookup(int face, int corner) const {
-    const Face& corners = mesh_->faces[face];
-    const DWORD vertex = corners.v[corner];
-    if (spec_ != nullptr) {
-        // Explicit normals belong to a face and a vertex: if two corners share a vertex, the later
-        // one counts.
-        for (int i = 2; i >= 0; --i) {
-            if (corners.v[i] == vertex) {
-                const int id = explicit_normal(face, i);
-                if (id != kNoExplicitNormal) {
-                    return spec_->Normal(id);
-                }
-            }
+// Explicit normals belong to a face and a vertex: if two corners share a vertex, the later one
+// counts.
+inline int VertexNormals::explicit_normal_of_vertex(int face, int corner) const {
+    const DWORD* const vertices = mesh_->faces[face].v;
+    int id = kNoExplicitNormal;
+    for (int i = 2; i >= 0 && id == kNoExplicitNormal; --i) {
+        if (vertices[i] == vertices[corner]) {
+            id = explicit_normal(face, i);
         }
     }
-    const VertexNormal* record = &records_[vertex];
-    while ((record->smoothing & corners.smGroup) == 0 && record->next >= 0) {
-        record = &records_[static_cast<size_t>(record->next)];
+    return id;
+}
+
+inline VertexNormal* VertexNormals::record(int face, int corner) {
+    if (spec_ != nullptr && explicit_normal_of_vertex(face, corner) != kNoExplicitNormal) {
+        return nullptr;
+    }
+    const Face& corners = mesh_->faces[face];
+    VertexNormal* record = &heads_[corners.v[corner]];
+    while ((record->smoothing & corners.smGroup) == 0 && record->next != nullptr) {
+        record = record->next;
+    }
+    return record;
+}
+
+inline Point3 VertexNormals::normal(int face, int corner, VertexNormal* record) {
+    if (record == nullptr) {
+        return spec_->Normal(explicit_normal_of_vertex(face, corner));
+    }
+    if (record->output_vertex == VertexNormal::kRaw) {
+        record->normal = Normalize(record->normal);
+        record->output_vertex = VertexNormal::kUnknown;
     }
     return record->normal;
 }
