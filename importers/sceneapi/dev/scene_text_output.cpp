@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 
 #include "importers/sceneapi/dev/shader_buffer.h"
 
@@ -13,10 +12,23 @@ constexpr size_t kLineBufferSize = 0x100000;
 // Larger blocks of bytes are written to the stream without buffering.
 constexpr size_t kGatheredBytes = 0x10000;
 
+struct PlainLetters {
+    bool is_plain[256];  // by byte
+};
+
+constexpr PlainLetters find_plain_letters() {
+    PlainLetters letters{};
+    for (int i = 0; i < 0x80; ++i) {
+        letters.is_plain[i] = i != '"' && i != '\r' && i != '\n';
+    }
+    return letters;
+}
+
+constexpr PlainLetters kLetters = find_plain_letters();
+
 bool can_stand_in_quotes(std::string_view name) {
-    return std::none_of(name.begin(), name.end(), [](char letter) {
-        return letter == '"' || letter == '\r' || letter == '\n' ||
-               static_cast<unsigned char>(letter) >= 0x80;
+    return std::all_of(name.begin(), name.end(), [](char letter) {
+        return kLetters.is_plain[static_cast<unsigned char>(letter)];
     });
 }
 
@@ -59,10 +71,6 @@ void SceneTextOutput::write_indented(std::initializer_list<std::string_view> par
     }
 }
 
-void SceneTextOutput::write_raw(std::string_view text) {
-    append_text(text);
-}
-
 void SceneTextOutput::write_bytes(const void* bytes, size_t size) {
     if (target_ != nullptr) {
         target_->append_bytes(bytes, size);
@@ -77,7 +85,13 @@ void SceneTextOutput::write_bytes(const void* bytes, size_t size) {
 void SceneTextOutput::write_quoted_name(const char* name) {
     const std::string_view text = text_or_empty(name);
     if (can_stand_in_quotes(text)) {
-        write_indented({"\"", text, "\""});
+        if (indented_ || text.size() > kLongestText - 2) {
+            write_indented({"\"", text, "\""});
+            return;
+        }
+        append_text("\"");
+        append_text(text);
+        append_text("\"");
     } else {
         append_hexadecimal('x', reinterpret_cast<const unsigned char*>(text.data()), text.size());
     }
@@ -108,23 +122,18 @@ void SceneTextOutput::flush() {
     gathered_ = 0;
 }
 
-void SceneTextOutput::append_text(std::string_view text) {
+// To a shader, or to a buffer that is too full.
+void SceneTextOutput::append_elsewhere(std::string_view text) {
     if (target_ != nullptr) {
         target_->append_text(text);
         return;
     }
-    if (stream_ == nullptr) {
-        return;
+    flush();
+    if (text.size() > line_buffer_.size()) {
+        send(text.data(), text.size());
+    } else {
+        append_text(text);
     }
-    if (text.size() > line_buffer_.size() - gathered_) {
-        flush();
-        if (text.size() > line_buffer_.size()) {
-            send(text.data(), text.size());
-            return;
-        }
-    }
-    std::memcpy(line_buffer_.data() + gathered_, text.data(), text.size());
-    gathered_ += text.size();
 }
 
 void SceneTextOutput::append_hexadecimal(char mark, const unsigned char* data, size_t size) {

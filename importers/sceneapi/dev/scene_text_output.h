@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <initializer_list>
 #include <string_view>
 #include <vector>
@@ -38,10 +39,16 @@ public:
     /// Writes the joined parts at the start of a line. Indentation is added at the beginning and
     /// after each line feed that is followed by more text.
     void write_indented(std::initializer_list<std::string_view> parts);
-    void write_indented(std::string_view text) { write_indented({text}); }
+    void write_indented(std::string_view text) {
+        if (indented_) {
+            write_indented({text});
+        } else {
+            append_text(text.substr(0, kLongestText));
+        }
+    }
 
     /// Writes inside a line, without indentation and without a limit.
-    void write_raw(std::string_view text);
+    void write_raw(std::string_view text) { append_text(text); }
 
     /// Writes the bytes unchanged, and without buffering if there are many.
     void write_bytes(const void* bytes, size_t size);
@@ -78,7 +85,15 @@ public:
     void set_target(ShaderBuffer* shader) { target_ = shader; }
 
 private:
-    void append_text(std::string_view text);
+    void append_text(std::string_view text) {
+        if (target_ == nullptr && text.size() <= line_buffer_.size() - gathered_) {
+            std::memcpy(line_buffer_.data() + gathered_, text.data(), text.size());
+            gathered_ += text.size();
+        } else {
+            append_elsewhere(text);
+        }
+    }
+    void append_elsewhere(std::string_view text);
     void append_hexadecimal(char mark, const unsigned char* data, size_t size);
     void append_spaces(size_t& left);
     void send(const void* bytes, size_t size);

@@ -26,6 +26,14 @@ inline double arc_sine_series(double z) {
 // The arc cosine of a number from -1 to 1, with a relative error far below `kMaxRelativeError`.
 // Computes all cases and then chooses, so that the compiler can put several numbers in one
 // register.
+//
+// Measured on three million numbers, in ms for this form, for the same polynomial number by number,
+// and for `std::acos`:
+//
+//     compiler            irregular angles   angles of a regular grid
+//     GCC                 27, 58, 85         14, 32, 11 to 23
+//     Clang               36, 82, 126        26, 34, 23
+//     MinGW, under Wine   65, 58, 60         17, 32, 29
 inline double ArcCosine(double x) {
     const double size = std::fabs(x);
     const double square = x * x;

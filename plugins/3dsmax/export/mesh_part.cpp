@@ -126,7 +126,8 @@ bool MeshPartBuilder::choose_coordinates(int part, Coordinates& coordinates) con
     return true;
 }
 
-// Finds or adds the output vertex of each corner, and returns their numbers.
+// Finds or adds the output vertex of each corner, and returns their numbers. Most corners share
+// their normal and coordinates with an earlier one, whose vertex is then known.
 std::vector<int> MeshPartBuilder::find_vertices(int part, const Matrix3& node_from_object,
                                                 const Coordinates& coordinates) {
     const FaceRange faces = faces_of(part);
@@ -166,6 +167,7 @@ std::vector<int> MeshPartBuilder::find_vertices(int part, const Matrix3& node_fr
     return triangles;
 }
 
+// Takes the arrays of the vertices, and transforms the normals.
 void MeshPartBuilder::fill_arrays(const Matrix3& node_from_object, qor::TriangleObject& object) {
     object.set_vertices(keys_.take_positions());
     object.set_uv_tex(keys_.take_coordinates());

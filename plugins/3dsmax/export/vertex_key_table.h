@@ -28,13 +28,13 @@ struct VertexKey {
 ///     corner of host vertex 7, normal up     vertex 0 again
 ///     corner of host vertex 8, normal up     vertex 2
 ///
-/// Vertices are numbered in the order in which they are added. Their data is stored in the
+/// Vertices are numbered from 0 in the order in which they are added. Their data is stored in the
 /// renderer's layout, so it needn't be copied. Storage is reused from one part to the next.
 class VertexKeyTable {
 public:
-    /// Starts a part with `corners` face corners, of a mesh with `host_vertices` vertices.
-    /// `expected` is how many output vertices there will probably be. Without texture coordinates
-    /// only the normals are compared.
+    /// Starts a part of a mesh, with `corners` face corners. `expected` is how many output vertices
+    /// there will probably be. Positions are transformed. Without texture coordinates only the
+    /// normals are compared. Borrows the mesh until the last vertex is added.
     void begin(const Mesh& mesh, const Matrix3& transform, size_t corners, size_t expected,
                bool has_coordinates);
 
@@ -46,7 +46,7 @@ public:
 
     /// Three floats per vertex. Taking an array ends the part.
     std::vector<float> take_positions();
-    /// Three floats per vertex.
+    /// Three floats per vertex, in the mesh's space.
     std::vector<float> take_normals();
     /// Two floats per vertex, or none without texture coordinates.
     std::vector<float> take_coordinates();

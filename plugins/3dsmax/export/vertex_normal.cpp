@@ -77,7 +77,8 @@ void VertexNormals::compute(const CopiedMesh& copy) {
                     continue;
                 }
                 if (heads_.empty()) {
-                    heads_.assign(vertex_count, {Point3(0.0f, 0.0f, 0.0f), 0, &unused, VertexNormal::kRaw, 0});
+                    heads_.assign(vertex_count,
+                                  {Point3(0.0f, 0.0f, 0.0f), 0, &unused, VertexNormal::kRaw, 0});
                 }
                 add(face.v[corner], face_normals[i] * angles[3 * i + corner], face.smGroup);
             }

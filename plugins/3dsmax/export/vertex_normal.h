@@ -12,14 +12,14 @@ struct VertexNormal {
     DWORD smoothing;     ///< the union of the groups that went into it
     VertexNormal* next;  ///< the next record of the vertex, or null
 
-    /// What is known about the last corner that used the normal: the number of its output vertex,
-    /// and the index of its texture coordinates. `kRaw` means that no corner has used it yet, and
-    /// `kUnknown` that its output vertex isn't known.
+    /// The output vertex of the last corner that used the normal, counted over all parts of the
+    /// mesh, and the index of that corner's texture coordinates. A further corner with both in
+    /// common has the same output vertex, so it needn't be searched for.
     int output_vertex;
-    DWORD place;
+    DWORD place;  ///< set together with `output_vertex`
 
-    static constexpr int kRaw = -2;
-    static constexpr int kUnknown = -1;
+    static constexpr int kRaw = -2;      ///< no corner has used the normal; it isn't normalised
+    static constexpr int kUnknown = -1;  ///< a corner has used it, but its vertex isn't known
 };
 
 /// The normals of a mesh, computed from its smoothing groups. A corner with an explicit normal in
@@ -36,7 +36,7 @@ struct VertexNormal {
 /// Storage is kept from one mesh to the next.
 class VertexNormals {
 public:
-    /// Borrows the copy until the last `lookup`. Its vertex indices must be in range.
+    /// Borrows the copy until the last `normal`. Its vertex indices must be in range.
     void compute(const CopiedMesh& copy);
 
     /// How many different normals the corners of all vertices have at least, without explicit ones.
