@@ -88,6 +88,13 @@ class Run:
             Path(self.target).parent.mkdir(parents=True)
             Path(self.target).write_text(output.kept)
 
+    def names_target(self, text):
+        """Whether the text names the output, or the unfinished file that will replace it."""
+        target = Path(self.target)
+        unfinished = f"{target.parent}/.{target.stem}.{{}}.part{target.suffix}"
+        pattern = re.escape(unfinished).replace(r"\{\}", "[0-9]+")
+        return self.target in text or re.search(pattern, text) is not None
+
     def filled(self, text):
         return text.format(**{name: str(path) for name, path in self.places.items()})
 
@@ -125,7 +132,7 @@ def calls_of(output):
             name, arguments, result = re.match(r"\d+ +(\w+)\((.*)\) += (-?\d+)", line).groups()
             counts[name] = counts.get(name, 0) + 1
             by_path = name.startswith(("open", "rename"))
-            if run.target not in (arguments if by_path else arguments.split(">")[0]):
+            if not run.names_target(arguments if by_path else arguments.split(">")[0]):
                 continue
             # A file that is only read can fail without a loss, unless it is written back then.
             descriptor = result if by_path else arguments.split("<")[0]
@@ -155,7 +162,7 @@ def faults_of(output, name, number):
     try:
         trace = run.trace(["-e", f"inject={name}:error={ERRORS[name]}:when={number}"])
         done, found = run.done, []
-        if not any("(INJECTED)" in line and run.target in line for line in trace.splitlines()):
+        if not any("(INJECTED)" in line and run.names_target(line) for line in trace.splitlines()):
             return ["the fault never came"]
         if run.seconds > LIMIT:
             found.append(f"took {run.seconds:.1f} s")
