@@ -91,9 +91,10 @@ class Run:
     def names_target(self, text):
         """Whether the text names the output, or the unfinished file that will replace it."""
         target = Path(self.target)
-        unfinished = f"{target.parent}/.{target.stem}.{{}}.part{target.suffix}"
-        pattern = re.escape(unfinished).replace(r"\{\}", "[0-9]+")
-        return self.target in text or re.search(pattern, text) is not None
+        name, frame = re.fullmatch("(.*?)([0-9]*)", target.stem).groups()
+        unfinished = (re.escape(f"{target.parent}/.{name}.") + "[0-9]+" +
+                      re.escape(f".part{frame}{target.suffix}"))
+        return self.target in text or re.search(unfinished, text) is not None
 
     def filled(self, text):
         return text.format(**{name: str(path) for name, path in self.places.items()})
@@ -127,7 +128,7 @@ def calls_of(output):
         trace = run.trace()
         if run.done.returncode != 0:
             raise RuntimeError(f"{output.what}: fails without a fault: {run.done.stderr}")
-        counts, writable, found = {}, set(), False
+        counts, writable, found, written = {}, set(), False, False
         for line in trace.splitlines():
             name, arguments, result = re.match(r"\d+ +(\w+)\((.*)\) += (-?\d+)", line).groups()
             counts[name] = counts.get(name, 0) + 1
@@ -142,11 +143,12 @@ def calls_of(output):
             if not (name.startswith("rename") or descriptor in writable or is_read_first):
                 continue
             found = found or not is_read_first
+            written = written or "write" in name
             yield name, counts[name]
             if name == "close":
                 writable.discard(descriptor)
-        if not found:
-            raise RuntimeError(f"{output.what}: the command never touches {output.file}")
+        if not written:
+            raise RuntimeError(f"{output.what}: the command never writes {output.file}")
     finally:
         run.close()
 
